@@ -1,0 +1,9 @@
+# Flags of our own code; what comes from elsewhere is included as SYSTEM.
+add_library(zortunedex_flags INTERFACE)
+target_compile_options(zortunedex_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                                  -Werror)
+target_include_directories(zortunedex_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(WIN32)
+  target_compile_definitions(zortunedex_flags INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
+  target_link_options(zortunedex_flags INTERFACE -static)
+endif()

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/com.h"
+
+/// Raised when a text cannot be allocated; carries E_OUTOFMEMORY. Interface methods do not catch
+/// it: a host that wants to survive memory exhaustion catches it around its calls.
+class ComError {
+ public:
+  explicit ComError(HRESULT hr) : m_hr(hr) {}
+  HRESULT Error() const { return m_hr; }
+
+ private:
+  HRESULT m_hr;
+};
