@@ -76,6 +76,7 @@ struct IClassFactory : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE LockServer(BOOL fLock) = 0;
 };
 
+#pragma GCC visibility push(default)
 extern "C" {
 /// Copies zero-terminated text; null for null. Null when there is no memory.
 BSTR SysAllocString(const OLECHAR* text);
@@ -104,3 +105,4 @@ HRESULT ZorTunedexSetCodePage(UINT codePage);
 /// File in the .reg format that stands for the registry (null: none). Always S_OK or E_INVALIDARG.
 HRESULT ZorTunedexSetRegistryFile(const char* path);
 }
+#pragma GCC visibility pop

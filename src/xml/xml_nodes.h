@@ -1,0 +1,39 @@
+// What every file parser does with elements: read and write attributes, find children, keep
+// siblings sorted by a numeric key.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/dom.h"
+
+namespace xml {
+
+/// Room of a text attribute, its terminator included.
+inline constexpr std::size_t kTextSize = 260;
+using TextBuffer = char[kTextSize];
+
+/// Sets `*value` to 0, then to the attribute's number. S_FALSE when it is missing; E_POINTER for a
+/// null argument or an empty element.
+HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value);
+
+/// The attribute in the system's ANSI code page, cut to 259 bytes on a character boundary. Missing:
+/// S_FALSE, and the buffer keeps what it held.
+HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer);
+
+HRESULT SetAttr(const dom::Element& element, const char* name, LONG value);
+/// A null text is written empty.
+HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value);
+
+/// Inserts `child` before the first sibling of the path whose numeric `key` attribute is greater
+/// than `value`, else appends it. A missing key reads as 0; siblings that are out of order stay so.
+HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, const char* path,
+                     const char* key, LONG value);
+
+/// Makes an element in the document that `parent` belongs to. It has no parent yet.
+HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Element& out);
+
+/// Removes every match of the path from `parent`; the result is that of the last removal.
+HRESULT RemoveAllChildren(const dom::Element& parent, const char* path);
+
+}  // namespace xml
