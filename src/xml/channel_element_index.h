@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
-#include <unordered_map>
 
 #include "core/interfaces.h"
 #include "platform/dom.h"
@@ -22,18 +20,24 @@ class ChannelElementIndex {
   HRESULT FindOrCreate(IChannelInfo* channelInfo, dom::Element& channel);
 
  private:
+  struct Entry {
+    dom::Element element;
+    bool plain = false;  // its index is written in the plain decimal form that a lookup matches
+  };
+  using Entries = std::map<LONG, Entry>;
+
   void Build();
+  /// Takes note of what the codec made of the element that was handed out last.
   void Settle();
-  void Place(LONG key, const dom::Element& channel);
+  void Note(LONG key, Entry entry);
+  HRESULT Create(LONG key, dom::Element& channel);
 
   dom::Element m_set;
-  // First element in document order for every index that is written in its plain decimal form.
-  std::unordered_map<LONG, dom::Element> m_byIndex;
-  // The elements whose index is greater than every one before them: the first sibling with an index
-  // above n is the first of these with one, in whatever order the file keeps its channels.
-  std::map<LONG, dom::Element> m_maxima;
-  // The element that was handed out last, and the index it was asked for: the codec writes it after
-  // that.
+  // The elements whose index is greater than every one before them. Whatever the order of the file,
+  // the first sibling with an index above n is the first of these with one.
+  Entries m_maxima;
+  // The first element of every other index that is written in its plain form.
+  std::map<LONG, dom::Element> m_others;
   dom::Element m_last;
   LONG m_lastKey = 0;
   bool m_lastCreated = false;

@@ -22,24 +22,26 @@ class CXmlDocument {
   bool IsDirty() const { return m_dirty; }
 
  protected:
-  /// Loads the file and remembers when there was something that could not be read.
-  HRESULT LoadFile(bool& success);
-  /// Writes the document to its path. A file that could not be read is first kept beside it; where
-  /// that is not possible nothing is written.
-  HRESULT SaveFile();
-  /// The same for the pre-formatted form.
-  HRESULT SaveFormattedFile();
+  const dom::Document& Doc() const { return m_document; }
+  bool IsPreFormatted() const { return m_preFormatted; }
 
-  dom::Document m_document;
+  /// E_FAIL without a document; S_FALSE with an empty handle when there is no document element.
+  HRESULT GetRoot(dom::Element& root) const;
+  /// Loads the file and remembers when there was something in it that could not be read. E_FAIL
+  /// without a document.
+  HRESULT LoadFile(bool& success);
+  /// Writes the document by itself. A file that could not be read is first kept beside its path;
+  /// where that is not possible nothing is written.
+  HRESULT SaveFile();
+  /// Writes a pre-formatted body, with the same care.
+  HRESULT SaveFormattedFile(const std::string& text);
 
  private:
   bool KeepUnreadable();
 
+  dom::Document m_document;
   std::string m_path;
   bool m_dirty = false;
   bool m_preFormatted = false;
   bool m_unreadable = false;
-
- protected:
-  bool IsPreFormatted() const { return m_preFormatted; }
 };

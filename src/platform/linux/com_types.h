@@ -31,6 +31,7 @@ struct GUID {
 inline bool operator==(const GUID& a, const GUID& b) {
   return std::memcmp(&a, &b, sizeof(GUID)) == 0;
 }
+inline bool operator!=(const GUID& a, const GUID& b) { return !(a == b); }
 using IID = GUID;
 using CLSID = GUID;
 using REFIID = const IID&;
@@ -54,6 +55,7 @@ constexpr bool SUCCEEDED(HRESULT hr) { return hr >= 0; }
 constexpr bool FAILED(HRESULT hr) { return hr < 0; }
 
 #define STDMETHODCALLTYPE
+#define STDAPI extern "C" HRESULT
 #define OLESTR(text) u##text
 
 inline constexpr IID IID_IUnknown = {

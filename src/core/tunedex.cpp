@@ -1,0 +1,117 @@
+#include "core/tunedex.h"
+
+#include <new>
+
+#include "platform/com_ptr.h"
+#include "platform/files.h"
+
+HRESULT CTunedex::CreateInstance(IUnknown* outer, REFIID riid, void** ppv) {
+  const auto object = new (std::nothrow) CTunedex(outer);
+  if (object == nullptr) return E_OUTOFMEMORY;
+  const ComPtr<IUnknown> own = ComPtr<IUnknown>::Attach(object->OwnUnknown());
+  const HRESULT hr = object->FinalConstruct();
+  return FAILED(hr) ? hr : own->QueryInterface(riid, ppv);
+}
+
+void CTunedex::SetDirectory(BSTR directory) {
+  std::basic_string<OLECHAR> path(directory, SysStringLen(directory));
+  if (path.back() != files::kSeparator) path += files::kSeparator;
+  m_directory = Bstr(path);
+}
+
+std::string CTunedex::PathOf(const char* fileName) const {
+  return files::PathFromText(m_directory.View()) + fileName;
+}
+
+HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType SignalType) {
+  const WideView directory(bstrDir ? bstrDir : OLESTR(""), SysStringLen(bstrDir));
+  // A file passes for a directory here; its documents then load as empty ones.
+  if (directory.empty() || !files::Exists(files::PathFromText(directory))) return E_INVALIDARG;
+  m_signalType = SignalType;
+  SetDirectory(bstrDir);
+  m_countryCode = dwCountryCode;
+  const HRESULT hr = m_channelFile.Open(PathOf("ChanInfo.xml"));
+  if (FAILED(hr)) return hr;
+  m_channelLists.CreateAll();
+  LoadChannelFromFile();
+  return S_OK;
+}
+
+HRESULT CTunedex::Close() {
+  m_channelFile.Close();
+  m_channelLists.DestroyAll();
+  return S_OK;
+}
+
+HRESULT CTunedex::GetChannelInfoMgr(InputSignalType SignalType,
+                                    IChannelInfoMgr** ppChannelInfoMgr) {
+  return m_channelLists.Get(SignalType, ppChannelInfoMgr);
+}
+
+HRESULT CTunedex::LoadChannelFromFile() {
+  HRESULT hr = m_channelFile.Load();
+  if (FAILED(hr)) return hr;
+  dom::Element country;
+  hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
+  if (SUCCEEDED(hr)) m_channelLists.LoadOne(country, m_signalType);
+  return hr;
+}
+
+HRESULT CTunedex::SaveChannelToFile() {
+  dom::Element country;
+  HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
+  if (FAILED(hr)) return hr;
+  hr = m_channelLists.SaveAll(country);
+  if (FAILED(hr) && !m_channelFile.IsDirty()) return hr;
+  m_channelFile.SetDirty(true);
+  return m_channelFile.Save();
+}
+
+HRESULT CTunedex::GetStorageType(EStorageType* pStorageType) {
+  *pStorageType = m_storageType;
+  return S_OK;
+}
+
+HRESULT CTunedex::SetStorageType(EStorageType StorageType) {
+  if (StorageType == StorageEncryptXML || StorageType == StorageSQLlite) return E_NOTIMPL;
+  if (StorageType != StorageXML && StorageType != StoragePreFmtXML) return E_FAIL;
+  m_channelFile.SetPreFormatted(StorageType == StoragePreFmtXML);
+  m_storageType = StorageType;
+  // The next save rewrites the file in the chosen form even when it is the one it has.
+  m_channelFile.SetDirty(true);
+  return S_OK;
+}
+
+HRESULT CTunedex::LoadSatInfoFromFile() { return E_NOTIMPL; }
+
+HRESULT CTunedex::SaveSatInfoToFile() { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetSatelliteInfoMgr(ISatelliteInfoMgr**) { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetLNBInfoMgr(ILNBInfoMgr**) { return E_NOTIMPL; }
+
+HRESULT CTunedex::LoadUserSettingsFromFile() { return E_NOTIMPL; }
+
+HRESULT CTunedex::SaveUserSettingsToFile() { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetDishSatInfoMgr(IDishSatInfoMgr**) { return E_NOTIMPL; }
+
+HRESULT CTunedex::LoadPresetOneSegChannelInfo() { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetAreaCount(LONG*) { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetAreaNameByIndex(LONG, CHAR*) { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetSubAreaCount(LONG, LONG*) { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetSubAreaNameByIndex(LONG, LONG, CHAR*) { return E_NOTIMPL; }
+
+HRESULT CTunedex::SetArea(LONG, LONG) { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetArea(LONG*, LONG*) { return E_NOTIMPL; }
+
+HRESULT CTunedex::SaveCustomerChannelList(LONG, const CHAR*) { return E_NOTIMPL; }
+
+HRESULT CTunedex::DeleteCustomerChannelList(LONG) { return E_NOTIMPL; }
+
+HRESULT CTunedex::GetPresetChannelMgr(LONG, LONG, IChannelInfoMgr**) { return E_NOTIMPL; }

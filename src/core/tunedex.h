@@ -1,0 +1,64 @@
+#pragma once
+
+#include <mutex>
+#include <string>
+
+#include "channels/chan_info_mgr_group.h"
+#include "core/aggregatable.h"
+#include "core/interfaces.h"
+#include "platform/bstr.h"
+#include "xml/xml_chan_parser.h"
+
+/// The channel database of one data directory: joins paths, and drives documents and lists in a
+/// fixed order. The methods are described at the interface.
+class CTunedex final : public Aggregatable<IZorTunedex> {
+ public:
+  /// Creates a database, alone or as part of `outer`, and asks it for `riid`.
+  static HRESULT CreateInstance(IUnknown* outer, REFIID riid, void** ppv);
+
+  HRESULT STDMETHODCALLTYPE Open(BSTR bstrDir, DWORD dwCountryCode,
+                                 InputSignalType SignalType) override;
+  HRESULT STDMETHODCALLTYPE Close() override;
+  HRESULT STDMETHODCALLTYPE GetChannelInfoMgr(InputSignalType SignalType,
+                                              IChannelInfoMgr** ppChannelInfoMgr) override;
+  HRESULT STDMETHODCALLTYPE LoadChannelFromFile() override;
+  HRESULT STDMETHODCALLTYPE SaveChannelToFile() override;
+  HRESULT STDMETHODCALLTYPE GetStorageType(EStorageType* pStorageType) override;
+  HRESULT STDMETHODCALLTYPE SetStorageType(EStorageType StorageType) override;
+  HRESULT STDMETHODCALLTYPE LoadSatInfoFromFile() override;
+  HRESULT STDMETHODCALLTYPE SaveSatInfoToFile() override;
+  HRESULT STDMETHODCALLTYPE GetSatelliteInfoMgr(ISatelliteInfoMgr** ppSatelliteInfoMgr) override;
+  HRESULT STDMETHODCALLTYPE GetLNBInfoMgr(ILNBInfoMgr** ppLNBInfoMgr) override;
+  HRESULT STDMETHODCALLTYPE LoadUserSettingsFromFile() override;
+  HRESULT STDMETHODCALLTYPE SaveUserSettingsToFile() override;
+  HRESULT STDMETHODCALLTYPE GetDishSatInfoMgr(IDishSatInfoMgr** ppDishSatInfoMgr) override;
+  HRESULT STDMETHODCALLTYPE LoadPresetOneSegChannelInfo() override;
+  HRESULT STDMETHODCALLTYPE GetAreaCount(LONG* plArea) override;
+  HRESULT STDMETHODCALLTYPE GetAreaNameByIndex(LONG lArea, CHAR* pArea) override;
+  HRESULT STDMETHODCALLTYPE GetSubAreaCount(LONG lArea, LONG* plSubArea) override;
+  HRESULT STDMETHODCALLTYPE GetSubAreaNameByIndex(LONG lArea, LONG lSubArea,
+                                                  CHAR* pSubArea) override;
+  HRESULT STDMETHODCALLTYPE SetArea(LONG lArea, LONG lSubArea) override;
+  HRESULT STDMETHODCALLTYPE GetArea(LONG* plArea, LONG* plSubArea) override;
+  HRESULT STDMETHODCALLTYPE SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) override;
+  HRESULT STDMETHODCALLTYPE DeleteCustomerChannelList(LONG lIndex) override;
+  HRESULT STDMETHODCALLTYPE GetPresetChannelMgr(LONG lArea, LONG lSubArea,
+                                                IChannelInfoMgr** ppChannelMgr) override;
+
+ private:
+  explicit CTunedex(IUnknown* outer) : Aggregatable(outer, IID_IZorTunedex) {}
+
+  void SetDirectory(BSTR directory);
+  std::string PathOf(const char* fileName) const;
+
+  // Made with the object and taken by no method: a host that shares a database between threads
+  // serialises its calls.
+  std::recursive_mutex m_mutex;
+  InputSignalType m_signalType = InputSignalUnknown;
+  Bstr m_directory;  // ends in a separator once it is set
+  DWORD m_countryCode = 0;
+  EStorageType m_storageType = StorageXML;
+  CXmlChanParser m_channelFile;
+  // Behind the document: lists let go of their elements first.
+  CChanInfoMgrGroup m_channelLists;
+};

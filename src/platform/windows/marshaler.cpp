@@ -1,0 +1,5 @@
+#include "platform/marshaler.h"
+
+HRESULT CreateFreeThreadedMarshaler(IUnknown* controlling, IUnknown** marshaler) {
+  return CoCreateFreeThreadedMarshaler(controlling, marshaler);
+}

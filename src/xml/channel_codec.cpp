@@ -1,0 +1,34 @@
+#include "xml/channel_codec.h"
+
+#include "core/station_blocks.h"
+#include "xml/channel_reader.h"
+#include "xml/channel_writer.h"
+
+namespace xml {
+
+HRESULT CodeChannel(const dom::Element& channel, IChannelInfo* channelInfo, Direction direction) {
+  if (!channel || channelInfo == nullptr) return E_POINTER;
+  InputSignalType signalType = InputSignalUnknown;
+  const HRESULT hr = channelInfo->GetSignalType(&signalType);
+  if (FAILED(hr)) return hr;
+  // Types without a block have no form in the file either: their channels live in memory alone.
+  const station_blocks::Layout* layout = station_blocks::Find(signalType);
+  if (layout == nullptr) return E_NOTIMPL;
+  return direction == Direction::Read ? ReadChannel(channel, channelInfo, signalType, *layout)
+                                      : WriteChannel(channel, channelInfo, *layout);
+}
+
+HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bool create) {
+  constexpr char kName[] = "ElementStreams";
+  HRESULT hr = channel.SelectSingle("./ElementStreams", streams);
+  if (hr == S_OK && !create) return S_OK;
+  if (hr == S_OK) channel.RemoveChild(streams);
+  dom::Element created;
+  hr = CreateElementFor(channel, kName, created);
+  // Reading adds the empty element too: the document then has the shape that the writer gives it.
+  if (hr == S_OK) hr = channel.AppendChild(created);
+  if (hr == S_OK) streams = std::move(created);
+  return hr;
+}
+
+}  // namespace xml

@@ -1,0 +1,195 @@
+#include "xml/channel_reader.h"
+
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "core/task_block.h"
+#include "platform/text.h"
+#include "satellite/tuning_texts.h"
+#include "xml/base64.h"
+
+namespace xml {
+namespace {
+
+using station_blocks::Field;
+using station_blocks::Form;
+using station_blocks::Source;
+using station_blocks::Use;
+
+// Longest narrow text that the writer puts into base64, its terminator included.
+constexpr std::size_t kEncodedSize = Base64EncodedSize(kTextSize);
+
+// The text of an attribute as narrow text; empty where it is missing.
+struct NarrowText {
+  char text[Base64DecodedSize(kEncodedSize)] = {};
+
+  void Read(const dom::Element& element, const Field& field) {
+    if (field.form != Form::Base64) {
+      element.GetNarrow(field.attribute, text, kTextSize);
+      return;
+    }
+    char encoded[kEncodedSize] = {};
+    element.GetNarrow(field.attribute, encoded, sizeof(encoded));
+    Base64Decode(encoded, static_cast<LONG>(std::strlen(encoded)), reinterpret_cast<BYTE*>(text));
+  }
+};
+
+// A word becomes its number; a word that is not known leaves the field at zero.
+template <typename T>
+void ReadWord(std::string_view word, HRESULT (*parse)(std::string_view, T*), BYTE* place) {
+  T value{};
+  if (parse(word, &value) == S_OK) {
+    station_blocks::Store(place, sizeof(value), static_cast<std::uint32_t>(value));
+  }
+}
+
+void ReadBlockField(const dom::Element& element, const Field& field, BYTE* base) {
+  BYTE* place = base + field.offset;
+  if (field.form == Form::Number || field.form == Form::Language) {
+    LONG number = 0;
+    GetAttrInt(element, field.attribute, &number);
+    const auto bits = static_cast<std::uint32_t>(number);
+    if (field.form == Form::Language) {
+      station_blocks::StoreLanguage(place, bits);
+    } else {
+      station_blocks::Store(place, field.width, bits);
+    }
+    return;
+  }
+  NarrowText value;
+  value.Read(element, field);
+  switch (field.form) {
+    case Form::Polarisation:
+      return ReadWord(value.text, tuning_texts::PolarisationFromNarrow, place);
+    case Form::FecRate:
+      return ReadWord(value.text, tuning_texts::FecRateFromNarrow, place);
+    case Form::Modulation:
+      return ReadWord(value.text, tuning_texts::ModulationFromNarrow, place);
+    case Form::SpectralInversion:
+      return ReadWord(value.text, tuning_texts::SpectralInversionFromNarrow, place);
+    default:
+      text::CopyCut(value.text, reinterpret_cast<char*>(place), field.width);
+  }
+}
+
+void ReadRecordNumber(const Field& field, LONG number, IChannelInfo* channelInfo,
+                      _StationTuneInfo& station) {
+  switch (field.source) {
+    case Source::Index:
+      channelInfo->SetChannelIndex(static_cast<UINT>(number));
+      break;
+    case Source::Favorite:
+      channelInfo->SetFavor(static_cast<UINT>(number));
+      break;
+    case Source::Lock:
+      channelInfo->SetLock(number);
+      break;
+    case Source::PhysicalChannel:
+      station.lPhysicalChannel = number;
+      break;
+    case Source::Frequency:
+      station.dwFrequency = static_cast<DWORD>(number);
+      break;
+    case Source::OffsetFrequency:
+      station.lOffsetFreq = number;
+      break;
+    case Source::TransportStream:
+      station.lTSID = number;
+      break;
+    default:
+      break;
+  }
+}
+
+void ReadChannelField(const dom::Element& channel, const Field& field, IChannelInfo* channelInfo,
+                      _StationTuneInfo& station) {
+  if (field.source == Source::DisplayName) {
+    NarrowText name;
+    name.Read(channel, field);
+    channelInfo->SetChannelDspName(text::FromNarrow(name.text).Get());
+    return;
+  }
+  if (field.source != Source::Block && field.source != Source::Name) {
+    LONG number = 0;
+    GetAttrInt(channel, field.attribute, &number);
+    ReadRecordNumber(field, number, channelInfo, station);
+  }
+  // A row may have its home in the block, or a second one.
+  if (field.width != 0) ReadBlockField(channel, field, station.pbInformation);
+}
+
+// Takes what fits the block; a file may hold more.
+void ReadStreamList(const dom::Element& streams, const station_blocks::StreamList& list,
+                    BYTE* block) {
+  const std::string path = std::string("./") + list.element;
+  dom::ElementList children;
+  if (streams.Select(path.c_str(), children) != S_OK) return;
+  for (LONG i = 0; i < children.Count() && i < list.capacity; ++i) {
+    dom::Element child;
+    if (children.Item(i, child) != S_OK) continue;
+    BYTE* entry = block + list.offset + static_cast<std::size_t>(i) * list.entrySize;
+    for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
+      ReadBlockField(child, field, entry);
+    }
+  }
+}
+
+// Every component says by its "ID" which slot it fills.
+void ReadComponents(const dom::Element& streams, const station_blocks::ComponentList& list,
+                    BYTE* block) {
+  dom::ElementList children;
+  if (streams.Select("./Components", children) != S_OK) return;
+  for (LONG i = 0; i < children.Count(); ++i) {
+    dom::Element child;
+    LONG id = 0;
+    if (children.Item(i, child) != S_OK) continue;
+    GetAttrInt(child, "ID", &id);
+    if (id < 0 || id >= list.capacity) continue;
+    const auto slot = static_cast<std::size_t>(id);
+    const auto nameOffset = static_cast<std::uint16_t>(list.nameOffset + slot * list.nameWidth);
+    const auto typeOffset = static_cast<std::uint16_t>(list.typeOffset + slot * 4);
+    ReadBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
+    ReadBlockField(child, {"type", typeOffset, 4}, block);
+  }
+}
+
+HRESULT ReadStreams(const dom::Element& channel, const station_blocks::Layout& layout,
+                    BYTE* block) {
+  dom::Element streams;
+  const HRESULT hr = GetElementStreams(channel, streams, false);
+  if (hr != S_OK) return hr;
+  for (const Field& field : layout.elementStreams) {
+    if (field.use != Use::WriteOnly) ReadBlockField(streams, field, block);
+  }
+  if (layout.components != nullptr) ReadComponents(streams, *layout.components, block);
+  for (const station_blocks::StreamList& list : layout.lists) ReadStreamList(streams, list, block);
+  return S_OK;
+}
+
+void ReadSatelliteParams(const dom::Element& channel, const station_blocks::Layout& layout,
+                         BYTE* block) {
+  dom::Element params;
+  if (channel.SelectSingle("./SatelliteParams", params) != S_OK) return;
+  for (const Field& field : layout.satelliteParams) ReadBlockField(params, field, block);
+}
+
+}  // namespace
+
+HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
+                    InputSignalType signalType, const station_blocks::Layout& layout) {
+  TaskBlock block(layout.size);
+  if (!block) return E_FAIL;
+  _StationTuneInfo station = {};
+  station.InputSignal = signalType;
+  station.cbInformation = layout.size;
+  station.pbInformation = block.Get();
+  for (const Field& field : layout.channel) {
+    if (field.use != Use::WriteOnly) ReadChannelField(channel, field, channelInfo, station);
+  }
+  if (!layout.elementStreams.Empty()) ReadStreams(channel, layout, block.Get());
+  if (!layout.satelliteParams.Empty()) ReadSatelliteParams(channel, layout, block.Get());
+  return channelInfo->SetStationInfo(&station);
+}
+
+}  // namespace xml

@@ -1,0 +1,210 @@
+#include "xml/channel_writer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/task_block.h"
+#include "platform/text.h"
+#include "satellite/tuning_texts.h"
+#include "xml/base64.h"
+#include "xml/channel_reader.h"
+#include "xml/xml_nodes.h"
+
+namespace xml {
+namespace {
+
+using station_blocks::Field;
+using station_blocks::Form;
+using station_blocks::Source;
+using station_blocks::Use;
+
+// What a record answers, fetched before anything is written.
+struct ChannelValues {
+  _StationTuneInfo station = {};
+  UINT index = 0;
+  UINT favorite = 0;
+  BOOL lock = 0;
+  Bstr name;
+  Bstr displayName;
+  // Of the layout's size, zero where the record's own block ends earlier.
+  std::vector<BYTE> block;
+};
+
+HRESULT FetchValues(IChannelInfo* channelInfo, const station_blocks::Layout& layout,
+                    ChannelValues& values) {
+  HRESULT hr = channelInfo->GetStationInfo(&values.station);
+  const TaskBlock block = TaskBlock::Attach(values.station.pbInformation);
+  values.station.pbInformation = nullptr;
+  if (SUCCEEDED(hr)) hr = channelInfo->GetChannelIndex(&values.index);
+  if (SUCCEEDED(hr)) hr = channelInfo->GetFavor(&values.favorite);
+  if (SUCCEEDED(hr)) hr = channelInfo->GetLock(&values.lock);
+  if (SUCCEEDED(hr)) hr = channelInfo->GetChannelName(values.name.Receive());
+  if (SUCCEEDED(hr)) hr = channelInfo->GetChannelDspName(values.displayName.Receive());
+  if (FAILED(hr)) return hr;
+  if (!block) return E_FAIL;
+  values.block.resize(layout.size);
+  std::memcpy(values.block.data(), block.Get(),
+              std::min<std::size_t>(values.station.cbInformation, layout.size));
+  return S_OK;
+}
+
+std::string_view BlockText(const BYTE* place, std::size_t width) {
+  const auto text = reinterpret_cast<const char*>(place);
+  return {text, strnlen(text, width)};
+}
+
+// A value without a word is written as the empty text.
+HRESULT WriteWord(const dom::Element& element, const char* attribute, const char* word) {
+  return element.SetNarrow(attribute, word != nullptr ? word : "");
+}
+
+HRESULT WriteBlockField(const dom::Element& element, const Field& field, const BYTE* base) {
+  const BYTE* place = base + field.offset;
+  if (field.form == Form::Text) {
+    return element.SetNarrow(field.attribute, BlockText(place, field.width));
+  }
+  if (field.form == Form::Language) {
+    return SetAttr(element, field.attribute,
+                   static_cast<LONG>(station_blocks::FetchLanguage(place)));
+  }
+  const auto number = static_cast<LONG>(station_blocks::Fetch(place, field.width));
+  switch (field.form) {
+    case Form::Polarisation:
+      return WriteWord(element, field.attribute,
+                       tuning_texts::PolarisationWord(static_cast<Polarisation>(number)));
+    case Form::FecRate:
+      return WriteWord(element, field.attribute,
+                       tuning_texts::FecRateWord(static_cast<BinaryConvolutionCodeRate>(number)));
+    case Form::Modulation:
+      return WriteWord(element, field.attribute,
+                       tuning_texts::ModulationWord(static_cast<ModulationType>(number)));
+    case Form::SpectralInversion:
+      return WriteWord(element, field.attribute,
+                       tuning_texts::SpectralInversionWord(static_cast<SpectralInversion>(number)));
+    default:
+      return SetAttr(element, field.attribute, number);
+  }
+}
+
+HRESULT WriteName(const dom::Element& channel, const Field& field, const Bstr& name) {
+  if (field.form != Form::Base64) return SetAttr(channel, field.attribute, name.Get());
+  const std::string narrow = text::ToNarrow(name.View());
+  const std::size_t length = text::CutLength(narrow, kTextSize - 1);
+  char encoded[Base64EncodedSize(kTextSize)] = {};
+  Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(length), encoded);
+  return channel.SetNarrow(field.attribute, encoded);
+}
+
+HRESULT WriteChannelField(const dom::Element& channel, const Field& field,
+                          const ChannelValues& values) {
+  const auto number = [&](auto value) {
+    return SetAttr(channel, field.attribute, static_cast<LONG>(value));
+  };
+  switch (field.source) {
+    case Source::Name:
+      return WriteName(channel, field, values.name);
+    case Source::DisplayName:
+      return WriteName(channel, field, values.displayName);
+    case Source::Index:
+      return number(values.index);
+    case Source::Favorite:
+      return number(values.favorite);
+    case Source::Lock:
+      return number(values.lock);
+    case Source::PhysicalChannel:
+      return number(values.station.lPhysicalChannel);
+    case Source::Frequency:
+      return number(values.station.dwFrequency);
+    case Source::OffsetFrequency:
+      return number(values.station.lOffsetFreq);
+    case Source::TransportStream:
+      return number(values.station.lTSID);
+    case Source::Block:
+      break;
+  }
+  return WriteBlockField(channel, field, values.block.data());
+}
+
+void WriteComponents(const dom::Element& streams, const station_blocks::ComponentList& list,
+                     const BYTE* block) {
+  const std::uint32_t count = station_blocks::Fetch(block + list.countOffset, 4);
+  for (std::uint16_t i = 0; i < count && i < list.capacity; ++i) {
+    dom::Element child;
+    if (CreateElementFor(streams, "Components", child) != S_OK) return;
+    const auto nameOffset = static_cast<std::uint16_t>(list.nameOffset + i * list.nameWidth);
+    const auto typeOffset = static_cast<std::uint16_t>(list.typeOffset + i * 4);
+    SetAttr(child, "ID", static_cast<LONG>(i));
+    WriteBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
+    WriteBlockField(child, {"type", typeOffset, 4}, block);
+    streams.AppendChild(child);
+  }
+}
+
+HRESULT WriteStreams(const dom::Element& channel, const station_blocks::Layout& layout,
+                     const BYTE* block) {
+  dom::Element streams;
+  const HRESULT hr = GetElementStreams(channel, streams, true);
+  if (hr != S_OK) return hr;
+  for (const Field& field : layout.elementStreams) {
+    if (field.use != Use::ReadOnly) WriteBlockField(streams, field, block);
+  }
+  if (layout.components != nullptr) WriteComponents(streams, *layout.components, block);
+  for (const station_blocks::StreamList& list : layout.lists) {
+    // An empty list answers E_INVALIDARG; the channel is saved without its elements.
+    if (list.use != Use::ReadOnly) WriteStreamList(streams, list, block);
+  }
+  return S_OK;
+}
+
+HRESULT WriteSatelliteParams(const dom::Element& channel, const station_blocks::Layout& layout,
+                             const BYTE* block) {
+  dom::Element params;
+  if (channel.SelectSingle("./SatelliteParams", params) != S_OK) {
+    HRESULT hr = CreateElementFor(channel, "SatelliteParams", params);
+    if (hr == S_OK) hr = channel.AppendChild(params);
+    if (hr != S_OK) return hr;
+  }
+  for (const Field& field : layout.satelliteParams) WriteBlockField(params, field, block);
+  return S_OK;
+}
+
+}  // namespace
+
+HRESULT WriteStreamList(const dom::Element& streams, const station_blocks::StreamList& list,
+                        const BYTE* block) {
+  const std::uint32_t count = station_blocks::Fetch(block + list.countOffset, 4);
+  if (count == 0) return E_INVALIDARG;
+  for (std::uint32_t i = 0; i < count && i < list.capacity; ++i) {
+    dom::Element child;
+    HRESULT hr = CreateElementFor(streams, list.element, child);
+    if (hr != S_OK) return hr;
+    const BYTE* entry = block + list.offset + std::size_t{i} * list.entrySize;
+    for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
+      WriteBlockField(child, field, entry);
+    }
+    hr = streams.AppendChild(child);
+    if (hr != S_OK) return hr;
+  }
+  return S_OK;
+}
+
+HRESULT WriteChannel(const dom::Element& channel, IChannelInfo* channelInfo,
+                     const station_blocks::Layout& layout) {
+  ChannelValues values;
+  HRESULT hr = FetchValues(channelInfo, layout, values);
+  if (FAILED(hr)) return hr;
+  for (const Field& field : layout.channel) {
+    if (field.use != Use::ReadOnly) WriteChannelField(channel, field, values);
+  }
+  hr = S_OK;
+  if (!layout.elementStreams.Empty()) hr = WriteStreams(channel, layout, values.block.data());
+  if (hr == S_OK && !layout.satelliteParams.Empty()) {
+    hr = WriteSatelliteParams(channel, layout, values.block.data());
+  }
+  return hr;
+}
+
+}  // namespace xml

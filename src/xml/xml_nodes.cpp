@@ -1,0 +1,64 @@
+#include "xml/xml_nodes.h"
+
+namespace xml {
+
+HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
+  if (!element || name == nullptr || value == nullptr) return E_POINTER;
+  *value = 0;
+  std::int32_t number = 0;
+  const HRESULT hr = element.GetInt(name, number);
+  if (hr == S_OK) *value = number;
+  return hr;
+}
+
+HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer) {
+  if (!element || name == nullptr) return E_POINTER;
+  return element.GetNarrow(name, buffer, sizeof(buffer));
+}
+
+HRESULT SetAttr(const dom::Element& element, const char* name, LONG value) {
+  if (!element || name == nullptr) return E_POINTER;
+  return element.SetInt(name, value);
+}
+
+HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value) {
+  if (!element || name == nullptr) return E_POINTER;
+  return element.SetText(name, value);
+}
+
+HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, const char* path,
+                     const char* key, LONG value) {
+  if (!parent || !child) return E_POINTER;
+  dom::ElementList siblings;
+  if (parent.Select(path, siblings) == S_OK) {
+    for (LONG i = 0; i < siblings.Count(); ++i) {
+      dom::Element sibling;
+      LONG siblingKey = 0;
+      if (siblings.Item(i, sibling) != S_OK) continue;
+      GetAttrInt(sibling, key, &siblingKey);
+      if (siblingKey > value) return parent.InsertBefore(child, sibling);
+    }
+  }
+  return parent.AppendChild(child);
+}
+
+HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Element& out) {
+  if (!parent || name == nullptr) return E_POINTER;
+  dom::Document document;
+  const HRESULT hr = parent.OwnerDocument(document);
+  return hr == S_OK ? document.CreateElement(name, out) : hr;
+}
+
+HRESULT RemoveAllChildren(const dom::Element& parent, const char* path) {
+  if (!parent || path == nullptr) return E_POINTER;
+  dom::ElementList children;
+  HRESULT hr = parent.Select(path, children);
+  for (LONG i = 0; i < children.Count(); ++i) {
+    dom::Element child;
+    hr = children.Item(i, child);
+    if (hr == S_OK) hr = parent.RemoveChild(child);
+  }
+  return hr;
+}
+
+}  // namespace xml
