@@ -38,7 +38,7 @@ class AtomicFile {
   ~AtomicFile();
 
   /// False when the temporary file could not be made: a missing or read-only directory, or a
-  /// directory in the target's place.
+  /// directory, a device or a write-protected file in the target's place.
   bool IsOpen() const;
   /// False after the first failure; later calls then do nothing.
   bool Write(std::string_view bytes);
@@ -52,6 +52,7 @@ class AtomicFile {
  private:
   std::string m_target;
   std::string m_temporary;
+  std::string m_buffer;  ///< written bytes that wait for more of them
   std::intptr_t m_handle = -1;
   bool m_failed = false;
 };

@@ -1,0 +1,109 @@
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "platform/files.h"
+#include "platform/linux/file_copy.h"
+#include "platform/linux/file_descriptor.h"
+
+namespace files {
+namespace {
+
+constexpr std::size_t kBufferSize = 256 * 1024;
+constexpr int kLongestLinkChain = 40;
+
+std::optional<std::string> ReadLink(const std::string& path) {
+  std::vector<char> target(256);
+  for (;;) {
+    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+    if (length < 0) return std::nullopt;
+    if (static_cast<std::size_t>(length) < target.size()) {
+      return std::string(target.data(), static_cast<std::size_t>(length));
+    }
+    target.resize(target.size() * 2);
+  }
+}
+
+/// Where the symbolic links at `path` end, also when nothing stands there yet. None: a circle.
+std::optional<std::string> FollowLinks(std::string path) {
+  for (int followed = 0; followed < kLongestLinkChain; ++followed) {
+    const std::optional<std::string> link = ReadLink(path);
+    if (!link) return path;
+    path = link->starts_with('/') ? *link : DirectoryOf(path) + "/" + *link;
+  }
+  return std::nullopt;
+}
+
+/// A name that nobody can have put in the way. It does not grow with the target's name, which may
+/// be as long as names can be.
+std::optional<std::string> TemporaryName() {
+  std::uint64_t number = 0;
+  if (getrandom(&number, sizeof(number), 0) != sizeof(number)) return std::nullopt;
+  char name[32];
+  std::snprintf(name, sizeof(name), ".tunedex-%016jx", static_cast<std::uintmax_t>(number));
+  return name;
+}
+
+/// True when the target is a file that may be written, or does not exist yet.
+bool MayReplace(const std::string& target, bool& isNew) {
+  struct stat old {};
+  isNew = stat(target.c_str(), &old) != 0;
+  if (isNew) return errno == ENOENT;
+  return S_ISREG(old.st_mode) && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(const std::string& path) {
+  const std::optional<std::string> target = FollowLinks(path);
+  const std::optional<std::string> name = TemporaryName();
+  bool isNew = false;
+  if (!target || !name || target->ends_with('/') || !MayReplace(*target, isNew)) return;
+  m_target = *target;
+  m_temporary = DirectoryOf(m_target) + "/" + *name;
+  // An old file's content may be secret: until it has the old mode, the new one is its owner's.
+  m_handle =
+      open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, isNew ? 0666U : 0600U);
+}
+
+AtomicFile::~AtomicFile() {
+  if (!IsOpen()) return;
+  close(static_cast<int>(m_handle));
+  unlink(m_temporary.c_str());
+}
+
+bool AtomicFile::IsOpen() const { return m_handle >= 0; }
+
+bool AtomicFile::Write(std::string_view bytes) {
+  if (!IsOpen() || m_failed) return false;
+  if (m_buffer.size() + bytes.size() < kBufferSize) {
+    m_buffer += bytes;
+    return true;
+  }
+  const int handle = static_cast<int>(m_handle);
+  m_failed = !WriteAll(handle, m_buffer) || !WriteAll(handle, bytes);
+  m_buffer.clear();
+  return !m_failed;
+}
+
+bool AtomicFile::Commit() {
+  if (!IsOpen() || m_failed) return false;
+  m_failed = true;
+  const int handle = static_cast<int>(m_handle);
+  if (!WriteAll(handle, m_buffer)) return false;
+  m_buffer.clear();
+  struct stat old {};
+  if (stat(m_target.c_str(), &old) == 0) KeepOwnerAndMode(handle, old);
+  if (fsync(handle) != 0) return false;
+  if (rename(m_temporary.c_str(), m_target.c_str()) != 0) return false;
+  m_handle = -1;
+  const bool isClosed = close(handle) == 0;
+  return SyncDirectory(DirectoryOf(m_target)) && isClosed;
+}
+
+}  // namespace files

@@ -1,0 +1,70 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <vector>
+
+#include "platform/linux/file_copy.h"
+#include "platform/linux/file_descriptor.h"
+#include "platform/text.h"
+
+namespace files {
+namespace {
+
+constexpr std::size_t kCopyBlock = 64 * 1024;
+
+bool CopyBytes(int from, int to) {
+  std::vector<char> block(kCopyBlock);
+  ssize_t count = 0;
+  while ((count = ReadSome(from, block.data(), block.size())) > 0) {
+    if (!WriteAll(to, {block.data(), static_cast<std::size_t>(count)})) return false;
+  }
+  return count == 0;
+}
+
+/// The first free name; not open when none can be made.
+FileDescriptor CreateBeside(const std::string& path, std::string& copy) {
+  for (unsigned number = 1;; ++number) {
+    copy = path + ".unreadable";
+    if (number > 1) copy += "." + std::to_string(number);
+    FileDescriptor handle(open(copy.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (handle.IsOpen() || errno != EEXIST) return handle;
+  }
+}
+
+}  // namespace
+
+const OLECHAR kSeparator = u'/';
+
+std::string PathFromText(WideView path) { return text::ToUtf8(path); }
+
+bool Exists(const std::string& path) {
+  struct stat found {};
+  return stat(path.c_str(), &found) == 0;
+}
+
+std::uint64_t Size(const std::string& path) {
+  struct stat found {};
+  if (stat(path.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return 0;
+  return static_cast<std::uint64_t>(found.st_size);
+}
+
+bool KeepUnreadable(const std::string& path) {
+  // Not blocking: a pipe in the file's place would wait for its writer.
+  const FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat old {};
+  if (!source.IsOpen() || fstat(source.Get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
+  std::string copy;
+  FileDescriptor target = CreateBeside(path, copy);
+  if (!target.IsOpen()) return false;
+  bool isKept = CopyBytes(source.Get(), target.Get());
+  KeepOwnerAndMode(target.Get(), old);
+  isKept = isKept && fsync(target.Get()) == 0;
+  isKept = target.Close() && isKept && SyncDirectory(DirectoryOf(copy));
+  if (!isKept) unlink(copy.c_str());
+  return isKept;
+}
+
+}  // namespace files

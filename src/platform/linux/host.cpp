@@ -1,0 +1,19 @@
+#include "platform/host.h"
+
+namespace host {
+
+// Standard output takes bytes as they are, and arguments are the shell's bytes.
+std::vector<std::string> Arguments(int argc, char** argv) { return {argv, argv + argc}; }
+void Prepare() {}
+
+HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
+  return DllGetClassObject(rclsid, riid, ppv);
+}
+HRESULT CanUnloadNow() { return DllCanUnloadNow(); }
+HRESULT RegisterServer() { return DllRegisterServer(); }
+HRESULT UnregisterServer() { return DllUnregisterServer(); }
+
+HRESULT SetCodePage(UINT codePage) { return ZorTunedexSetCodePage(codePage); }
+HRESULT SetRegistryFile(const char* path) { return ZorTunedexSetRegistryFile(path); }
+
+}  // namespace host

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+/// The content of a file in the .reg export format. Names of keys and values compare without regard
+/// to case and keep the spelling that they came with. A key exists when it or a key below it stands
+/// in the file.
+class RegFile {
+ public:
+  /// False, and nothing kept, for bytes that are no such file. No bytes at all are an empty one.
+  /// Lines that cannot be understood, and comments, are left out.
+  bool Parse(std::string_view bytes);
+  /// UTF-16LE with its mark, lines ending in CR LF, keys sorted by name.
+  std::string Format() const;
+
+  bool HasKey(std::u16string_view path) const;
+  bool HasSubKeys(std::u16string_view path) const;
+  void AddKey(std::u16string_view path);
+  /// The key above stays, also when this was the only one that showed it.
+  void DeleteTree(std::u16string_view path);
+
+  /// Null when there is no such value or it is no text. An empty name is the default value.
+  const std::u16string* FindText(std::u16string_view path, std::u16string_view name) const;
+  void SetText(std::u16string_view path, std::u16string_view name, std::u16string_view value);
+  void SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value);
+  void DeleteValue(std::u16string_view path, std::u16string_view name);
+
+ private:
+  struct Value {
+    std::u16string name;
+    bool isText = false;
+    std::u16string data;  ///< the text, or what the file has behind the equals sign
+  };
+  struct Key {
+    std::u16string path;
+    std::map<std::u16string, Value, std::less<>> values;  ///< by folded name
+  };
+  using Keys = std::map<std::u16string, Key, std::less<>>;  ///< by folded path
+  friend class RegReader;
+
+  Key& Obtain(std::u16string_view path);
+  void Set(std::u16string_view path, Value value);
+
+  Keys m_keys;
+};
