@@ -1,0 +1,13 @@
+#include "xml/pro_link_country_code.h"
+
+#include <cstring>
+
+std::int32_t CProLinkCountryCode::GetIndexByCode(std::uint32_t code) const {
+  return countries::FindRow(code);
+}
+
+char* CProLinkCountryCode::GetTableName(std::int32_t row, char* buffer) const {
+  const countries::CountryRow* country = countries::RowAt(row);
+  if (country == nullptr || buffer == nullptr) return nullptr;
+  return std::strcpy(buffer, country->name);
+}
