@@ -1,0 +1,20 @@
+#include <cstdio>
+
+#include "core/interfaces.h"
+#include "platform/bstr.h"
+#include "platform/com_ptr.h"
+
+int main(int argc, char** argv) {
+  const std::basic_string_view<char> folder = argc > 1 ? argv[1] : "samples/home";
+  const std::basic_string<OLECHAR> path(folder.begin(), folder.end());
+  ComPtr<IClassFactory> factory;
+  ComPtr<IZorTunedex> database;
+  ComPtr<IChannelInfoMgr> channels;
+  UINT count = 0;
+  DllGetClassObject(CLSID_ZorTunedex, IID_IClassFactory, (void**)factory.Receive());
+  factory->CreateInstance(nullptr, IID_IZorTunedex, (void**)database.Receive());
+  database->Open(Bstr(path).Get(), 49, InputSignalDVBSatellite);
+  database->GetChannelInfoMgr(InputSignalDVBSatellite, channels.Receive());
+  channels->GetChannelCount(DWORD(ServiceDigitalTV), &count);
+  std::printf("%u television channels\n", count);
+}
