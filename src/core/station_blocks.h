@@ -517,8 +517,8 @@ constexpr bool ListsFit(const Layout& layout) {
   return true;
 }
 
-// Given apart from its layout: under the sanitizers g++ takes no null check of a pointer for a
-// constant.
+// Not through layout.components: with sanitizers on, the compiler does not compare addresses in
+// constant expressions.
 constexpr bool ComponentsFit(const Layout& layout, const ComponentList& parts) {
   return SpanFree(layout, {parts.nameOffset,
                            parts.nameOffset + std::size_t{parts.nameWidth} * parts.capacity}) &&
