@@ -1,11 +1,13 @@
 #include "platform/linux/code_page.h"
 
-#include <iconv.h>
-
+#include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <mutex>
+
+#include "platform/linux/iconv_converter.h"
 
 namespace {
 
@@ -13,57 +15,51 @@ constexpr char16_t kNone = 0xFFFD;
 
 std::atomic<const CodePage*> currentPage{nullptr};
 
-/// Converts one character at a time.
-class Converter {
- public:
-  Converter(const char* to, const char* from) : m_handle(iconv_open(to, from)) {}
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-  ~Converter() {
-    if (IsOpen()) iconv_close(m_handle);
-  }
+constexpr UINT kPages[] = {932,  936,  949,  950,  1250, 1251, 1252,
+                           1253, 1254, 1255, 1256, 1257, 1258};
 
-  bool IsOpen() const { return m_handle != reinterpret_cast<iconv_t>(-1); }
-
-  /// Bytes written; 0 when the character does not exist, or needs more than `room` bytes.
-  std::size_t Convert(const void* from, std::size_t length, void* to, std::size_t room) {
-    iconv(m_handle, nullptr, nullptr, nullptr, nullptr);
-    char* in = const_cast<char*>(static_cast<const char*>(from));
-    char* out = static_cast<char*>(to);
-    std::size_t left = room;
-    // The second call brings out what a page with combining characters holds back.
-    if (iconv(m_handle, &in, &length, &out, &left) != 0) return 0;
-    if (iconv(m_handle, nullptr, nullptr, &out, &left) != 0) return 0;
-    return room - left;
-  }
-
- private:
-  iconv_t m_handle;
+struct LeadBytes {
+  UINT page;
+  unsigned char first;
+  unsigned char last;
 };
+constexpr LeadBytes kLeadBytes[] = {
+    {932, 0x81, 0x9F}, {932, 0xE0, 0xFC}, {936, 0x81, 0xFE}, {949, 0x81, 0xFE}, {950, 0x81, 0xFE}};
+
+/// Codes that iconv leaves without a character have one on Windows, mostly in the private use area:
+/// those of the rows and columns from `first` to `last` get the units from `unit` on, in order. Row
+/// 0 holds the single bytes. Earlier entries come first.
+struct Holes {
+  UINT page;
+  unsigned first;
+  unsigned last;
+  char16_t unit;
+};
+constexpr Holes kHoles[] = {
+    {932, 0x00A0, 0x00FF, 0xF8F0},  {936, 0xAAA1, 0xAFFE, 0xE000},  {936, 0xF8A1, 0xFEFE, 0xE234},
+    {936, 0xA140, 0xA7A0, 0xE4C6},  {936, 0xA240, 0xA9FE, 0xE766},  {936, 0xD740, 0xD7FE, 0xE810},
+    {936, 0xFE40, 0xFEFE, 0xE815},  {936, 0x00FF, 0x00FF, 0xF8F5},  {949, 0xC9A1, 0xC9FE, 0xE000},
+    {949, 0xFEA1, 0xFEFE, 0xE05E},  {949, 0x00FF, 0x00FF, 0xF8F7},  {950, 0xFA40, 0xFEFE, 0xE000},
+    {950, 0x8E40, 0xA0FE, 0xE311},  {950, 0x8140, 0x8DFE, 0xEEB8},  {950, 0x00FF, 0x00FF, 0xF8F8},
+    {1253, 0x00A0, 0x00FF, 0xF8F9}, {1255, 0x00CA, 0x00CA, 0x05BA}, {1255, 0x00A0, 0x00FF, 0xF88D},
+    {1257, 0x00A0, 0x00FF, 0xF8FC},
+};
+
+bool IsHole(const Holes& holes, unsigned code) {
+  const unsigned column = code & 0xFF;
+  const bool isInside = column >= (holes.first & 0xFF) && column <= (holes.last & 0xFF);
+  const unsigned gapEnd = holes.page == 950 ? 0xA0 : 0x7F;  // second bytes that are never used
+  return isInside && (code <= 0xFF || column < 0x7F || column > gapEnd);
+}
+
+/// Of two codes with the same character Windows writes these, and iconv the others.
+struct Preference {
+  UINT page;
+  std::uint16_t code;
+};
+constexpr Preference kPreferences[] = {{950, 0xF9F9}, {950, 0xF9E9}, {950, 0xF9EB}, {950, 0xF9EA}};
 
 }  // namespace
-
-struct CodePage::Description {
-  UINT number;
-  const char* name;
-  unsigned char leads[2][2];  ///< ranges of lead bytes; 0 to 0: none
-};
-
-const CodePage::Description CodePage::kDescriptions[] = {
-    {932, "CP932", {{0x81, 0x9F}, {0xE0, 0xFC}}},
-    {936, "CP936", {{0x81, 0xFE}, {}}},
-    {949, "CP949", {{0x81, 0xFE}, {}}},
-    {950, "CP950", {{0x81, 0xFE}, {}}},
-    {1250, "CP1250", {}},
-    {1251, "CP1251", {}},
-    {1252, "CP1252", {}},
-    {1253, "CP1253", {}},
-    {1254, "CP1254", {}},
-    {1255, "CP1255", {}},
-    {1256, "CP1256", {}},
-    {1257, "CP1257", {}},
-    {1258, "CP1258", {}},
-};
 
 const CodePage* CodePage::Current() { return currentPage.load(std::memory_order_acquire); }
 
@@ -80,55 +76,85 @@ const CodePage* CodePage::Find(UINT number) {
   static auto& pages = *new std::map<UINT, std::unique_ptr<const CodePage>>;
   const std::lock_guard lock(mutex);
   if (const auto known = pages.find(number); known != pages.end()) return known->second.get();
-  for (const Description& description : kDescriptions) {
-    if (description.number != number) continue;
-    std::unique_ptr<CodePage> page(new CodePage);
-    if (!page->Fill(description)) return nullptr;
-    return (pages[number] = std::move(page)).get();
-  }
-  return nullptr;
+  std::unique_ptr<CodePage> page(new CodePage);
+  const bool isKnown = std::find(std::begin(kPages), std::end(kPages), number) != std::end(kPages);
+  if (!isKnown || !page->Fill(number)) return nullptr;
+  return (pages[number] = std::move(page)).get();
 }
 
-bool CodePage::Fill(const Description& description) {
-  for (const auto& range : description.leads) {
-    for (unsigned byte = range[0]; byte != 0 && byte <= range[1]; ++byte) m_isLead[byte] = true;
+bool CodePage::Fill(UINT number) {
+  for (const LeadBytes& range : kLeadBytes) {
+    if (range.page == number) std::fill(m_isLead + range.first, m_isLead + range.last + 1, true);
   }
-  return FillDecoding(description.name) && FillEncoding(description.name);
+  char name[16];
+  std::snprintf(name, sizeof(name), "CP%u", number);
+  if (!FillDecoding(name)) return false;
+  FillHoles(number);
+  if (!FillEncoding(name)) return false;
+  for (const Preference& preferred : kPreferences) {
+    if (preferred.page == number) m_narrow[m_wide[preferred.code]] = preferred.code;
+  }
+  return true;
+}
+
+/// False for codes that no text can have: a lead byte alone, a first byte that is none, and a
+/// second byte of zero.
+bool CodePage::IsCode(unsigned code) const {
+  const unsigned lead = code >> 8;
+  return lead == 0 ? !m_isLead[code] : m_isLead[lead] && (code & 0xFF) != 0;
 }
 
 bool CodePage::FillDecoding(const char* name) {
-  Converter converter("UTF-16LE", name);
+  IconvConverter converter("UTF-16LE", name);
   if (!converter.IsOpen()) return false;
   m_wide.assign(0x10000, kNone);
   for (unsigned code = 0; code < 0x10000; ++code) {
-    const unsigned lead = code >> 8;
-    const bool isPair = lead != 0;
-    if (isPair ? !m_isLead[lead] || (code & 0xFF) == 0 : m_isLead[code]) continue;
-    const unsigned char bytes[2] = {static_cast<unsigned char>(isPair ? lead : code),
-                                    static_cast<unsigned char>(code & 0xFF)};
+    if (!IsCode(code)) continue;
+    const char bytes[2] = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
+    const bool isPair = code > 0xFF;
     unsigned char unit[2];
-    if (converter.Convert(bytes, isPair ? 2 : 1, unit, sizeof(unit)) == sizeof(unit)) {
-      m_wide[code] = static_cast<char16_t>(unit[0] | unit[1] << 8);
-    }
+    const std::size_t length = converter.Convert({isPair ? bytes : bytes + 1, isPair ? 2U : 1U},
+                                                 reinterpret_cast<char*>(unit), sizeof(unit));
+    if (length == 2) m_wide[code] = static_cast<char16_t>(unit[0] | unit[1] << 8);
   }
+  // Some conversions take 0x5C and 0x7E for a yen sign and an overline; Windows does not.
   for (char16_t code = 0; code < 0x80; ++code) m_wide[code] = code;
   return true;
 }
 
+void CodePage::FillHoles(UINT number) {
+  for (char16_t control = 0x80; control < 0xA0; ++control) {
+    if (m_wide[control] == kNone && IsCode(control)) m_wide[control] = control;
+  }
+  for (const Holes& holes : kHoles) {
+    char16_t unit = holes.unit;
+    for (unsigned code = holes.first; code <= holes.last; ++code) {
+      if (holes.page == number && IsHole(holes, code) && IsCode(code) && m_wide[code] == kNone) {
+        m_wide[code] = unit++;
+      }
+    }
+  }
+}
+
 bool CodePage::FillEncoding(const char* name) {
-  Converter converter(name, "UTF-16LE");
+  IconvConverter converter(name, "UTF-16LE");
   if (!converter.IsOpen()) return false;
   m_narrow.assign(0x10000, 0);
+  for (unsigned code = 0xFFFF; code > 0; --code) {
+    if (m_wide[code] != kNone) m_narrow[m_wide[code]] = static_cast<std::uint16_t>(code);
+  }
   for (unsigned unit = 0x80; unit < 0x10000; ++unit) {
     if (unit >= 0xD800 && unit <= 0xDFFF) continue;
-    const unsigned char wide[2] = {static_cast<unsigned char>(unit & 0xFF),
-                                   static_cast<unsigned char>(unit >> 8)};
+    const char wide[2] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
     unsigned char bytes[2];
-    const std::size_t length = converter.Convert(wide, sizeof(wide), bytes, sizeof(bytes));
-    if (length == 1) m_narrow[unit] = bytes[0];
-    if (length == 2) m_narrow[unit] = static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
+    const std::size_t length =
+        converter.Convert({wide, 2}, reinterpret_cast<char*>(bytes), sizeof(bytes));
+    if (length == 0) continue;
+    const unsigned code = length == 1 ? bytes[0] : bytes[0] * 256U + bytes[1];
+    // What would become ASCII is left out: a likeness must not turn into a backslash.
+    const bool isNew = m_narrow[unit] == 0 && code >= 0x80;
+    if (isNew || m_wide[code] == unit) m_narrow[unit] = static_cast<std::uint16_t>(code);
   }
-  for (std::uint16_t code = 0; code < 0x80; ++code) m_narrow[code] = code;
   return true;
 }
 
