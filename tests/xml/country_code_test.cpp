@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/registry.h"
-#include "registry_sandbox.h"
+#include "support/registry_sandbox.h"
 #include "support/expect.h"
 
 namespace {
