@@ -1,0 +1,177 @@
+#include "channels/chan_info_mgr.h"
+
+#include <algorithm>
+#include <new>
+
+#include "channels/chan_info.h"
+#include "channels/chan_sort.h"
+#include "xml/xml_nodes.h"
+
+CChanInfoMgr::~CChanInfoMgr() { CChanInfoMgr::Close(); }
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::Open() { return S_OK; }
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::Close() {
+  m_element = dom::Element();
+  Clear();
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::Clear() {
+  const ComPtr<CChanInfoMgr> self(this);
+  SetDirty(0);
+  Records().swap(m_records);
+  DropElements();
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetSignalType(InputSignalType* pSignalType) {
+  if (pSignalType == nullptr) return E_POINTER;
+  *pSignalType = m_signalType;
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::SetSignalType(InputSignalType SignalType) {
+  m_signalType = SignalType;
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::CreateChannelInfo(IChannelInfo** ppChanInfo) {
+  const HRESULT hr = CChanInfo::CreateInstance(ppChanInfo);
+  return FAILED(hr) ? hr : (*ppChanInfo)->SetSignalType(m_signalType);
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::AddChannelInfo(IChannelInfo* pChannelInfo) {
+  const Locked locked(*this);
+  if (pChannelInfo == nullptr) return E_POINTER;
+  UINT index = 0;
+  const HRESULT hr = pChannelInfo->GetChannelIndex(&index);
+  if (FAILED(hr)) return hr;
+  try {
+    InsertAt(PlaceFor(index), pChannelInfo);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  SetDirty(1);
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::RemoveChannelInfo(IChannelInfo* pChannelInfo) {
+  const Locked locked(*this);
+  if (pChannelInfo == nullptr) return E_POINTER;
+  const auto found = std::find_if(m_records.begin(), m_records.end(), [=](const Record& record) {
+    return record.Get() == pChannelInfo;
+  });
+  // One reference goes in any case: of a record that is not in the list, the caller's. Hosts that
+  // hand theirs over rely on it.
+  Record released;
+  if (found == m_records.end()) {
+    released = Record::Attach(pChannelInfo);
+  } else {
+    released = std::move(*found);
+    m_records.erase(found);
+  }
+  released.Reset();
+  Renumber(true);
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetDirty(BOOL* pbDirty) {
+  const ComPtr<CChanInfoMgr> self(this);
+  if (pbDirty == nullptr) return E_POINTER;
+  BOOL dirty = m_dirty;
+  for (std::size_t position = 0; dirty == 0 && position < m_records.size(); ++position) {
+    BOOL recordDirty = 0;
+    At(position)->GetDirty(&recordDirty);
+    dirty = recordDirty != 0;
+  }
+  *pbDirty = dirty;
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::SetDirty(BOOL bDirty) {
+  m_dirty = bDirty;
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::MoveChannel(UINT nOldChannelIndex, UINT nNewChannelIndex) {
+  const ComPtr<CChanInfoMgr> self(this);
+  if (nOldChannelIndex == nNewChannelIndex) return E_INVALIDARG;
+  Record record;
+  HRESULT hr = GetChannelInfoByIndex(nOldChannelIndex, record.Receive());
+  if (FAILED(hr)) return hr;
+  RemoveChannelInfo(record.Get());
+  record->SetChannelIndex(nNewChannelIndex);
+  hr = AddChannelInfo(record.Get());
+  Renumber(true);
+  return hr;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::SortChannel(ESortType SortType, BOOL bAscending) {
+  const ComPtr<CChanInfoMgr> self(this);
+  if (SortType != SortChannelByNo && SortType != SortChannelBySrvType) return E_FAIL;
+  try {
+    const Records before = m_records;
+    Records sorted = before;
+    if (SortType == SortChannelByNo) {
+      chan_sort::ByNumber(sorted);
+    } else {
+      chan_sort::ByServiceType(sorted, bAscending);
+    }
+    // A record that changed the list while it was asked has the last word.
+    if (Holds(before)) m_records.swap(sorted);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  // By number the array is ascending either way; descending shows in the numbering alone.
+  Renumber(SortType == SortChannelBySrvType || bAscending != 0);
+  return S_OK;
+}
+
+CChanInfoMgr::Record CChanInfoMgr::At(std::size_t position) const {
+  return position < m_records.size() ? m_records[position] : Record();
+}
+
+std::optional<UINT> CChanInfoMgr::IndexOf(const Record& record) {
+  UINT index = 0;
+  if (FAILED(record->GetChannelIndex(&index))) return std::nullopt;
+  return index;
+}
+
+bool CChanInfoMgr::Holds(const Records& records) const {
+  return std::equal(m_records.begin(), m_records.end(), records.begin(), records.end(),
+                    [](const Record& a, const Record& b) { return a.Get() == b.Get(); });
+}
+
+std::size_t CChanInfoMgr::PlaceFor(UINT index) const {
+  for (std::size_t position = 0; position < m_records.size(); ++position) {
+    const std::optional<UINT> other = IndexOf(At(position));
+    if (other && *other >= index) return position;
+  }
+  return m_records.size();
+}
+
+void CChanInfoMgr::InsertAt(std::size_t position, IChannelInfo* channelInfo) {
+  if (m_records.size() == m_records.capacity()) {
+    const std::size_t capacity = m_records.capacity();
+    m_records.reserve(std::max(capacity + 1, capacity + capacity / 2));
+  }
+  // The list may have become shorter while its records were asked.
+  position = std::min(position, m_records.size());
+  m_records.insert(m_records.begin() + static_cast<std::ptrdiff_t>(position), Record(channelInfo));
+}
+
+void CChanInfoMgr::Renumber(bool ascending) {
+  const std::size_t count = m_records.size();
+  for (std::size_t number = 0; number < count; ++number) {
+    const Record record = At(ascending ? number : count - 1 - number);
+    if (record) record->SetChannelIndex(static_cast<UINT>(number + 1));
+  }
+  SetDirty(1);
+  DropElements();
+}
+
+// The elements carry indexes that no longer hold; the next Save writes every channel afresh.
+void CChanInfoMgr::DropElements() const {
+  if (const dom::Element set = m_element) xml::RemoveAllChildren(set, kChannelPath);
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstddef>
+#include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "channels/channel_filter.h"
+#include "core/gen_com_obj.h"
+#include "platform/com_ptr.h"
+#include "platform/critical_section.h"
+#include "platform/dom.h"
+
+/// The ordered channels of one signal type. Records may be the host's own, and may call back into
+/// the list: no method holds a place in the array across a call of a record, and every method keeps
+/// the list and the record that it asks alive.
+class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
+ public:
+  CChanInfoMgr() = default;
+  ~CChanInfoMgr() override;
+
+  HRESULT STDMETHODCALLTYPE Open() override;
+  HRESULT STDMETHODCALLTYPE Close() override;
+  HRESULT STDMETHODCALLTYPE Clear() override;
+  HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) override;
+  HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) override;
+  HRESULT STDMETHODCALLTYPE GetSignalType(InputSignalType* pSignalType) override;
+  HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) override;
+  HRESULT STDMETHODCALLTYPE CreateChannelInfo(IChannelInfo** ppChanInfo) override;
+  HRESULT STDMETHODCALLTYPE AddChannelInfo(IChannelInfo* pChannelInfo) override;
+  HRESULT STDMETHODCALLTYPE RemoveChannelInfo(IChannelInfo* pChannelInfo) override;
+  HRESULT STDMETHODCALLTYPE GetChannelCount(DWORD dwServiceTypeEnum, UINT* pnCount) override;
+  HRESULT STDMETHODCALLTYPE GetChannelInfoByNo(UINT nChannelNo,
+                                               IChannelInfo** ppChannelInfo) override;
+  HRESULT STDMETHODCALLTYPE GetChannelInfoByIndex(UINT nChannelIndex,
+                                                  IChannelInfo** ppChannelInfo) override;
+  HRESULT STDMETHODCALLTYPE GetChannelInfoByStation(_StationTuneInfo* pStationInfo,
+                                                    IChannelInfo** ppChannelInfo) override;
+  HRESULT STDMETHODCALLTYPE FindPreChannel(UINT nChannelIndex, UINT* pnPreChannelIndex,
+                                           DWORD dwServiceTypeEnum, BOOL bAvailableOnly,
+                                           BOOL bLooping) override;
+  HRESULT STDMETHODCALLTYPE FindNextChannel(UINT nChannelIndex, UINT* pnNextChannelIndex,
+                                            DWORD dwServiceTypeEnum, BOOL bAvailableOnly,
+                                            BOOL bLooping) override;
+  HRESULT STDMETHODCALLTYPE GetDirty(BOOL* pbDirty) override;
+  HRESULT STDMETHODCALLTYPE SetDirty(BOOL bDirty) override;
+  HRESULT STDMETHODCALLTYPE MoveChannel(UINT nOldChannelIndex, UINT nNewChannelIndex) override;
+  HRESULT STDMETHODCALLTYPE SortChannel(ESortType SortType, BOOL bAscending) override;
+
+ private:
+  using Record = ComPtr<IChannelInfo>;
+  using Records = std::vector<Record>;
+  using Loaded = std::vector<std::pair<Record, UINT>>;
+
+  static constexpr char kChannelPath[] = "./Channel";
+
+  /// Holds the list's lock, and the list itself: a record may release it meanwhile.
+  class Locked {
+   public:
+    explicit Locked(CChanInfoMgr& list) : m_list(&list), m_guard(list.m_lock) {}
+
+   private:
+    ComPtr<CChanInfoMgr> m_list;
+    std::lock_guard<CriticalSection> m_guard;
+  };
+
+  /// The record at a position, held; null past the end.
+  Record At(std::size_t position) const;
+  /// None when the record does not tell.
+  static std::optional<UINT> IndexOf(const Record& record);
+  bool Holds(const Records& records) const;
+  template <typename Match>
+  HRESULT FindFirst(IChannelInfo** ppChannelInfo, Match match) const;
+  /// Index of the first channel that the filter accepts among `count`, from `first` in steps.
+  HRESULT Scan(ChannelFilter& filter, std::size_t first, std::size_t count, int step,
+               UINT* index) const;
+  std::size_t PlaceFor(UINT index) const;
+  void InsertAt(std::size_t position, IChannelInfo* channelInfo);
+  void Renumber(bool ascending);
+  void DropElements() const;
+  HRESULT LoadChannels(const dom::ElementList& channels);
+  HRESULT LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded);
+  HRESULT AddLoaded(const Loaded& loaded);
+  HRESULT SaveChannels(const dom::Element& set);
+
+  Records m_records;
+  InputSignalType m_signalType = InputSignalUnknown;
+  BOOL m_dirty = 0;
+  dom::Element m_element;
+  CriticalSection m_lock;
+};

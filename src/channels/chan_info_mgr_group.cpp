@@ -1,0 +1,79 @@
+#include "channels/chan_info_mgr_group.h"
+
+#include <iterator>
+
+#include "channels/chan_info_mgr.h"
+#include "xml/xml_chan_parser.h"
+
+namespace {
+
+constexpr InputSignalType kSignalTypes[] = {
+    InputSignalAnalogAntenna, InputSignalAnalogCable,
+    InputSignalFMRadio,       InputSignalATSCAntenna,
+    InputSignalATSCCable,     InputSignalDVBTerrestrial,
+    InputSignalDVBSatellite,  InputSignalDVBCable,
+    InputSignalDVBHandheld,   InputSignalISDBTerrestrial,
+    InputSignalISDBSatellite, InputSignalISDBCable,
+    InputSignalTDMBMobile,    InputSignalISDBTerrestrialOneSeg,
+};
+
+}  // namespace
+
+CChanInfoMgrGroup::~CChanInfoMgrGroup() { DestroyAll(); }
+
+HRESULT CChanInfoMgrGroup::CreateAll() {
+  for (const InputSignalType signalType : kSignalTypes) {
+    ComPtr<IChannelInfoMgr> list;
+    if (FAILED(CChanInfoMgr::CreateInstance(list.Receive()))) continue;
+    list->SetSignalType(signalType);
+    list->Open();
+    // A list that is there already stays.
+    m_lists.Register(signalType, list.Get());
+  }
+  return S_OK;
+}
+
+HRESULT CChanInfoMgrGroup::DestroyAll() {
+  for (const InputSignalType signalType : kSignalTypes) {
+    ComPtr<IChannelInfoMgr> list;
+    if (SUCCEEDED(m_lists.Get(signalType, list.Receive()))) list->Close();
+  }
+  m_lists.ReleaseAll();
+  return S_OK;
+}
+
+HRESULT CChanInfoMgrGroup::GetByPosition(UINT position, IChannelInfoMgr** list) const {
+  if (position >= std::size(kSignalTypes)) return E_INVALIDARG;
+  return m_lists.Get(kSignalTypes[position], list);
+}
+
+HRESULT CChanInfoMgrGroup::LoadOne(const dom::Element& country, InputSignalType signalType) {
+  ComPtr<IChannelInfoMgr> list;
+  if (FAILED(m_lists.Get(signalType, list.Receive()))) return S_OK;
+  dom::Element set;
+  if (FAILED(CXmlChanParser::FindChannelSet(country, signalType, &set, false))) return S_OK;
+  list->Load(dom::kIidNode, set.Get());
+  return S_OK;
+}
+
+HRESULT CChanInfoMgrGroup::SaveAll(const dom::Element& country) {
+  UINT count = 0;
+  m_lists.Count(&count);
+  bool saved = false;
+  for (UINT position = 0; position < count; ++position) {
+    if (SaveIfDirty(position, country)) saved = true;
+  }
+  return saved ? S_OK : E_FAIL;
+}
+
+bool CChanInfoMgrGroup::SaveIfDirty(UINT position, const dom::Element& country) {
+  ComPtr<IChannelInfoMgr> list;
+  if (FAILED(GetByPosition(position, list.Receive()))) return false;
+  BOOL dirty = 0;
+  if (FAILED(list->GetDirty(&dirty)) || dirty == 0) return false;
+  dom::Element set;
+  if (FAILED(CXmlChanParser::FindChannelSet(country, kSignalTypes[position], &set, true))) {
+    return false;
+  }
+  return list->Save(dom::kIidNode, set.Get()) == S_OK;
+}

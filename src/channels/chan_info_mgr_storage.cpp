@@ -1,0 +1,111 @@
+// Loading the channels from an element and saving them to one.
+#include <new>
+
+#include "channels/bulk_insert.h"
+#include "channels/chan_info_mgr.h"
+#include "xml/channel_codec.h"
+#include "xml/channel_element_index.h"
+
+namespace {
+
+HRESULT ElementOf(REFIID riid, IUnknown* pUnknown, dom::Element& element) {
+  if (!(riid == dom::kIidNode) && !(riid == dom::kIidElement)) return E_NOTIMPL;
+  if (pUnknown == nullptr) return E_INVALIDARG;
+  return dom::Element::From(pUnknown, element);
+}
+
+}  // namespace
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
+  const ComPtr<CChanInfoMgr> self(this);
+  dom::Element set;
+  HRESULT hr = ElementOf(riid, pUnknown, set);
+  if (FAILED(hr)) return hr;
+  Open();
+  if (set.Get() != m_element.Get()) m_element = set;
+  dom::ElementList channels;
+  hr = set.Select(kChannelPath, channels);
+  if (FAILED(hr)) return hr;
+  try {
+    hr = LoadChannels(channels);
+  } catch (const std::bad_alloc&) {
+    hr = E_OUTOFMEMORY;
+  }
+  SetDirty(0);
+  return hr;
+}
+
+HRESULT STDMETHODCALLTYPE CChanInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
+  const ComPtr<CChanInfoMgr> self(this);
+  dom::Element set;
+  HRESULT hr = ElementOf(riid, pUnknown, set);
+  if (FAILED(hr)) return hr;
+  try {
+    hr = SaveChannels(set);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  SetDirty(0);
+  return hr;
+}
+
+HRESULT CChanInfoMgr::LoadChannels(const dom::ElementList& channels) {
+  HRESULT hr = S_OK;
+  Loaded loaded;
+  for (LONG position = 0; position < channels.Count(); ++position) {
+    hr = LoadChannel(channels, position, loaded);
+  }
+  const HRESULT added = AddLoaded(loaded);
+  return FAILED(added) ? added : hr;
+}
+
+HRESULT CChanInfoMgr::LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded) {
+  Record record;
+  HRESULT hr = CreateChannelInfo(record.Receive());
+  if (FAILED(hr)) return hr;
+  dom::Element channel;
+  hr = channels.Item(position, channel);
+  if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
+  hr = xml::CodeChannel(channel, record.Get(), xml::Direction::Read);
+  if (FAILED(hr)) return hr;
+  UINT index = 0;
+  hr = record->GetChannelIndex(&index);
+  if (FAILED(hr)) return hr;
+  record->SetDirty(0);
+  loaded.emplace_back(std::move(record), index);
+  return S_OK;
+}
+
+// As AddChannelInfo for each, with one pass over what is there.
+HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
+  if (loaded.empty()) return S_OK;
+  const Locked locked(*this);
+  const Records before = m_records;
+  BulkInsert<Record> bulk;
+  for (const Record& record : before) bulk.Append(record, IndexOf(record));
+  for (const auto& [record, index] : loaded) bulk.Insert(record, index);
+  Records merged = bulk.Take();
+  if (Holds(before)) {
+    m_records.swap(merged);
+    SetDirty(1);
+    return S_OK;
+  }
+  // A record changed the list while it was asked.
+  HRESULT hr = S_OK;
+  for (const auto& [record, index] : loaded) hr = AddChannelInfo(record.Get());
+  return hr;
+}
+
+HRESULT CChanInfoMgr::SaveChannels(const dom::Element& set) {
+  HRESULT hr = S_OK;
+  xml::ChannelElementIndex elements(set);
+  for (std::size_t position = 0; position < m_records.size(); ++position) {
+    const Record record = At(position);
+    dom::Element channel;
+    hr = elements.FindOrCreate(record.Get(), channel);
+    if (hr != S_OK) continue;
+    hr = xml::CodeChannel(channel, record.Get(), xml::Direction::Write);
+    record->SetDirty(0);
+  }
+  return hr;
+}
