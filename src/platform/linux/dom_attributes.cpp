@@ -1,6 +1,8 @@
 // Attributes of elements.
 #include <charconv>
 #include <cstring>
+#include <string>
+#include <string_view>
 
 #include "platform/dom.h"
 #include "platform/linux/code_page.h"
@@ -24,7 +26,7 @@ Attribute* Find(const Node& node, const char* name, std::uint32_t& hint) {
   const Names& names = node.Owner().GetNames();
   if (hint < node.AttributeCount()) {
     Attribute& expected = node.At(hint);
-    if (std::strcmp(names.Text(expected.name).data(), name) == 0) {
+    if (std::strcmp(names.Text(expected.Name()).data(), name) == 0) {
       ++hint;
       return &expected;
     }
@@ -39,9 +41,10 @@ Attribute* Find(const Node& node, const char* name, std::uint32_t& hint) {
 template <typename Use>
 HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
   if (unknown == nullptr || name == nullptr) return E_INVALIDARG;
-  const Attribute* attribute = Find(NodeOf(unknown), name, hint);
+  const Node& node = NodeOf(unknown);
+  const Attribute* attribute = Find(node, name, hint);
   if (attribute == nullptr) return S_FALSE;
-  use(attribute->Value());
+  use(node.ValueOf(*attribute));
   return S_OK;
 }
 
@@ -123,7 +126,7 @@ HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {
   const Names& names = node.Owner().GetNames();
   for (std::uint32_t i = 0; i < node.AttributeCount(); ++i) {
     const Attribute& attribute = node.At(i);
-    visit(names.Text(attribute.name), attribute.Value());
+    visit(names.Text(attribute.Name()), node.ValueOf(attribute));
   }
   return S_OK;
 }

@@ -1,6 +1,7 @@
 // Document handles.
-#include <algorithm>
-#include <array>
+#include <new>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/dom.h"

@@ -1,7 +1,9 @@
 // Elements, their places in the tree and paths below them.
-#include <new>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/dom.h"
 #include "platform/linux/dom_handles.h"

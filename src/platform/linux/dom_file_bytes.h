@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace domtree {
 
@@ -21,8 +20,11 @@ class FileBytes {
 
   const char* Data() const { return m_bytes.get(); }
   std::size_t Size() const { return m_size; }
-  bool Holds(const char* text) const {
-    return std::less_equal<>()(m_bytes.get(), text) && std::less<>()(text, m_bytes.get() + m_size);
+  /// True when so many bytes of the file stand at `text`.
+  bool Holds(const char* text, std::size_t count) const {
+    const std::uintptr_t offset =
+        reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(m_bytes.get());
+    return offset < m_size && count <= m_size - offset;
   }
 
  private:

@@ -44,7 +44,8 @@ NameId Names::FindHashed(std::string_view name, std::uint32_t hash) const {
 NameId Names::Intern(std::string_view name) {
   const std::uint32_t hash = HashOf(name);
   if (const NameId known = FindHashed(name, hash); known != kNoName) return known;
-  if (name.size() >= std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
+  const bool fits = name.size() < std::numeric_limits<std::uint32_t>::max();
+  if (!fits || m_entries.size() == kNoName) throw std::bad_alloc();
   if (2 * (m_entries.size() + 1) > m_slots.size()) Grow();
   char* text = static_cast<char*>(m_pool.Allocate(name.size() + 1));
   std::memcpy(text, name.data(), name.size());

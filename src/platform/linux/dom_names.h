@@ -10,7 +10,8 @@
 namespace domtree {
 
 using NameId = std::uint32_t;
-inline constexpr NameId kNoName = 0xFFFFFFFF;
+/// Attributes keep names in 24 bits.
+inline constexpr NameId kNoName = 0xFFFFFF;
 
 /// True for what a new element or attribute may be called: an ASCII name without a prefix.
 bool IsPlainName(std::string_view name);

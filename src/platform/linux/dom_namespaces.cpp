@@ -27,7 +27,7 @@ std::optional<std::string_view> Resolve(const Node& element, std::string_view pr
   if (declaration == kNoName) return std::nullopt;
   for (const Node* node = &element; node; node = node->Parent()) {
     if (!node->IsElement()) break;
-    if (const Attribute* found = node->FindAttribute(declaration)) return found->Value();
+    if (const Attribute* found = node->FindAttribute(declaration)) return node->ValueOf(*found);
   }
   return std::nullopt;
 }
@@ -50,7 +50,7 @@ bool HasSoundPrefixes(const Node& element) {
   }
   std::vector<std::pair<std::string_view, std::string_view>> expanded;
   for (std::uint32_t i = 0; i < element.AttributeCount(); ++i) {
-    const NameId id = element.At(i).name;
+    const NameId id = element.At(i).Name();
     if (!names.HasPrefix(id) || IsNamespaceDeclaration(names.Text(id))) continue;
     const SplitName name = Split(names.Text(id));
     const auto meaning = Resolve(element, name.prefix);

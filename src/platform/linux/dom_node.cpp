@@ -1,6 +1,5 @@
 #include "platform/linux/dom_node.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "platform/dom.h"
@@ -47,11 +46,16 @@ ULONG Node::Release() {
   return left;
 }
 
+std::string_view Node::ValueOf(const Attribute& attribute) const {
+  return attribute.Value(m_store->File().Data());
+}
+
 Attribute* Node::FindAttribute(NameId name) const {
-  Attribute* const end = m_attributes + m_count;
-  Attribute* const found = std::find_if(
-      m_attributes, end, [name](const Attribute& attribute) { return attribute.name == name; });
-  return found == end ? nullptr : found;
+  Attribute* const first = Attributes();
+  for (std::uint32_t i = 0; i < m_count; ++i) {
+    if (first[i].Name() == name) return first + i;
+  }
+  return nullptr;
 }
 
 }  // namespace domtree

@@ -1,33 +1,18 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 #include "platform/com.h"
+#include "platform/linux/dom_attribute.h"
 #include "platform/linux/dom_names.h"
 
 namespace domtree {
 
 class Store;
-
-/// A name with its value as UTF-8. Short values stand in the record itself, others in the store's
-/// pool or, as the parser found them, in the file's bytes.
-struct Attribute {
-  static constexpr std::size_t kInline = 8;
-
-  NameId name;
-  std::uint32_t length;
-  union {
-    const char* text;
-    char inlineText[kInline];
-  };
-
-  /// Valid until the attribute or its element's list of attributes changes.
-  std::string_view Value() const { return {length <= kInline ? inlineText : text, length}; }
-};
-static_assert(sizeof(Attribute) == 16);
 
 enum class Kind : std::uint8_t { Document, Element, Text, Cdata, Comment, Instruction };
 
@@ -48,7 +33,7 @@ class Node final : public IUnknown {
   /// Of an element its tag, of a processing instruction its target.
   NameId Name() const { return m_name; }
   /// Of a node that is no element.
-  std::string_view Text() const { return m_attributes->Value(); }
+  std::string_view Text() const { return ValueOf(At(0)); }
 
   Node* Parent() const { return m_parent; }
   Node* First() const { return m_first; }
@@ -63,7 +48,8 @@ class Node final : public IUnknown {
   }
 
   std::uint32_t AttributeCount() const { return m_count; }
-  Attribute& At(std::uint32_t position) const { return m_attributes[position]; }
+  Attribute& At(std::uint32_t position) const { return Attributes()[position]; }
+  std::string_view ValueOf(const Attribute& attribute) const;
   /// Null when there is none.
   Attribute* FindAttribute(NameId name) const;
 
@@ -76,9 +62,24 @@ class Node final : public IUnknown {
  private:
   friend class Store;
 
+  /// What stands behind a node instead of its attributes when these have outgrown their place.
+  struct Outgrown {
+    Attribute* attributes;
+    std::uint32_t capacity;
+  };
+
   Node() = default;
   Node(Store& store, Kind kind, NameId name) : m_store(&store), m_name(name), m_kind(kind) {}
 
+  /// Bytes of a node with room for so many attributes.
+  static std::size_t SizeWith(std::size_t room) {
+    return sizeof(Node) + std::max(sizeof(Outgrown), room * sizeof(Attribute));
+  }
+  Outgrown* Elsewhere() const { return reinterpret_cast<Outgrown*>(const_cast<Node*>(this) + 1); }
+  Attribute* Attributes() const {
+    if (m_isOutgrown) return Elsewhere()->attributes;
+    return reinterpret_cast<Attribute*>(const_cast<Node*>(this) + 1);
+  }
   bool IsHeld() const { return m_references.load(std::memory_order_acquire) != 0; }
 
   Store* m_store = nullptr;
@@ -87,16 +88,16 @@ class Node final : public IUnknown {
   /// The first sibling's is the last one; null without a parent.
   Node* m_previous = nullptr;
   Node* m_next = nullptr;
-  Attribute* m_attributes = nullptr;
   std::atomic<std::uint32_t> m_references{0};
   NameId m_name = kNoName;
   std::uint32_t m_count = 0;
-  std::uint32_t m_capacity = 0;
-  /// Attributes that fit behind the node itself.
+  /// Attributes that fit behind the node.
   std::uint16_t m_room = 0;
   Kind m_kind = Kind::Document;
   bool m_spaceBefore : 1 = false;
   bool m_spaceAtEnd : 1 = false;
+  bool m_isOutgrown : 1 = false;
 };
+static_assert(sizeof(Node) == 64);
 
 }  // namespace domtree

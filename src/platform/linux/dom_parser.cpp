@@ -32,16 +32,26 @@ class Silence {
   void* m_context;
 };
 
-/// The parser reads the bytes where they are.
-bool Feed(xmlParserCtxt* parser, const FileBytes& file) {
-  xmlParserInputBuffer* buffer = xmlParserInputBufferCreateStatic(
-      file.Data(), static_cast<int>(file.Size()), XML_CHAR_ENCODING_NONE);
-  if (buffer == nullptr) return false;
-  xmlParserInput* input = xmlNewIOInputStream(parser, buffer, XML_CHAR_ENCODING_NONE);
-  if (input == nullptr) {
-    xmlFreeParserInputBuffer(buffer);
-    return false;
+enum class Feed { InPlace, Converted };
+
+xmlParserInput* NewInput(xmlParserCtxt* parser, const FileBytes& file, Feed feed) {
+  if (feed == Feed::InPlace) {
+    xmlParserInput* input = xmlNewInputStream(parser);
+    if (input == nullptr) return nullptr;
+    input->base = input->cur = reinterpret_cast<const xmlChar*>(file.Data());
+    input->end = input->base + file.Size();
+    return input;
   }
+  xmlParserInputBuffer* copy = xmlParserInputBufferCreateMem(
+      file.Data(), static_cast<int>(file.Size()), XML_CHAR_ENCODING_NONE);
+  if (copy == nullptr) return nullptr;
+  xmlParserInput* input = xmlNewIOInputStream(parser, copy, XML_CHAR_ENCODING_NONE);
+  if (input == nullptr) xmlFreeParserInputBuffer(copy);
+  return input;
+}
+
+bool Push(xmlParserCtxt* parser, xmlParserInput* input) {
+  if (input == nullptr) return false;
   if (inputPush(parser, input) >= 0) return true;
   xmlFreeInputStream(input);
   return false;
@@ -51,7 +61,14 @@ bool Feed(xmlParserCtxt* parser, const FileBytes& file) {
 bool HasReadAll(const xmlParserInput* input) {
   if (input == nullptr || input->cur != input->end) return false;
   const xmlParserInputBuffer* buffer = input->buf;
-  return buffer->error == 0 && (buffer->raw == nullptr || xmlBufUse(buffer->raw) == 0);
+  return !buffer || (!buffer->error && (!buffer->raw || xmlBufUse(buffer->raw) == 0));
+}
+
+/// The parser believes bytes that it reads in place to be UTF-8 whatever they say they are.
+bool IsLabelledRight(const xmlParserCtxt* parser, Feed feed) {
+  const xmlChar* label = parser->encoding;
+  return feed == Feed::Converted || label == nullptr ||
+         xmlStrcasecmp(label, BAD_CAST "UTF-8") == 0 || xmlStrcasecmp(label, BAD_CAST "UTF8") == 0;
 }
 
 Declaration DeclarationOf(const xmlParserCtxt* parser) {
@@ -67,26 +84,32 @@ Declaration DeclarationOf(const xmlParserCtxt* parser) {
   }
 }
 
-}  // namespace
-
-bool Parse(Store& store) {
-  static std::once_flag once;
-  std::call_once(once, xmlInitParser);
+bool Parse(Store& store, Feed feed) {
   const Silence silence;
-  Parser parser(xmlNewParserCtxt());
+  const Parser parser(xmlNewParserCtxt());
   if (!parser) return false;
   xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET);
   TreeBuilder builder(store, parser.get());
   *parser->sax = TreeBuilder::Handler();
   parser->userData = &builder;
-  if (!Feed(parser.get(), store.File()) || xmlParseDocument(parser.get()) != 0) return false;
-  if (builder.HasFailed() || parser->disableSAX || parser->errNo == XML_ERR_NO_MEMORY) return false;
-  if (!parser->wellFormed || !parser->nsWellFormed || !HasReadAll(parser->input)) return false;
+  if (!Push(parser.get(), NewInput(parser.get(), store.File(), feed))) return false;
+  if (xmlParseDocument(parser.get()) != 0 || builder.HasFailed()) return false;
+  if (parser->disableSAX || parser->errNo == XML_ERR_NO_MEMORY) return false;
+  if (!parser->wellFormed || !parser->nsWellFormed) return false;
+  if (!HasReadAll(parser->input) || !IsLabelledRight(parser.get(), feed)) return false;
   store.SetDeclaration(DeclarationOf(parser.get()));
-  const bool isConverted = parser->input->buf->encoder != nullptr;
-  parser.reset();
-  // Nothing points into bytes of another encoding.
-  if (isConverted) store.File().Reset();
+  return true;
+}
+
+}  // namespace
+
+bool Parse(Store& store) {
+  static std::once_flag once;
+  std::call_once(once, xmlInitParser);
+  if (Parse(store, Feed::InPlace)) return true;
+  // Another encoding is refused in front of the first node.
+  if (store.Root().First() || !Parse(store, Feed::Converted)) return false;
+  store.File().Reset();
   return true;
 }
 

@@ -17,11 +17,11 @@ class Scanner {
     return true;
   }
   void SkipBlanks() {
-    m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' '), m_rest.size()));
+    m_rest.remove_prefix(std::min(m_rest.find_first_not_of(" \t"), m_rest.size()));
   }
   /// A name, with a prefix or without.
   bool TakeName(std::string_view& name) {
-    name = m_rest.substr(0, m_rest.find_first_of("/[=] "));
+    name = m_rest.substr(0, m_rest.find_first_of("/[=] \t"));
     m_rest.remove_prefix(name.size());
     const std::size_t colon = name.find(':');
     if (colon == std::string_view::npos) return IsPlainName(name);
@@ -101,7 +101,7 @@ bool PathMatches::Matches(const Node& node, const Step& step) {
   return std::all_of(step.predicates.begin(), step.predicates.end(),
                      [&node](const Predicate& predicate) {
                        const Attribute* attribute = node.FindAttribute(predicate.name);
-                       return attribute && attribute->Value() == predicate.value;
+                       return attribute && node.ValueOf(*attribute) == predicate.value;
                      });
 }
 

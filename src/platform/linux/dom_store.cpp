@@ -3,15 +3,26 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 
 namespace domtree {
 namespace {
 
 constexpr std::size_t kMostInline = std::numeric_limits<std::uint16_t>::max();
-constexpr std::size_t kLongestValue = std::numeric_limits<std::uint32_t>::max();
+constexpr std::size_t kLongestValue =
+    std::numeric_limits<std::uint32_t>::max() - Attribute::kBlockHeader;
 
-std::size_t NodeSize(std::size_t room) { return sizeof(Node) + room * sizeof(Attribute); }
+std::size_t BlockRoom(std::string_view value) {
+  return Pool::RoomOf(Attribute::kBlockHeader + value.size());
+}
+
+/// The value may stand in the block already.
+void WriteBlock(char* block, std::string_view value) {
+  const auto length = static_cast<std::uint32_t>(value.size());
+  std::memmove(block + Attribute::kBlockHeader, value.data(), value.size());
+  std::memcpy(block, &length, sizeof(length));
+}
 
 }  // namespace
 
@@ -37,11 +48,9 @@ void Store::DropUser() {
 }
 
 Node& Store::NewNode(Kind kind, NameId name, std::size_t attributes) {
-  const std::size_t room = attributes <= kMostInline ? attributes : 0;
-  Node* node = new (m_pool.Allocate(NodeSize(room))) Node(*this, kind, name);
+  const std::size_t room = std::clamp<std::size_t>(attributes, 1, kMostInline);
+  Node* node = new (m_pool.Allocate(Node::SizeWith(room))) Node(*this, kind, name);
   node->m_room = static_cast<std::uint16_t>(room);
-  node->m_capacity = static_cast<std::uint32_t>(room);
-  node->m_attributes = reinterpret_cast<Attribute*>(node + 1);
   return *node;
 }
 
@@ -97,74 +106,70 @@ void Store::Free(Node& root) {
 }
 
 void Store::Delete(Node& node) {
-  std::for_each_n(node.m_attributes, node.m_count, [this](const Attribute& a) { Discard(a); });
-  if (node.m_capacity > node.m_room) {
-    m_pool.Free(node.m_attributes, node.m_capacity * sizeof(Attribute));
+  std::for_each_n(node.Attributes(), node.m_count, [this](const Attribute& a) { Discard(a); });
+  if (node.m_isOutgrown) {
+    m_pool.Free(node.Attributes(), node.Elsewhere()->capacity * sizeof(Attribute));
   }
-  m_pool.Free(&node, NodeSize(node.m_room));
+  m_pool.Free(&node, Node::SizeWith(node.m_room));
 }
 
 void Store::Append(Node& element, NameId name, std::string_view value) {
   const Attribute fresh = Make(name, value);
-  if (element.m_count == element.m_capacity) {
+  const std::uint32_t capacity =
+      element.m_isOutgrown ? element.Elsewhere()->capacity : element.m_room;
+  if (element.m_count == capacity) {
     try {
-      GrowAttributes(element);
+      Grow(element, capacity);
     } catch (...) {
       Discard(fresh);
       throw;
     }
   }
-  new (element.m_attributes + element.m_count) Attribute(fresh);
+  new (element.Attributes() + element.m_count) Attribute(fresh);
   ++element.m_count;
 }
 
-void Store::GrowAttributes(Node& element) {
-  if (element.m_capacity > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
-  const std::uint32_t capacity = std::max(4U, 2 * element.m_capacity);
-  void* memory = m_pool.Allocate(capacity * sizeof(Attribute));
-  std::memcpy(memory, element.m_attributes, element.m_count * sizeof(Attribute));
-  if (element.m_capacity > element.m_room) {
-    m_pool.Free(element.m_attributes, element.m_capacity * sizeof(Attribute));
-  }
-  element.m_attributes = static_cast<Attribute*>(memory);
-  element.m_capacity = capacity;
+void Store::Grow(Node& element, std::uint32_t capacity) {
+  if (capacity > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
+  const std::uint32_t larger = std::max(4U, 2 * capacity);
+  auto* attributes = static_cast<Attribute*>(m_pool.Allocate(larger * sizeof(Attribute)));
+  std::uninitialized_copy_n(element.Attributes(), element.m_count, attributes);
+  if (element.m_isOutgrown) m_pool.Free(element.Attributes(), capacity * sizeof(Attribute));
+  new (element.Elsewhere()) Node::Outgrown{attributes, larger};
+  element.m_isOutgrown = true;
 }
 
 void Store::Assign(Attribute& attribute, std::string_view value) {
-  if (attribute.Value() == value) return;
-  const bool fits = IsPooled(attribute) && value.size() > Attribute::kInline &&
-                    Pool::RoomOf(value.size()) == Pool::RoomOf(attribute.length);
-  if (fits) {
-    std::memmove(const_cast<char*>(attribute.text), value.data(), value.size());
-    attribute.length = static_cast<std::uint32_t>(value.size());
+  const std::string_view old = attribute.Value(m_file.Data());
+  if (old == value) return;
+  if (attribute.IsPooled() && BlockRoom(old) == BlockRoom(value)) {
+    WriteBlock(attribute.Block(), value);
     return;
   }
-  const Attribute fresh = Make(attribute.name, value);
+  const Attribute fresh = Make(attribute.Name(), value);
   Discard(attribute);
   attribute = fresh;
 }
 
 Attribute Store::Make(NameId name, std::string_view value) {
-  if (value.size() > kLongestValue) throw std::bad_alloc();
-  Attribute fresh{name, static_cast<std::uint32_t>(value.size()), {}};
   if (value.size() <= Attribute::kInline) {
-    std::copy(value.begin(), value.end(), fresh.inlineText);
-  } else if (m_file.Holds(value.data())) {
-    fresh.text = value.data();
-  } else {
-    char* text = static_cast<char*>(m_pool.Allocate(value.size()));
-    std::copy(value.begin(), value.end(), text);
-    fresh.text = text;
+    const bool isPadded = m_file.Holds(value.data(), Attribute::kInline);
+    return isPadded ? Attribute::InlinePadded(name, value) : Attribute::Inline(name, value);
   }
-  return fresh;
+  if (value.size() > kLongestValue) throw std::bad_alloc();
+  if (m_file.Holds(value.data(), value.size())) {
+    return Attribute::InFile(name, static_cast<std::uint32_t>(value.data() - m_file.Data()),
+                             static_cast<std::uint32_t>(value.size()));
+  }
+  char* block = static_cast<char*>(m_pool.Allocate(Attribute::kBlockHeader + value.size()));
+  WriteBlock(block, value);
+  return Attribute::Pooled(name, block);
 }
 
 void Store::Discard(const Attribute& attribute) noexcept {
-  if (IsPooled(attribute)) m_pool.Free(const_cast<char*>(attribute.text), attribute.length);
-}
-
-bool Store::IsPooled(const Attribute& attribute) const {
-  return attribute.length > Attribute::kInline && !m_file.Holds(attribute.text);
+  if (!attribute.IsPooled()) return;
+  const std::string_view text = attribute.Value(m_file.Data());
+  m_pool.Free(attribute.Block(), Attribute::kBlockHeader + text.size());
 }
 
 }  // namespace domtree

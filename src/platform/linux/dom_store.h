@@ -74,8 +74,7 @@ class Store {
   void Delete(Node& node);
   Attribute Make(NameId name, std::string_view value);
   void Discard(const Attribute& attribute) noexcept;
-  bool IsPooled(const Attribute& attribute) const;
-  void GrowAttributes(Node& element);
+  void Grow(Node& element, std::uint32_t capacity);
 
   Pool m_pool;
   Names m_names;

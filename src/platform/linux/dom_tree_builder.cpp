@@ -1,7 +1,5 @@
 #include "platform/linux/dom_tree_builder.h"
 
-#include <algorithm>
-
 namespace domtree {
 namespace {
 
@@ -13,7 +11,9 @@ std::string_view ViewOf(const xmlChar* text, std::size_t length) {
   return {reinterpret_cast<const char*>(text), length};
 }
 
-bool IsSpace(char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; }
+bool IsBlank(std::string_view text) {
+  return text.find_first_not_of(" \t\n\r") == std::string_view::npos;
+}
 
 }  // namespace
 
@@ -119,7 +119,7 @@ void TreeBuilder::AddChild(Node& node) {
 
 void TreeBuilder::EndText() {
   if (m_text.empty()) return;
-  if (std::all_of(m_text.begin(), m_text.end(), IsSpace)) {
+  if (IsBlank(m_text)) {
     m_sawSpace = true;
   } else {
     AddChild(m_store.NewLeaf(Kind::Text, kNoName, m_text));
@@ -129,13 +129,16 @@ void TreeBuilder::EndText() {
 
 NameId TreeBuilder::NameOf(const xmlChar* local, const xmlChar* prefix) {
   const auto address = reinterpret_cast<std::uintptr_t>(local);
-  KnownName& known = m_known[((address >> 3) ^ (address >> 11)) % m_known.size()];
+  const std::size_t place = (address * 0x9E3779B97F4A7C15U >> 32) % m_known.size();
+  KnownName& known = m_known[place];
   if (known.local == local && known.prefix == prefix) return known.id;
+  KnownName& other = m_known[place ^ 1];
+  if (other.local == local && other.prefix == prefix) return other.id;
   std::string name(ViewOf(prefix));
   if (prefix) name += ':';
   name += ViewOf(local);
   const NameId id = m_store.GetNames().Intern(name);
-  known = {local, prefix, id};
+  (known.local ? other : known) = {local, prefix, id};
   return id;
 }
 

@@ -51,7 +51,7 @@ class TreeBuilder {
   bool m_sawSpace = false;
   bool m_failed = false;
   /// The parser keeps every name once: its pointers tell names apart.
-  std::array<KnownName, 256> m_known;
+  std::array<KnownName, 512> m_known;
 };
 
 }  // namespace domtree

@@ -130,9 +130,9 @@ void Writer::OpenElement(const Node& element) {
   for (std::uint32_t i = 0; i < element.AttributeCount(); ++i) {
     const Attribute& attribute = element.At(i);
     Put(" ");
-    PutName(attribute.name);
+    PutName(attribute.Name());
     Put("=\"");
-    PutText(attribute.Value(), kInAttribute);
+    PutText(element.ValueOf(attribute), kInAttribute);
     Put("\"");
   }
   Put(element.First() ? ">" : "/>");
