@@ -43,7 +43,8 @@ Outcome RunTool(const Arguments& arguments) {
   for (const std::string& argument : arguments) command += " " + Quoted(argument);
   command += " > " + Quoted(output.File("out")) + " 2> " + Quoted(output.File("err"));
   // One shell wants the whole line in quotes again.
-  command = ZORTUNEDEX_SHELL_QUOTE + command + ZORTUNEDEX_SHELL_QUOTE;
+  const std::string quotes(ZORTUNEDEX_SHELL_QUOTES, '"');
+  command = quotes + command + quotes;
   const int status = std::system(command.c_str());
   // A status stands in the low byte on one platform and in the next one on the other.
   return {status > 0xFF ? status >> 8 : status, WithoutReturns(output.Read("out")),
