@@ -103,7 +103,7 @@ HRESULT CChanInfoMgr::SaveChannels(const dom::Element& set) {
     const Record record = At(position);
     dom::Element channel;
     hr = elements.FindOrCreate(record.Get(), channel);
-    if (FAILED(hr)) continue;
+    if (hr != S_OK) continue;
     hr = xml::CodeChannel(channel, record.Get(), xml::Direction::Write);
     record->SetDirty(0);
   }

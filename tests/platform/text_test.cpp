@@ -80,8 +80,8 @@ TEST(Text, LoneSurrogatesBecomeTheReplacementCharacter) {
 TEST(Text, IllFormedUtf8NeverFailsAndKeepsItsSurroundings) {
   for (const std::string_view bad :
        {"\x80"sv, "\xBF\xBF"sv, "\xC0\x80"sv, "\xC1\xBF"sv, "\xC3"sv, "\xE0\x9F\xBF"sv,
-        "\xE3\x81"sv, "\xED\xA0\x80"sv, "\xF0\x8F\xBF\xBF"sv, "\xF4\x90\x80\x80"sv, "\xF0\x9F\x98"sv,
-        "\xF5\x80\x80\x80"sv, "\xFE"sv, "\xFF\xFF"sv}) {
+        "\xE3\x81"sv, "\xED\xA0\x80"sv, "\xF0\x8F\xBF\xBF"sv, "\xF4\x90\x80\x80"sv,
+        "\xF0\x9F\x98"sv, "\xF5\x80\x80\x80"sv, "\xFE"sv, "\xFF\xFF"sv}) {
     const Bstr text = text::FromUtf8("<" + std::string(bad) + ">");
     const WideView view = text.View();
     ASSERT_GE(view.size(), 3U);

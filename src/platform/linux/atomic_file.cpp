@@ -63,7 +63,8 @@ AtomicFile::AtomicFile(const std::string& path) {
   const std::optional<std::string> target = FollowLinks(path);
   const std::optional<std::string> name = TemporaryName();
   bool isNew = false;
-  if (!target || !name || target->ends_with('/') || !MayReplace(*target, isNew)) return;
+  if (!target || target->empty() || target->ends_with('/') || !name) return;
+  if (!MayReplace(*target, isNew)) return;
   m_target = *target;
   m_temporary = DirectoryOf(m_target) + "/" + *name;
   // An old file's content may be secret: until it has the old mode, the new one is its owner's.

@@ -35,7 +35,7 @@ std::string RegFile::Format() const {
     for (const auto& [foldedName, value] : key.values) {
       text += value.name.empty() ? u"@" : reg_text::Quote(value.name);
       text += u'=';
-      text += value.isText ? FormatText(value.data) : value.data;
+      text += value.data.empty() ? FormatText(value.text.value_or(u"")) : value.data;
       text += kLineEnd;
     }
   }
@@ -75,8 +75,8 @@ const std::u16string* RegFile::FindText(std::u16string_view path, std::u16string
   const auto key = m_keys.find(reg_text::Fold(path));
   if (key == m_keys.end()) return nullptr;
   const auto value = key->second.values.find(reg_text::Fold(name));
-  const bool isText = value != key->second.values.end() && value->second.isText;
-  return isText ? &value->second.data : nullptr;
+  const bool isText = value != key->second.values.end() && value->second.text;
+  return isText ? &*value->second.text : nullptr;
 }
 
 void RegFile::Set(std::u16string_view path, Value value) {
@@ -87,14 +87,14 @@ void RegFile::Set(std::u16string_view path, Value value) {
 
 void RegFile::SetText(std::u16string_view path, std::u16string_view name,
                       std::u16string_view value) {
-  Set(path, {std::u16string(name), true, std::u16string(value)});
+  Set(path, {std::u16string(name), std::u16string(value), {}});
 }
 
 void RegFile::SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value) {
   char digits[16];
   std::snprintf(digits, sizeof(digits), "dword:%08x", value);
   const std::string_view view = digits;
-  Set(path, {std::u16string(name), false, std::u16string(view.begin(), view.end())});
+  Set(path, {std::u16string(name), {}, std::u16string(view.begin(), view.end())});
 }
 
 void RegFile::DeleteValue(std::u16string_view path, std::u16string_view name) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,8 @@ class RegFile {
   /// The key above stays, also when this was the only one that showed it.
   void DeleteTree(std::u16string_view path);
 
-  /// Null when there is no such value or it is no text. An empty name is the default value.
+  /// Null when there is no such value or it is no text (of either kind, expandable or not). An
+  /// empty name is the default value.
   const std::u16string* FindText(std::u16string_view path, std::u16string_view name) const;
   void SetText(std::u16string_view path, std::u16string_view name, std::u16string_view value);
   void SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value);
@@ -32,8 +34,8 @@ class RegFile {
  private:
   struct Value {
     std::u16string name;
-    bool isText = false;
-    std::u16string data;  ///< the text, or what the file has behind the equals sign
+    std::optional<std::u16string> text;
+    std::u16string data;  ///< what the file has behind the equals sign, where quotes cannot say it
   };
   struct Key {
     std::u16string path;

@@ -45,9 +45,9 @@ bool IsNumber(std::u16string_view data) {
   return !data.empty() && data.size() <= 8 && std::all_of(data.begin(), data.end(), isDigit);
 }
 
-bool IsText(std::u16string_view prefix) {
-  return prefix == u"hex(1):" || prefix == u"hex(2):" || prefix == u"hex(7):";
-}
+constexpr std::u16string_view kPlainText = u"hex(1):";
+constexpr std::u16string_view kExpandableText = u"hex(2):";
+constexpr std::u16string_view kTextList = u"hex(7):";
 
 }  // namespace
 
@@ -116,7 +116,7 @@ void RegReader::ReadValue(std::u16string_view line) {
   } else if (data.starts_with(u"hex")) {
     ReadHex(*name, data);
   } else if (IsNumber(data)) {
-    m_file.Set(m_key, {*name, false, std::u16string(data)});
+    m_file.Set(m_key, {*name, {}, std::u16string(data)});
   } else if (data == u"-") {
     m_file.DeleteValue(m_key, *name);
   }
@@ -170,15 +170,13 @@ std::optional<std::u16string> RegReader::ReadHexLines(std::u16string_view line,
 
 void RegReader::StoreHex(std::u16string_view name, std::u16string_view prefix, std::u16string lines,
                          const std::string& bytes) {
-  std::u16string text;
-  if (IsText(prefix)) text = m_isOld ? text::FromNarrow(bytes).View() : reg_text::FromBytes(bytes);
-  if (prefix == u"hex(1):") {
-    if (text.ends_with(u'\0')) text.pop_back();
-    m_file.SetText(m_key, name, text);
-  } else if (m_isOld && IsText(prefix)) {
-    m_file.Set(m_key,
-               {std::u16string(name), false, reg_text::ToHex(prefix, reg_text::ToBytes(text))});
-  } else {
-    m_file.Set(m_key, {std::u16string(name), false, std::u16string(prefix) + lines});
+  RegFile::Value value = {std::u16string(name), {}, std::u16string(prefix) + lines};
+  if (prefix == kPlainText || prefix == kExpandableText || prefix == kTextList) {
+    std::u16string wide =
+        m_isOld ? std::u16string(text::FromNarrow(bytes).View()) : reg_text::FromBytes(bytes);
+    if (m_isOld) value.data = reg_text::ToHex(prefix, reg_text::ToBytes(wide));
+    if (wide.ends_with(u'\0')) wide.pop_back();
+    if (prefix != kTextList) value.text = std::move(wide);
   }
+  m_file.Set(m_key, std::move(value));
 }

@@ -60,6 +60,7 @@ std::optional<std::string> ReadFile(const std::string& name, bool& isMissing) {
   if (!file.IsOpen() || fstat(file.Get(), &found) != 0 || !S_ISREG(found.st_mode)) {
     return std::nullopt;
   }
+  if (found.st_size > static_cast<off_t>(kLargestFile)) return std::nullopt;
   std::string bytes;
   std::vector<char> block(std::size_t{64} * 1024);
   ssize_t count = 0;
@@ -106,7 +107,8 @@ HRESULT ReadText(Root root, std::string_view key, std::string_view name, char* b
   const bool isRead = Read([&](const RegFile& file) {
     const std::u16string* value = file.FindText(PathOf(root, key), text::FromUtf8(name).View());
     if (value == nullptr) return false;
-    const std::string narrow = text::ToNarrow(*value);
+    // A text ends at its first zero, whatever the value holds behind it.
+    const std::string narrow = text::ToNarrow(value->c_str());
     if (narrow.size() >= size) return false;
     std::copy(narrow.begin(), narrow.end(), buffer);
     buffer[narrow.size()] = '\0';

@@ -1,4 +1,4 @@
-#include "../registry_sandbox.h"
+#include "support/registry_sandbox.h"
 
 #include <windows.h>
 

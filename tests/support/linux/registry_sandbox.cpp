@@ -1,4 +1,4 @@
-#include "../registry_sandbox.h"
+#include "support/registry_sandbox.h"
 
 #include "platform/com.h"
 #include "support/temp_dir.h"

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <libxml/parser.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/linux/dom_store.h"
+
+namespace domtree {
+
+/// Puts what the parser reports into an empty store. Nothing is raised into the parser: after the
+/// first failure it is stopped, and what it still reports is ignored.
+class TreeBuilder {
+ public:
+  TreeBuilder(Store& store, xmlParserCtxt* parser);
+
+  /// The functions that the parser calls, with the builder as their user data.
+  static xmlSAXHandler Handler();
+
+  bool HasFailed() const { return m_failed; }
+
+ private:
+  struct KnownName {
+    const xmlChar* local = nullptr;
+    const xmlChar* prefix = nullptr;
+    NameId id = kNoName;
+  };
+
+  template <typename Step>
+  static void Guarded(void* builder, Step step);
+  void Fail();
+
+  void StartElement(const xmlChar* local, const xmlChar* prefix, int namespaceCount,
+                    const xmlChar** namespaces, int attributeCount, const xmlChar** attributes);
+  void EndElement();
+  void AddText(std::string_view text) { m_text += text; }
+  void AddLeaf(Kind kind, NameId target, std::string_view text);
+  void AddChild(Node& node);
+  /// Ends a run of text. White space alone is no node, only remembered.
+  void EndText();
+  NameId NameOf(const xmlChar* local, const xmlChar* prefix);
+
+  Store& m_store;
+  xmlParserCtxt* m_parser;
+  Node* m_current;
+  std::uint32_t m_depth = 0;
+  std::string m_text;
+  bool m_sawSpace = false;
+  bool m_failed = false;
+  /// The parser keeps every name once: its pointers tell names apart.
+  std::array<KnownName, 512> m_known;
+};
+
+}  // namespace domtree

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+#include "platform/linux/dom_store.h"
+
+namespace domtree {
+
+/// Writes a tree as UTF-8. What it writes, the parser reads back: it fails for a tree without an
+/// element, with a character that XML does not have, with a prefix that is not declared, or with
+/// more levels, longer names or texts or more bytes than the parser takes.
+class Writer {
+ public:
+  Writer(const Store& store, files::AtomicFile& file) : m_store(store), m_file(file) {}
+
+  /// False when the file is not to be committed.
+  bool Write();
+
+ private:
+  void WriteTree(const Node& top);
+  void Open(const Node& node);
+  void Close(const Node& element);
+  void OpenElement(const Node& element);
+  void Indent(std::uint32_t level);
+
+  void Put(std::string_view bytes);
+  void Flush();
+  void PutName(NameId name);
+  /// Text with references in place of the bytes of the `escaped` classes.
+  void PutText(std::string_view text, std::uint8_t escaped);
+
+  const Store& m_store;
+  files::AtomicFile& m_file;
+  std::string m_buffer;
+  std::uint64_t m_total = 0;
+  std::uint32_t m_level = 0;
+  bool m_failed = false;
+};
+
+}  // namespace domtree

@@ -1,0 +1,79 @@
+#include "platform/files.h"
+#include "platform/text.h"
+#include "platform/windows/file_handle.h"
+#include "platform/windows/temporary_file.h"
+#include "platform/windows/wide_path.h"
+
+namespace files {
+namespace {
+
+static_assert(sizeof(HANDLE) == sizeof(std::intptr_t));
+
+HANDLE HandleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+std::wstring TargetOf(const std::string& path) { return wide_path::Resolve(wide_path::From(path)); }
+
+// A directory or a file that must not be written cannot be replaced.
+bool IsReplaceable(const std::wstring& target) {
+  const DWORD attributes = GetFileAttributesW(target.c_str());
+  return attributes == INVALID_FILE_ATTRIBUTES ||
+         !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY));
+}
+
+// Not shared for writing: nobody else writes the file at the same time.
+FileHandle OpenWritten(const std::string& temporary) {
+  return FileHandle(wide_path::From(temporary), GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, 0);
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(const std::string& path) : m_target(path), m_failed(true) {
+  const std::wstring target = TargetOf(path);
+  if (target.empty() || !IsReplaceable(target)) return;
+  std::wstring name;
+  FileHandle file = temporary_file::Create(wide_path::DirectoryOf(target), name);
+  if (!file.IsOpen()) return;
+  file.Close();
+  m_temporary = text::ToNarrow(name);
+  // The handle is opened again by the first use: until then the file is free for another writer.
+  m_failed = wide_path::From(m_temporary) != name;
+  if (!m_failed) return;
+  // A directory behind a link whose name the code page cannot say.
+  DeleteFileW(name.c_str());
+  m_temporary.clear();
+}
+
+AtomicFile::~AtomicFile() {
+  FileHandle::Attach(HandleOf(m_handle)).Close();
+  if (!m_temporary.empty()) DeleteFileW(wide_path::From(m_temporary).c_str());
+}
+
+bool AtomicFile::IsOpen() const { return !m_temporary.empty(); }
+
+bool AtomicFile::Write(std::string_view bytes) {
+  if (m_failed) return false;
+  FileHandle file = FileHandle::Attach(HandleOf(m_handle));
+  if (!file.IsOpen()) file = OpenWritten(m_temporary);
+  m_failed = !file.IsOpen() || !file.Write(bytes);
+  m_handle = reinterpret_cast<std::intptr_t>(file.Release());
+  return !m_failed;
+}
+
+bool AtomicFile::Commit() {
+  FileHandle file = FileHandle::Attach(HandleOf(std::exchange(m_handle, -1)));
+  if (m_failed) return false;
+  m_failed = true;
+  if (!file.IsOpen()) file = OpenWritten(m_temporary);
+  if (!file.IsOpen() || !FlushFileBuffers(file.Get()) || !file.Close()) return false;
+  const std::wstring temporary = wide_path::From(m_temporary);
+  const std::wstring target = TargetOf(m_target);
+  temporary_file::KeepAccess(target, temporary);
+  if (!MoveFileExW(temporary.c_str(), target.c_str(),
+                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    return false;
+  }
+  m_temporary.clear();
+  return true;
+}
+
+}  // namespace files

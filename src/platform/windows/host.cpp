@@ -1,0 +1,85 @@
+#include "platform/host.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <shellapi.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace host {
+namespace {
+
+constexpr wchar_t kModule[] = L"ZorTunedex.dll";
+
+std::string ToUtf8(const wchar_t* wide) {
+  const int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+  if (size <= 0) return {};
+  std::string utf8(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, wide, -1, utf8.data(), size, nullptr, nullptr);
+  utf8.pop_back();
+  return utf8;
+}
+
+std::wstring ProgramDirectory() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) {
+      path.resize(length);
+      break;
+    }
+    path.resize(path.size() * 2);
+  }
+  return path.substr(0, path.find_last_of(L"\\/") + 1);
+}
+
+/// Loaded from the program's own directory alone, once, and never unloaded.
+HMODULE Library() {
+  static const HMODULE library = LoadLibraryW((ProgramDirectory() + kModule).c_str());
+  return library;
+}
+
+template <typename Function>
+Function* EntryPoint(const char* name) {
+  if (Library() == nullptr) return nullptr;
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(Library(), name)));
+}
+
+HRESULT CallPlain(const char* name) {
+  const auto function = EntryPoint<HRESULT __stdcall()>(name);
+  return function ? function() : HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
+}
+
+}  // namespace
+
+std::vector<std::string> Arguments(int, char**) {
+  int count = 0;
+  const std::unique_ptr<wchar_t*, decltype(&LocalFree)> list(
+      CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+  std::vector<std::string> result;
+  for (int i = 0; list && i < count; ++i) result.push_back(ToUtf8(list.get()[i]));
+  return result;
+}
+
+void Prepare() {
+  SetConsoleOutputCP(CP_UTF8);
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+  CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+}
+
+HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
+  const auto function =
+      EntryPoint<HRESULT __stdcall(REFCLSID, REFIID, void**)>("DllGetClassObject");
+  return function ? function(rclsid, riid, ppv) : HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
+}
+
+HRESULT CanUnloadNow() { return CallPlain("DllCanUnloadNow"); }
+HRESULT RegisterServer() { return CallPlain("DllRegisterServer"); }
+HRESULT UnregisterServer() { return CallPlain("DllUnregisterServer"); }
+
+HRESULT SetCodePage(UINT) { return E_NOTIMPL; }
+HRESULT SetRegistryFile(const char*) { return E_NOTIMPL; }
+
+}  // namespace host

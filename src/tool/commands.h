@@ -1,0 +1,27 @@
+// The commands: each does its work, prints, and raises a Failure or a UsageError.
+#pragma once
+
+#include "tool/options.h"
+
+namespace commands {
+
+void ListChannels(const Options& options);
+void ShowChannel(const Options& options);
+void NextChannel(const Options& options);
+void PreviousChannel(const Options& options);
+void FindChannel(const Options& options);
+
+void AddChannel(const Options& options);
+void SetChannel(const Options& options);
+void RemoveChannels(const Options& options);
+void RenameChannel(const Options& options);
+void FavorChannel(const Options& options);
+void LockChannel(const Options& options);
+void MoveChannel(const Options& options);
+void SortChannels(const Options& options);
+
+void ShowInfo(const Options& options);
+void FormatFile(const Options& options);
+void ListCountries(const Options& options);
+
+}  // namespace commands

@@ -1,0 +1,47 @@
+// The command line.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/station_blocks.h"
+
+/// One value to be set: of the attribute with that name, or of the attribute that keeps `source`.
+struct Assignment {
+  std::string field;
+  std::string value;
+  station_blocks::Source source = station_blocks::Source::Block;
+};
+
+/// Which of the two names `channels rename` changes.
+enum class RenameTarget { Both, NameOnly, DisplayOnly };
+
+struct Options {
+  std::string command;  ///< "channels show"
+
+  std::string directory;
+  std::optional<DWORD> country;
+  std::optional<InputSignalType> signal;
+  std::optional<UINT> codePage;
+  std::optional<EStorageType> format;
+  bool json = false;
+
+  std::vector<UINT> indexes;  ///< channels, in the order they were given
+  std::vector<Assignment> assignments;
+  std::string name;
+  RenameTarget renameTarget = RenameTarget::Both;
+  std::optional<UINT> mark;  ///< favourite or lock value
+  ESortType sort = SortNone;
+  bool descending = false;
+  DWORD services = static_cast<DWORD>(ServiceAll);
+  bool favoritesOnly = false;
+  bool loop = false;
+  std::optional<UINT> number;  ///< channel number to find
+  std::optional<UINT> like;    ///< index of the channel to find the like of
+  std::optional<EStorageType> rewriteAs;
+  std::optional<DWORD> countryRow;
+};
+
+/// Nothing when help or the version was asked for and printed. Raises UsageError.
+std::optional<Options> ParseOptions(std::vector<std::string> arguments);

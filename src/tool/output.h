@@ -1,0 +1,20 @@
+// What the commands print.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "platform/bstr.h"
+
+/// Wide text as UTF-8, control characters as \xNN: names come from files and go to terminals.
+std::string Printable(WideView text);
+
+/// Rows under a head line. Columns are padded to the same number of characters, but for the last
+/// one.
+void PrintTable(const std::vector<std::vector<std::string>>& rows);
+
+void PrintJson(const nlohmann::ordered_json& value);
+
+/// Raises a Failure when what was printed did not reach its target.
+void FinishOutput();

@@ -1,0 +1,126 @@
+#include "channels/bulk_insert.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <numeric>
+#include <random>
+
+namespace {
+
+struct Item {
+  int id = 0;
+  std::optional<std::uint32_t> key;
+  bool operator==(const Item&) const = default;
+};
+using Items = std::vector<Item>;
+
+// What a list does without the help: one scan for every item.
+Items OneByOne(Items list, const Items& added) {
+  for (const Item& item : added) {
+    auto place = list.begin();
+    while (place != list.end() && !(place->key && *place->key >= *item.key)) ++place;
+    list.insert(place, item);
+  }
+  return list;
+}
+
+Items InBulk(const Items& list, const Items& added) {
+  BulkInsert<Item> bulk;
+  for (const Item& item : list) bulk.Append(item, item.key);
+  for (const Item& item : added) bulk.Insert(item, *item.key);
+  return bulk.Take();
+}
+
+Items Keys(const std::vector<std::uint32_t>& keys, int firstId = 0) {
+  Items items;
+  for (const std::uint32_t key : keys) items.push_back({firstId++, key});
+  return items;
+}
+
+TEST(BulkInsert, EqualKeysGoInFront) {
+  const Items result = InBulk({}, Keys({5, 3, 3}));
+  EXPECT_EQ((Items{{2, 3}, {1, 3}, {0, 5}}), result);
+}
+
+TEST(BulkInsert, Empty) {
+  EXPECT_TRUE(InBulk({}, {}).empty());
+  EXPECT_EQ(Keys({2, 1}), InBulk(Keys({2, 1}), {}));
+}
+
+TEST(BulkInsert, ExistingOrderIsKept) {
+  // 9 hides 4 and 6 behind it.
+  const Items result = InBulk(Keys({2, 9, 4, 6}), Keys({5, 10, 1}, 10));
+  EXPECT_EQ((Items{{12, 1}, {0, 2}, {10, 5}, {1, 9}, {2, 4}, {3, 6}, {11, 10}}), result);
+}
+
+TEST(BulkInsert, KeylessItemsStopNoScan) {
+  const Items list = {{0, std::nullopt}, {1, 4}, {2, std::nullopt}};
+  EXPECT_EQ((Items{{0, std::nullopt}, {4, 3}, {1, 4}, {2, std::nullopt}, {3, 7}}),
+            InBulk(list, Keys({7, 3}, 3)));
+}
+
+TEST(BulkInsert, SameAsOneByOne) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 3000; ++round) {
+    const std::uint32_t range = 1u << (random() % 12);
+    const auto items = [&](int firstId, bool keyless) {
+      Items result(random() % 40);
+      for (Item& item : result) {
+        item.id = firstId++;
+        item.key = random() % range;
+        if (random() % 50 == 0) item.key = 0xFFFFFFFF;
+        if (keyless && random() % 10 == 0) item.key = std::nullopt;
+      }
+      return result;
+    };
+    const Items list = items(0, true);
+    const Items added = items(1000, false);
+    ASSERT_EQ(OneByOne(list, added), InBulk(list, added)) << round;
+  }
+}
+
+TEST(BulkInsert, SameAsOneByOneOnPatterns) {
+  std::vector<std::uint32_t> ascending(300);
+  std::iota(ascending.begin(), ascending.end(), 1);
+  const std::vector<std::uint32_t> descending(ascending.rbegin(), ascending.rend());
+  const std::vector<std::uint32_t> equal(300, 7);
+  for (const auto& list : {ascending, descending, equal, std::vector<std::uint32_t>()}) {
+    for (const auto& added : {ascending, descending, equal}) {
+      const Items more = Keys(added, 1000);
+      EXPECT_EQ(OneByOne(Keys(list), more), InBulk(Keys(list), more));
+    }
+  }
+}
+
+// Scanning for each would be 5 * 10^9 steps for every pattern.
+TEST(BulkInsert, LargeListsTakeNoTime) {
+  constexpr std::uint32_t kCount = 100'000;
+  const auto start = std::chrono::steady_clock::now();
+  for (const int pattern : {0, 1, 2}) {
+    BulkInsert<int> bulk;
+    for (std::uint32_t i = 0; i < kCount; ++i) {
+      const std::uint32_t key = pattern == 0 ? 7 : pattern == 1 ? kCount - i : i * 7919 % kCount;
+      bulk.Insert(static_cast<int>(i), key);
+    }
+    EXPECT_EQ(kCount, bulk.Take().size());
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST(BulkInsert, EmptyAfterTake) {
+  BulkInsert<std::shared_ptr<int>> bulk;
+  const auto item = std::make_shared<int>(1);
+  bulk.Insert(item, 5);
+  bulk.Insert(item, 4);
+  EXPECT_EQ(2u, bulk.Take().size());
+  EXPECT_EQ(1, item.use_count());
+  EXPECT_TRUE(bulk.Take().empty());
+  bulk.Append(item, 2);
+  bulk.Insert(item, 1);
+  EXPECT_EQ(2u, bulk.Take().size());
+  EXPECT_EQ(1, item.use_count());
+}
+
+}  // namespace

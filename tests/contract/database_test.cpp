@@ -1,0 +1,234 @@
+// A database before, while and after it is open.
+#include "contract/database.h"
+
+#include "contract/stations.h"
+#include "support/expect.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+constexpr InputSignalType kType = InputSignalDVBTerrestrial;
+
+void ExpectStorage(EStorageType expected, const ComPtr<IZorTunedex>& database,
+                   std::source_location where = std::source_location::current()) {
+  EStorageType actual = StorageSQLlite;
+  ExpectHr(S_OK, database->GetStorageType(&actual), where);
+  EXPECT_EQ(expected, actual) << where.line();
+}
+
+void ExpectClosed(const ComPtr<IZorTunedex>& database,
+                  std::source_location where = std::source_location::current()) {
+  for (const InputSignalType signalType : kListedTypes) {
+    auto* list = reinterpret_cast<IChannelInfoMgr*>(database.Get());
+    ExpectHr(E_FAIL, database->GetChannelInfoMgr(signalType, &list), where);
+    EXPECT_EQ(static_cast<void*>(database.Get()), static_cast<void*>(list)) << where.line();
+  }
+  ExpectHr(E_POINTER, database->GetChannelInfoMgr(kType, nullptr), where);
+  ExpectHr(E_FAIL, database->LoadChannelFromFile(), where);
+  ExpectHr(E_FAIL, database->SaveChannelToFile(), where);
+}
+
+// The satellite list, the settings and the presets are declared and not made yet.
+void ExpectRestNotImplemented(const ComPtr<IZorTunedex>& database) {
+  ISatelliteInfoMgr* satellites = nullptr;
+  ILNBInfoMgr* lnbs = nullptr;
+  IDishSatInfoMgr* dishes = nullptr;
+  IChannelInfoMgr* presets = nullptr;
+  LONG area = 77;
+  LONG subArea = 78;
+  char name[260] = "untouched";
+  ExpectHr(E_NOTIMPL, database->LoadSatInfoFromFile());
+  ExpectHr(E_NOTIMPL, database->SaveSatInfoToFile());
+  ExpectHr(E_NOTIMPL, database->GetSatelliteInfoMgr(&satellites));
+  ExpectHr(E_NOTIMPL, database->GetLNBInfoMgr(&lnbs));
+  ExpectHr(E_NOTIMPL, database->LoadUserSettingsFromFile());
+  ExpectHr(E_NOTIMPL, database->SaveUserSettingsToFile());
+  ExpectHr(E_NOTIMPL, database->GetDishSatInfoMgr(&dishes));
+  ExpectHr(E_NOTIMPL, database->LoadPresetOneSegChannelInfo());
+  ExpectHr(E_NOTIMPL, database->GetAreaCount(&area));
+  ExpectHr(E_NOTIMPL, database->GetAreaNameByIndex(0, name));
+  ExpectHr(E_NOTIMPL, database->GetSubAreaCount(0, &subArea));
+  ExpectHr(E_NOTIMPL, database->GetSubAreaNameByIndex(0, 0, name));
+  ExpectHr(E_NOTIMPL, database->SetArea(0, 0));
+  ExpectHr(E_NOTIMPL, database->GetArea(&area, &subArea));
+  ExpectHr(E_NOTIMPL, database->SaveCustomerChannelList(0, "sub area"));
+  ExpectHr(E_NOTIMPL, database->DeleteCustomerChannelList(0));
+  ExpectHr(E_NOTIMPL, database->GetPresetChannelMgr(0, 0, &presets));
+  EXPECT_TRUE(satellites == nullptr && lnbs == nullptr && dishes == nullptr && presets == nullptr);
+  EXPECT_EQ(77, area);
+  EXPECT_EQ(78, subArea);
+  EXPECT_STREQ("untouched", name);
+}
+
+}  // namespace
+
+TEST(Database, BeforeOpen) {
+  const ComPtr<IZorTunedex> database = NewDatabase();
+  ExpectClosed(database);
+  ExpectStorage(StorageXML, database);
+  ExpectRestNotImplemented(database);
+  ExpectHr(S_OK, database->Close());
+  ExpectHr(S_OK, database->Close());
+  ExpectClosed(database);
+}
+
+TEST(Database, OpenRefusesWhatDoesNotExist) {
+  const TempDir directory;
+  const ComPtr<IZorTunedex> database = NewDatabase();
+  ExpectHr(E_INVALIDARG, database->Open(nullptr, kGermany, kType));
+  ExpectHr(E_INVALIDARG, database->Open(Wide("").Get(), kGermany, kType));
+  const Bstr missing = PathText(std::filesystem::path(directory.Path()) / "missing");
+  ExpectHr(E_INVALIDARG, database->Open(missing.Get(), kGermany, kType));
+  ExpectClosed(database);
+}
+
+TEST(Database, AFailedOpenChangesNothing) {
+  const TempDir directory;
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  AddMade(list, kType, 2);
+  const Bstr missing = PathText(std::filesystem::path(directory.Path()) / "missing");
+  ExpectHr(E_INVALIDARG, database->Open(missing.Get(), kUnitedKingdom, InputSignalFMRadio));
+  ExpectHr(E_INVALIDARG, database->Open(nullptr, kUnitedKingdom, InputSignalFMRadio));
+  EXPECT_EQ(list.Get(), ListOf(database, kType).Get());
+  ExpectMade(list, kType, 2);
+  // Directory, country and signal type are the old ones.
+  ExpectHr(S_OK, database->SaveChannelToFile());
+  ExpectMade(ListOf(OpenDatabase(directory.Path(), kType), kType), kType, 2);
+  ExpectHr(S_OK, database->LoadChannelFromFile());
+  EXPECT_EQ(4U, CountOf(list));
+}
+
+TEST(Database, OpenInAnEmptyDirectory) {
+  const TempDir directory;
+  for (const InputSignalType signalType : kBlockTypes) {
+    const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), signalType);
+    for (const InputSignalType listed : kListedTypes) {
+      EXPECT_EQ(0U, CountOf(ListOf(database, listed)));
+    }
+    ExpectRestNotImplemented(database);
+  }
+  EXPECT_EQ(0U, directory.Count());
+}
+
+TEST(Database, OpenTakesAnySignalTypeAndCountry) {
+  const TempDir directory;
+  for (const InputSignalType signalType : kUnlistedTypes) {
+    const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), signalType, 0xFFFFFFFF);
+    EXPECT_EQ(0U, CountOf(ListOf(database, kType)));
+  }
+}
+
+TEST(Database, DirectoryWithAndWithoutSeparatorAtItsEnd) {
+  const TempDir directory;
+  std::filesystem::path separated(directory.Path());
+  separated += std::filesystem::path::preferred_separator;
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  AddMade(ListOf(database, kType), kType, 1);
+  ExpectHr(S_OK, database->SaveChannelToFile());
+  EXPECT_TRUE(directory.Has("ChanInfo.xml"));
+  const ComPtr<IZorTunedex> other = OpenDatabase(separated, kType);
+  ExpectMade(ListOf(other, kType), kType, 1);
+  Add(ListOf(other, kType), MakeChannel(kType, 2));
+  ExpectHr(S_OK, other->SaveChannelToFile());
+  ExpectMade(ListOf(OpenDatabase(directory.Path(), kType), kType), kType, 2);
+  EXPECT_EQ(1U, directory.Count());
+}
+
+TEST(Database, DirectoryWithANameThatIsNotAscii) {
+  const TempDir directory;
+  const std::filesystem::path named =
+      std::filesystem::path(directory.Path()) / std::filesystem::path(u"Sender \u00E9\u00FC");
+  ASSERT_TRUE(std::filesystem::create_directory(named));
+  const ComPtr<IZorTunedex> database = OpenDatabase(named, kType);
+  AddMade(ListOf(database, kType), kType, 2);
+  ExpectHr(S_OK, database->SaveChannelToFile());
+  EXPECT_TRUE(std::filesystem::exists(named / "ChanInfo.xml"));
+  ExpectMade(ListOf(OpenDatabase(named, kType), kType), kType, 2);
+}
+
+// The check asks only whether something is there.
+TEST(Database, AFilePassesForADirectory) {
+  const TempDir directory;
+  directory.Write("file", "text");
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.File("file"), kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  EXPECT_EQ(0U, CountOf(list));
+  AddMade(list, kType, 1);
+  ExpectHr(S_OK, database->SaveChannelToFile());
+  ExpectHr(S_OK, database->SetStorageType(StoragePreFmtXML));
+  ExpectHr(E_FAIL, database->SaveChannelToFile());
+  EXPECT_EQ("text", directory.Read("file"));
+  EXPECT_EQ(1U, directory.Count());
+}
+
+// The lists stay and the file is added to them once more.
+TEST(Database, OpeningTwiceDoublesTheRecords) {
+  const TempDir directory;
+  {
+    const ComPtr<IZorTunedex> writer = OpenDatabase(directory.Path(), kType);
+    AddMade(ListOf(writer, kType), kType, 3);
+    ExpectHr(S_OK, writer->SaveChannelToFile());
+  }
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  ExpectMade(list, kType, 3);
+  ExpectHr(S_OK, database->Open(PathText(directory.Path()).Get(), kGermany, kType));
+  EXPECT_EQ(list.Get(), ListOf(database, kType).Get());
+  EXPECT_EQ((std::vector<UINT>{1, 1, 2, 2, 3, 3}), IndexesOf(list));
+  ExpectHr(S_OK, database->LoadChannelFromFile());
+  EXPECT_EQ((std::vector<UINT>{1, 1, 1, 2, 2, 2, 3, 3, 3}), IndexesOf(list));
+  // After Close the lists are new ones.
+  ExpectHr(S_OK, database->Close());
+  ExpectHr(S_OK, database->Open(PathText(directory.Path()).Get(), kGermany, kType));
+  EXPECT_NE(list.Get(), ListOf(database, kType).Get());
+  ExpectMade(ListOf(database, kType), kType, 3);
+}
+
+TEST(Database, OpenLoadsTheListOfItsSignalTypeAlone) {
+  const TempDir directory;
+  {
+    const ComPtr<IZorTunedex> writer = OpenDatabase(directory.Path(), kType);
+    AddMade(ListOf(writer, kType), kType, 2);
+    AddMade(ListOf(writer, InputSignalFMRadio), InputSignalFMRadio, 3);
+    ExpectHr(S_OK, writer->SaveChannelToFile());
+  }
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), InputSignalFMRadio);
+  ExpectMade(ListOf(database, InputSignalFMRadio), InputSignalFMRadio, 3);
+  EXPECT_EQ(0U, CountOf(ListOf(database, kType)));
+  // A second type joins when it is opened behind the first.
+  ExpectHr(S_OK, database->Open(PathText(directory.Path()).Get(), kGermany, kType));
+  ExpectMade(ListOf(database, InputSignalFMRadio), InputSignalFMRadio, 3);
+  ExpectMade(ListOf(database, kType), kType, 2);
+}
+
+TEST(Database, CloseEmptiesAndForgets) {
+  const TempDir directory;
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  AddMade(ListOf(database, kType), kType, 2);
+  ExpectHr(S_OK, database->Close());
+  ExpectClosed(database);
+  // Nothing was saved.
+  EXPECT_EQ(0U, directory.Count());
+  ExpectHr(S_OK, database->Close());
+  ExpectHr(S_OK, database->Open(PathText(directory.Path()).Get(), kGermany, kType));
+  EXPECT_EQ(0U, CountOf(ListOf(database, kType)));
+}
+
+TEST(Database, StorageTypes) {
+  const ComPtr<IZorTunedex> database = NewDatabase();
+  ExpectHr(S_OK, database->SetStorageType(StoragePreFmtXML));
+  ExpectStorage(StoragePreFmtXML, database);
+  ExpectHr(E_NOTIMPL, database->SetStorageType(StorageEncryptXML));
+  ExpectStorage(StoragePreFmtXML, database);
+  ExpectHr(E_NOTIMPL, database->SetStorageType(StorageSQLlite));
+  ExpectStorage(StoragePreFmtXML, database);
+  for (const int other : {3, 5, 8, -1}) {
+    ExpectHr(E_FAIL, database->SetStorageType(static_cast<EStorageType>(other)));
+    ExpectStorage(StoragePreFmtXML, database);
+  }
+  ExpectHr(S_OK, database->SetStorageType(StorageXML));
+  ExpectStorage(StorageXML, database);
+  // There is no document to write.
+  ExpectHr(E_FAIL, database->SaveChannelToFile());
+}
