@@ -6,8 +6,8 @@
 #include <string>
 
 #include "platform/registry.h"
-#include "support/registry_sandbox.h"
 #include "support/expect.h"
+#include "support/registry_sandbox.h"
 
 namespace {
 

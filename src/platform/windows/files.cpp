@@ -10,7 +10,7 @@
 namespace files {
 namespace {
 
-constexpr std::size_t kCopyBlock = 64 * 1024;
+constexpr std::size_t kCopyBlock = std::size_t{64} * 1024;
 
 bool CopyBytes(const FileHandle& from, const FileHandle& to) {
   std::vector<char> block(kCopyBlock);

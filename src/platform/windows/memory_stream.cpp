@@ -10,7 +10,7 @@
 namespace memory_stream {
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 }  // namespace
 
