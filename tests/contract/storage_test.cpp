@@ -185,7 +185,8 @@ TEST_F(Storage, RemovedAndMovedChannelsAreSavedSo) {
   ExpectHr(S_OK, list->RemoveChannelInfo(ChannelAt(list, 2).Get()));
   ExpectHr(S_OK, list->MoveChannel(4, 1));
   ExpectHr(S_OK, database->SaveChannelToFile());
-  const ComPtr<IChannelInfoMgr> loaded = ListOf(Open(), kType);
+  const ComPtr<IZorTunedex> reopened = Open();
+  const ComPtr<IChannelInfoMgr> loaded = ListOf(reopened, kType);
   EXPECT_EQ(4U, CountOf(loaded));
   const UINT sources[] = {5, 1, 3, 4};
   for (UINT index = 1; index <= 4; ++index) {
