@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <string>
 
-#include "registry_sandbox.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
+#include "support/registry_sandbox.h"
 #include "support/temp_dir.h"
 #include "xml/xml_chan_parser.h"
 

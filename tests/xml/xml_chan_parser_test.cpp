@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "registry_sandbox.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
 #include "support/fake_channel.h"
+#include "support/registry_sandbox.h"
 #include "support/temp_dir.h"
 
 namespace {

@@ -31,7 +31,9 @@ AtomicFile::AtomicFile(const std::string& path) : m_target(path), m_failed(true)
   const std::wstring target = TargetOf(path);
   if (target.empty() || !IsReplaceable(target)) return;
   std::wstring name;
-  if (!temporary_file::Create(wide_path::DirectoryOf(target), name).Close()) return;
+  FileHandle file = temporary_file::Create(wide_path::DirectoryOf(target), name);
+  if (!file.IsOpen()) return;
+  file.Close();
   m_temporary = text::ToNarrow(name);
   // The handle is opened again by the first use: until then the file is free for another writer.
   m_failed = wide_path::From(m_temporary) != name;

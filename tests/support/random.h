@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+/// The same numbers on every platform for the same seed.
+class Random {
+ public:
+  explicit Random(std::uint32_t seed) : m_engine(seed) {}
+
+  /// 0 to `below` - 1.
+  std::uint32_t operator()(std::uint32_t below) {
+    return static_cast<std::uint32_t>(m_engine()) % below;
+  }
+
+ private:
+  std::mt19937 m_engine;
+};

@@ -1,0 +1,230 @@
+#include <filesystem>
+
+#include "tool/tool_run.h"
+
+namespace {
+
+const char* const kGermany = "49";
+
+TEST(Refusal, OfTypesThatTheFileCannotHold) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  for (const char* signal :
+       {"DVBCable", "ISDBCable", "ISDBSatellite", "ISDBTerrestrial", "AMRadio"}) {
+    ExpectRefused(1,
+                  "channels add: E_NOTIMPL (0x80004001): the file cannot hold channels of " +
+                      std::string(signal),
+                  directory.Run(kGermany, signal, {"channels", "add", "--name", "X"}));
+  }
+}
+
+TEST(Refusal, OfAttributesThatAreReadOnly) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  const auto expect = [&](const std::string& field) {
+    ExpectRefused(
+        1,
+        "channels set: E_NOTIMPL (0x80004001): the file does not keep " + field + " for TDMBMobile",
+        directory.Run("82", "160", {"channels", "set", "1", "--set", field + "=1"}));
+  };
+  expect("videoStream");
+  expect("numOfMhpAitStreams");
+  const Outcome entry =
+      directory.Run("82", "160", {"channels", "set", "1", "--set", "AudioStream[1].pid=1"});
+  ExpectRefused(
+      1, "channels set: E_NOTIMPL (0x80004001): the file does not keep AudioStream for TDMBMobile",
+      entry);
+}
+
+TEST(Refusal, OfTextsThatAreTooLong) {
+  const DataDirectory directory;
+  const auto set = [&](const char* country, const char* signal, const std::string& field,
+                       std::size_t length) {
+    return directory.Run(country, signal,
+                         {"channels", "set", signal == std::string("5") ? "7" : "1", "--set",
+                          field + "=" + std::string(length, 'x')});
+  };
+  const auto expect = [&](const char* country, const char* signal, const std::string& field,
+                          std::size_t most) {
+    const std::string limit = std::to_string(most);
+    ExpectStatus(0, set(country, signal, field, most));
+    const NothingWritten nothing(directory);
+    ExpectRefused(1,
+                  "channels set: E_INVALIDARG (0x80070057): " + field + " has " +
+                      std::to_string(most + 1) + " bytes in the code page; at most " + limit +
+                      " are kept",
+                  set(country, signal, field, most + 1));
+  };
+  expect(kGermany, "5", "name", 79);
+  expect("81", "176", "name", 79);
+  expect(kGermany, "64", "name", 259);
+  expect(kGermany, "64", "networkName", 255);
+  expect("82", "160", "Components[1].name", 7);
+  const Outcome display =
+      directory.Run("81", "176", {"channels", "set", "1", "--display-name", std::string(260, 'x')});
+  ExpectRefused(1,
+                "channels set: E_INVALIDARG (0x80070057): channel 1: nameDisplay has 260 bytes in "
+                "the code page; at most 259 are kept",
+                display);
+  ExpectStatus(0, directory.Run("81", "176",
+                                {"channels", "set", "1", "--display-name", std::string(259, 'x')}));
+}
+
+TEST(Refusal, OfMarkupInThePreFormattedForm) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  for (const std::string character : {"&", "<"}) {
+    const Outcome outcome = directory.Run(
+        kGermany, "64",
+        {"channels", "rename", "2", "A" + character + "B", "--format", "preformatted"});
+    ExpectRefused(1,
+                  "channels rename: E_INVALIDARG (0x80070057): channel 2: name holds '" +
+                      character + "', which the pre-formatted form cannot keep",
+                  outcome);
+  }
+  ExpectRefused(
+      1,
+      "channels add: E_INVALIDARG (0x80070057): channel 5: networkName holds '\"', which "
+      "the pre-formatted form cannot keep",
+      directory.Run(kGermany, "64",
+                    {"channels", "add", "--set", "networkName=\"\"", "--format", "preformatted"}));
+  ExpectRefused(1,
+                "channels rename: E_INVALIDARG (0x80070057): channel 1: nameDisplay holds U+0009, "
+                "which the pre-formatted form cannot keep",
+                directory.Run(kGermany, "64",
+                              {"channels", "rename", "1", "A\tB", "--display-only", "--format",
+                               "preformatted"}));
+}
+
+TEST(Refusal, OfCharactersThatXmlCannotHold) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  ExpectRefused(1,
+                "channels rename: E_INVALIDARG (0x80070057): channel 2: name holds U+0001, which "
+                "the file cannot keep",
+                directory.Run(kGermany, "64", {"channels", "rename", "2", "A\x01"}));
+}
+
+TEST(OneSegmentNames, HoldAnyCharacterInEitherForm) {
+  const DataDirectory directory;
+  const std::string name = "A&B<\x01\t";
+  ExpectStatus(
+      0, directory.Run("81", "176", {"channels", "rename", "1", name, "--format", "preformatted"}));
+  EXPECT_EQ(name, directory.Channel("81", "176", "1")["name"]);
+  EXPECT_EQ(name, directory.Channel("81", "176", "1")["displayName"]);
+}
+
+TEST(PreFormattedForm, IsRefusedForWhatTheRestOfTheFileHolds) {
+  const DataDirectory directory;
+  // In the list itself, in another one, and in an attribute that nobody knows.
+  ExpectStatus(0, directory.Run(kGermany, "64", {"channels", "rename", "2", "A&B"}));
+  const auto change = [&](const char* country, const char* signal) {
+    return directory.Run(country, signal,
+                         {"channels", "favor", "1", "9", "--format", "preformatted"});
+  };
+  {
+    const NothingWritten nothing(directory);
+    const std::string tail = " of country 49 holds '&', which the pre-formatted form cannot keep";
+    ExpectRefused(1, "channels favor: E_INVALIDARG (0x80070057): name of a Channel" + tail,
+                  change("82", "160"));
+    ExpectRefused(1, "format: E_INVALIDARG (0x80070057): name of a Channel" + tail,
+                  directory.Run({"format", "preformatted"}));
+  }
+  // What is about to be replaced does not matter.
+  ExpectStatus(0, directory.Run(kGermany, "64",
+                                {"channels", "rename", "2", "AB", "--format", "preformatted"}));
+  std::string file = directory.File();
+  file.insert(file.find("name=\"Sky\""), "note=\"R&amp;D\" ");
+  directory.Files().Write("ChanInfo.xml", file);
+  const NothingWritten nothing(directory);
+  ExpectRefused(1,
+                "channels favor: E_INVALIDARG (0x80070057): note of a Channel of country 49 holds "
+                "'&', which the pre-formatted form cannot keep",
+                change(kGermany, "64"));
+}
+
+TEST(PreFormattedForm, IsWrittenByChangesThatAskForIt) {
+  const DataDirectory directory(DataDirectory::Start::Empty);
+  ExpectStatus(0, directory.Run("44", "5",
+                                {"channels", "add", "--name", "One", "--freq", "88000", "--format",
+                                 "preformatted"}));
+  EXPECT_EQ(ToolData("preformatted.xml"), directory.File());
+}
+
+TEST(Format, RewritesTheFileAndKeepsEveryChannel) {
+  const DataDirectory directory;
+  const auto everything = [&] {
+    std::string all = directory.Run({"info", "--json"}).out;
+    for (const auto& [country, signal] : {std::pair{"1", "16"},
+                                          {"44", "5"},
+                                          {"49", "5"},
+                                          {"49", "64"},
+                                          {"81", "176"},
+                                          {"82", "160"}}) {
+      all += directory.Run(country, signal, {"channels", "list", "--json"}).out;
+    }
+    return all + directory.Run(kGermany, "64", {"channels", "show", "1"}).out;
+  };
+  const std::string before = everything();
+  ExpectStatus(0, directory.Run({"format", "preformatted"}));
+  const std::string formatted = directory.File();
+  EXPECT_TRUE(
+      formatted.starts_with("<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<CHANNELTABLE>"
+                            "\r\n\t<Country name=\"United States\" countrycode=\"1\">\r\n"));
+  EXPECT_EQ(before, everything());
+  ExpectStatus(0, directory.Run({"format", "plain"}));
+  EXPECT_EQ(before, everything());
+  ExpectStatus(0, directory.Run({"format", "preformatted"}));
+  EXPECT_EQ(formatted, directory.File());
+}
+
+TEST(Format, NeedsAFileThatCanBeRead) {
+  const DataDirectory empty(DataDirectory::Start::Empty);
+  const NothingWritten nothing(empty);
+  ExpectRefused(1, "format: E_FAIL (0x80004005): there is no ChanInfo.xml",
+                empty.Run({"format", "plain"}));
+  const DataDirectory broken;
+  broken.Files().Write("ChanInfo.xml", broken.File() + "<");
+  const NothingWritten nothingElse(broken);
+  ExpectRefused(1, "format: E_FAIL (0x80004005): ChanInfo.xml cannot be read",
+                broken.Run({"format", "plain"}));
+}
+
+TEST(Saving, SaysWhenTheFileIsNotWhatWasMeant) {
+  const DataDirectory directory(DataDirectory::Start::Empty);
+  // A plain save reports success whatever becomes of it; a directory in its place stops it.
+  std::filesystem::create_directory(directory.Files().File("ChanInfo.xml"));
+  ExpectRefused(1,
+                "channels add: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
+                "saving: 0 channels instead of 1",
+                directory.Run(kGermany, "5", {"channels", "add", "--name", "X"}));
+  ExpectRefused(
+      1, "channels add: E_FAIL (0x80004005): ChanInfo.xml was not written",
+      directory.Run(kGermany, "5", {"channels", "add", "--name", "X", "--format", "preformatted"}));
+}
+
+TEST(Saving, SaysWhenAnIndexIsWrittenInAnotherWay) {
+  const DataDirectory directory;
+  std::string file = directory.File();
+  const std::size_t place = file.find("index=\"7\"");
+  file.replace(place, 9, "index=\"07\"");
+  directory.Files().Write("ChanInfo.xml", file);
+  // Elements are looked for by the text of the index, so the channel gets a second one.
+  ExpectRefused(1,
+                "channels favor: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
+                "saving: 2 channels instead of 1",
+                directory.Run(kGermany, "5", {"channels", "favor", "7", "off"}));
+}
+
+TEST(Saving, KeepsAFileThatCouldNotBeRead) {
+  const DataDirectory directory(DataDirectory::Start::Empty);
+  directory.Files().Write("ChanInfo.xml", "no XML");
+  const Outcome outcome = directory.Run(kGermany, "5", {"channels", "add", "--name", "X"});
+  EXPECT_EQ("1\n", outcome.out);
+  EXPECT_EQ("tunedex: the old ChanInfo.xml could not be read and was kept beside the new one\n",
+            outcome.err);
+  ExpectStatus(0, outcome);
+  EXPECT_EQ("no XML", directory.Files().Read("ChanInfo.xml.unreadable"));
+}
+
+}  // namespace

@@ -1,0 +1,126 @@
+#include "tool/tool_run.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+std::string Quoted(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char letter : text) {
+    if (letter == '"') quoted += '\\';
+    quoted += letter;
+  }
+  return quoted + "\"";
+}
+
+/// Text files of either platform look alike.
+std::string WithoutReturns(std::string text) {
+  std::erase(text, '\r');
+  return text;
+}
+
+std::string ToolPath() {
+  return std::filesystem::absolute(ZORTUNEDEX_TOOL).make_preferred().string();
+}
+
+void AddFailureAt(const std::source_location& where, const std::string& message) {
+  ADD_FAILURE_AT(where.file_name(), static_cast<int>(where.line())) << message;
+}
+
+std::string Described(const Outcome& outcome) {
+  return "status " + std::to_string(outcome.status) + "\n--- out\n" + outcome.out + "--- err\n" +
+         outcome.err;
+}
+
+}  // namespace
+
+Outcome RunTool(const Arguments& arguments) {
+  const TempDir output;
+  std::string command = Quoted(ToolPath());
+  for (const std::string& argument : arguments) command += " " + Quoted(argument);
+  command += " > " + Quoted(output.File("out")) + " 2> " + Quoted(output.File("err"));
+  // One shell wants the whole line in quotes again.
+  const std::string quotes(ZORTUNEDEX_SHELL_QUOTES, '"');
+  command = quotes + command + quotes;
+  const int status = std::system(command.c_str());
+  // A status stands in the low byte on one platform and in the next one on the other.
+  return {status > 0xFF ? status >> 8 : status, WithoutReturns(output.Read("out")),
+          WithoutReturns(output.Read("err"))};
+}
+
+std::string ToolData(const std::string& name) {
+  std::ifstream file(std::filesystem::path(ZORTUNEDEX_TEST_DATA) / "tool" / name, std::ios::binary);
+  if (!file) ADD_FAILURE() << "no test data " << name;
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+nlohmann::ordered_json Outcome::Json(std::source_location where) const {
+  nlohmann::ordered_json json = nlohmann::ordered_json::parse(out, nullptr, false);
+  if (status == 0 && !json.is_discarded()) return json;
+  AddFailureAt(where, "no JSON: " + Described(*this));
+  return nullptr;
+}
+
+void ExpectStatus(int expected, const Outcome& outcome, std::source_location where) {
+  if (outcome.status == expected) return;
+  AddFailureAt(where,
+               "expected status " + std::to_string(expected) + ", got " + Described(outcome));
+}
+
+void ExpectPrints(const std::string& golden, const Outcome& outcome, std::source_location where) {
+  const std::string expected = WithoutReturns(ToolData(golden));
+  if (outcome.status == 0 && outcome.err.empty() && outcome.out == expected) return;
+  AddFailureAt(where, "not " + golden + ": " + Described(outcome));
+}
+
+void ExpectRefused(int status, const std::string& message, const Outcome& outcome,
+                   std::source_location where) {
+  const std::string expected =
+      "tunedex: " + message + "\n" + (status == 2 ? "Try 'tunedex --help'.\n" : "");
+  if (outcome.status == status && outcome.err == expected && outcome.out.empty()) return;
+  AddFailureAt(where, "expected status " + std::to_string(status) + " and\n" + expected + "got " +
+                          Described(outcome));
+}
+
+DataDirectory::DataDirectory(Start start) {
+  if (start == Start::Filled) m_directory.Write("ChanInfo.xml", ToolData("ChanInfo.xml"));
+}
+
+Outcome DataDirectory::Run(Arguments arguments) const {
+  arguments.insert(arguments.begin(), {"--dir", m_directory.Path()});
+  return RunTool(arguments);
+}
+
+Outcome DataDirectory::Run(const std::string& country, const std::string& signal,
+                           Arguments arguments) const {
+  arguments.insert(arguments.begin(), {"--country", country, "--signal", signal});
+  return Run(std::move(arguments));
+}
+
+nlohmann::ordered_json DataDirectory::Channels(const std::string& country,
+                                               const std::string& signal,
+                                               std::source_location where) const {
+  return Run(country, signal, {"channels", "list", "--json"}).Json(where);
+}
+
+nlohmann::ordered_json DataDirectory::Channel(const std::string& country, const std::string& signal,
+                                              const std::string& index,
+                                              std::source_location where) const {
+  nlohmann::ordered_json array =
+      Run(country, signal, {"channels", "show", index, "--json"}).Json(where);
+  return array.is_array() && array.size() == 1 ? array[0] : nlohmann::ordered_json();
+}
+
+NothingWritten::NothingWritten(const DataDirectory& directory, std::source_location where)
+    : m_directory(directory),
+      m_where(where),
+      m_file(directory.File()),
+      m_count(directory.Files().Count()) {}
+
+NothingWritten::~NothingWritten() {
+  if (m_directory.File() == m_file && m_directory.Files().Count() == m_count) return;
+  AddFailureAt(m_where, "the directory was written to");
+}

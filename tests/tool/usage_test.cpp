@@ -1,0 +1,99 @@
+#include "tool/tool_run.h"
+
+namespace {
+
+TEST(Usage, HelpAndVersionArePrinted) {
+  const Outcome help = RunTool({"--help"});
+  ExpectStatus(0, help);
+  EXPECT_NE(std::string::npos, help.out.find("channels"));
+  const Outcome set = RunTool({"channels", "set", "--help"});
+  ExpectStatus(0, set);
+  EXPECT_NE(std::string::npos, set.out.find("AudioStream[1].pid=257"));
+  EXPECT_EQ("tunedex 1.0.0\n", RunTool({"--version"}).out);
+}
+
+TEST(Usage, WhatIsMissingIsNamed) {
+  const DataDirectory directory;
+  const std::string path = directory.Files().Path();
+  ExpectRefused(2, "A subcommand is required", RunTool({}));
+  ExpectRefused(2, "A subcommand is required", RunTool({"channels"}));
+  ExpectRefused(2, "--dir is required", RunTool({"info"}));
+  ExpectRefused(2, "--dir is required",
+                RunTool({"channels", "list", "--country", "1", "--signal", "5"}));
+  ExpectRefused(2, "--country is required",
+                RunTool({"channels", "list", "--dir", path, "--signal", "5"}));
+  ExpectRefused(2, "--signal is required",
+                RunTool({"channels", "list", "--dir", path, "--country", "1"}));
+  ExpectRefused(2, "INDEX is required", directory.Run("1", "5", {"channels", "show"}));
+  ExpectRefused(2, "channels set needs something to set",
+                directory.Run("1", "5", {"channels", "set", "1"}));
+  ExpectRefused(2, "channels find takes either --number or --like",
+                directory.Run("1", "5", {"channels", "find"}));
+  ExpectRefused(2, "channels find takes either --number or --like",
+                directory.Run("1", "5", {"channels", "find", "--number", "1", "--like", "1"}));
+}
+
+TEST(Usage, ValuesThatAreNoneAreNamed) {
+  const DataDirectory directory;
+  const auto expect = [&](const std::string& message, Arguments arguments) {
+    ExpectRefused(2, message, directory.Run("49", "64", std::move(arguments)));
+  };
+  expect("--codepage: 'x' is no number of 32 bits", {"--codepage", "x", "channels", "list"});
+  expect("--format: 'tidy' is not known", {"--format", "tidy", "channels", "list"});
+  expect("--service: 'soap' is not known", {"channels", "list", "--service", "soap"});
+  expect("INDEX: '-1' is no index", {"channels", "show", "--", "-1"});
+  expect("INDEX: '4294967296' is no index", {"channels", "show", "4294967296"});
+  expect("MARK: 'maybe' is not known", {"channels", "favor", "1", "maybe"});
+  expect("MARK: '2' is not known", {"channels", "lock", "1", "2"});
+  expect("KEY: 'name' is not known", {"channels", "sort", "name"});
+  expect("--set: 'TSID' is not FIELD=VALUE", {"channels", "set", "1", "--set", "TSID"});
+  ExpectRefused(2, "--signal: 'DVBS2' is not known",
+                directory.Run("49", "DVBS2", {"channels", "list"}));
+  ExpectRefused(2, "--signal: '7' is not known", directory.Run("49", "7", {"channels", "list"}));
+  ExpectRefused(2, "--country: 'DE' is no number of 32 bits",
+                directory.Run("DE", "64", {"channels", "list"}));
+  ExpectStatus(2, directory.Run("49", "64", {"channels", "show", "1", "2"}));
+  ExpectStatus(2, directory.Run("49", "64", {"channels", "list", "--colour"}));
+}
+
+TEST(Usage, FieldsAreCheckedAgainstTheSignalType) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  const auto expect = [&](const char* signal, const std::string& set, const std::string& message) {
+    ExpectRefused(2, message, directory.Run("49", signal, {"channels", "add", "--set", set}));
+  };
+  expect("64", "foo=1", "channels of DVBSatellite have no foo");
+  expect("5", "serviceID=1", "channels of FMRadio have no serviceID");
+  expect("64", "TSID=x", "TSID takes a number from -2147483648 to 4294967295, not 'x'");
+  expect("64", "TSID=", "TSID takes a number from -2147483648 to 4294967295, not ''");
+  expect("64", "TSID=4294967296",
+         "TSID takes a number from -2147483648 to 4294967295, not '4294967296'");
+  expect("1", "CNI0=65536", "CNI0 takes a number from 0 to 65535, not '65536'");
+  expect("64", "polarisation=up",
+         "polarisation takes NotSet, LinearH, LinearV, CircularL or CircularR, not 'up'");
+  // Words that the file does not give back are none.
+  expect("64", "innerFECRate=6/7",
+         "innerFECRate takes NotSet, 1/2, 2/3, 3/4, 3/5, 4/5, 5/6, 5/11 or 7/8, not '6/7'");
+  expect("64", "numOfAudioStreams=17", "numOfAudioStreams takes a number from 0 to 16, not '17'");
+  expect("64", "numOfAudioStreams=-1", "numOfAudioStreams takes a number from 0 to 16, not '-1'");
+  expect("160", "numOfComponents=9", "numOfComponents takes a number from 0 to 8, not '9'");
+  expect("64", "AudioStream[0].pid=1", "AudioStream[0].pid is not AudioStream[1..16].ATTRIBUTE");
+  expect("64", "AudioStream[17].pid=1", "AudioStream[17].pid is not AudioStream[1..16].ATTRIBUTE");
+  expect("64", "AudioStream[1=1", "AudioStream[1 is not AudioStream[1..16].ATTRIBUTE");
+  expect("64", "AudioStream[1].name=1", "AudioStream has no name");
+  expect("64", "AudioStream[1].pid=65536",
+         "AudioStream[1].pid takes a number from 0 to 65535, not '65536'");
+  expect("64", "AudioStream[1].type=256",
+         "AudioStream[1].type takes a number from 0 to 255, not '256'");
+  expect("64", "AudioStream[1].lang=4096",
+         "AudioStream[1].lang takes a number from 0 to 4095, not '4096'");
+  expect("64", "Components[1].name=x", "channels of DVBSatellite have no list Components");
+  expect("160", "Components[1].pid=1", "Components has no pid");
+  expect("64", "index=3", "an index is changed by channels move");
+  ExpectRefused(2, "channels of FMRadio have no --number",
+                directory.Run("49", "5", {"channels", "add", "--number", "3"}));
+  ExpectRefused(2, "channels of ATSCAntenna have no --freq",
+                directory.Run("1", "16", {"channels", "add", "--freq", "3"}));
+}
+
+}  // namespace
