@@ -1,8 +1,7 @@
 #include "xml/channel_element_index.h"
 
-#include <charconv>
 #include <iterator>
-#include <string_view>
+#include <string>
 
 #include "platform/text.h"
 #include "xml/xml_nodes.h"
@@ -15,20 +14,12 @@ struct IndexValue {
   bool plain = false;
 };
 
+// Not by way of narrow text: it may make other digits look like plain ones.
 IndexValue ReadIndex(const dom::Element& channel) {
-  char text[24];
-  if (channel.GetNarrow("index", text, sizeof(text)) != S_OK) return {};
-  char decimal[16];
-  const std::string_view value(text);
-  // Cut digits would give another number than the whole text.
-  LONG key = 0;
-  if (value.size() + 1 == sizeof(text)) {
-    GetAttrInt(channel, "index", &key);
-    return {key, false};
-  }
-  key = text::ToInt(value);
-  const auto end = std::to_chars(std::begin(decimal), std::end(decimal), key).ptr;
-  return {key, value == std::string_view(decimal, static_cast<std::size_t>(end - decimal))};
+  std::string value;
+  if (channel.GetUtf8("index", value) != S_OK) return {};
+  const LONG key = text::ToInt(value);
+  return {key, value == std::to_string(key)};
 }
 
 }  // namespace
@@ -104,8 +95,12 @@ void ChannelElementIndex::Note(LONG key, Entry entry) {
   const auto greater = m_maxima.upper_bound(m_lastKey);
   const bool isMaximum = greater == m_maxima.begin() || std::prev(greater)->first < key;
   if (isMaximum) {
-    // Later ones that are no longer greater than everything before them.
-    m_maxima.erase(greater, m_maxima.upper_bound(key));
+    // Later ones are no longer greater than everything before them, but still found by their index.
+    const auto end = m_maxima.upper_bound(key);
+    for (auto i = greater; i != end; ++i) {
+      if (i->second.plain) m_others.insert_or_assign(i->first, std::move(i->second.element));
+    }
+    m_maxima.erase(greater, end);
     m_maxima.insert_or_assign(key, std::move(entry));
   } else if (entry.plain) {
     m_others.emplace(key, std::move(entry.element));

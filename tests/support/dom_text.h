@@ -15,9 +15,10 @@ class TextDocument {
  public:
   explicit TextDocument(const std::string& xml) {
     bool success = false;
-    m_dir.Write("document.xml", xml);
+    const TempDir dir;
+    dir.Write("document.xml", xml);
     EXPECT_EQ(S_OK, m_document.Create());
-    EXPECT_EQ(S_OK, m_document.Load(m_dir.File("document.xml"), success));
+    EXPECT_EQ(S_OK, m_document.Load(dir.File("document.xml"), success));
     EXPECT_TRUE(success) << xml;
     EXPECT_EQ(S_OK, m_document.DocumentElement(root));
   }
@@ -27,7 +28,6 @@ class TextDocument {
   dom::Element root;
 
  private:
-  TempDir m_dir;
   dom::Document m_document;
 };
 
