@@ -6,7 +6,7 @@
 
 #include "channels/chan_info.h"
 #include "platform/com_ptr.h"
-#include "registry_sandbox.h"
+#include "support/registry_sandbox.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/station_blocks.h"
-#include "registry_sandbox.h"
+#include "support/registry_sandbox.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
