@@ -6,10 +6,10 @@
 
 #include "channels/chan_info.h"
 #include "platform/com_ptr.h"
-#include "registry_sandbox.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
+#include "support/registry_sandbox.h"
 #include "xml/channel_reader.h"
 #include "xml/xml_chan_parser.h"
 
