@@ -271,7 +271,7 @@ std::string RandomDocument(Random& random, const Layout& layout) {
 TEST(ChannelRoundTrip, PlainFile) {
   const RegistrySandbox registry;
   for (const InputSignalType type : kTypes) {
-    for (unsigned seed = 1; seed <= 20 && !HasFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= 10 && !HasFailure(); ++seed) {
       ExpectFileBringsBack(seed, type, false);
     }
   }
@@ -280,7 +280,7 @@ TEST(ChannelRoundTrip, PlainFile) {
 TEST(ChannelRoundTrip, PreFormattedFile) {
   const RegistrySandbox registry;
   for (const InputSignalType type : kTypes) {
-    for (unsigned seed = 1; seed <= 20 && !HasFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= 10 && !HasFailure(); ++seed) {
       ExpectFileBringsBack(seed, type, true);
     }
   }
