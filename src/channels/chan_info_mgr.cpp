@@ -59,18 +59,10 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::AddChannelInfo(IChannelInfo* pChannelInf
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::RemoveChannelInfo(IChannelInfo* pChannelInfo) {
   const Locked locked(*this);
   if (pChannelInfo == nullptr) return E_POINTER;
-  const auto found = std::find_if(m_records.begin(), m_records.end(), [=](const Record& record) {
-    return record.Get() == pChannelInfo;
-  });
   // One reference goes in any case: of a record that is not in the list, the caller's. Hosts that
   // hand theirs over rely on it.
-  Record released;
-  if (found == m_records.end()) {
-    released = Record::Attach(pChannelInfo);
-  } else {
-    released = std::move(*found);
-    m_records.erase(found);
-  }
+  Record released = TakeOut(pChannelInfo);
+  if (!released) released = Record::Attach(pChannelInfo);
   released.Reset();
   Renumber(true);
   return S_OK;
@@ -100,7 +92,12 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::MoveChannel(UINT nOldChannelIndex, UINT 
   Record record;
   HRESULT hr = GetChannelInfoByIndex(nOldChannelIndex, record.Receive());
   if (FAILED(hr)) return hr;
-  RemoveChannelInfo(record.Get());
+  {
+    const Locked locked(*this);
+    // Gone when a record removed it while it was asked.
+    if (!TakeOut(record.Get())) return E_FAIL;
+    Renumber(true);
+  }
   record->SetChannelIndex(nNewChannelIndex);
   hr = AddChannelInfo(record.Get());
   Renumber(true);
@@ -141,6 +138,16 @@ std::optional<UINT> CChanInfoMgr::IndexOf(const Record& record) {
 bool CChanInfoMgr::Holds(const Records& records) const {
   return std::equal(m_records.begin(), m_records.end(), records.begin(), records.end(),
                     [](const Record& a, const Record& b) { return a.Get() == b.Get(); });
+}
+
+CChanInfoMgr::Record CChanInfoMgr::TakeOut(IChannelInfo* channelInfo) {
+  const auto found = std::find_if(m_records.begin(), m_records.end(), [=](const Record& record) {
+    return record.Get() == channelInfo;
+  });
+  if (found == m_records.end()) return Record();
+  Record taken = std::move(*found);
+  m_records.erase(found);
+  return taken;
 }
 
 std::size_t CChanInfoMgr::PlaceFor(UINT index) const {

@@ -75,6 +75,8 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   /// Index of the first channel that the filter accepts among `count`, from `first` in steps.
   HRESULT Scan(ChannelFilter& filter, std::size_t first, std::size_t count, int step,
                UINT* index) const;
+  /// Takes the first occurrence out of the array; null when there is none.
+  Record TakeOut(IChannelInfo* channelInfo);
   std::size_t PlaceFor(UINT index) const;
   void InsertAt(std::size_t position, IChannelInfo* channelInfo);
   void Renumber(bool ascending);

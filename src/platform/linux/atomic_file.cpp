@@ -14,7 +14,7 @@
 namespace files {
 namespace {
 
-constexpr std::size_t kBufferSize = 256 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 constexpr int kLongestLinkChain = 40;
 
 std::optional<std::string> ReadLink(const std::string& path) {

@@ -13,7 +13,7 @@
 namespace files {
 namespace {
 
-constexpr std::size_t kCopyBlock = 64 * 1024;
+constexpr std::size_t kCopyBlock = std::size_t{64} * 1024;
 
 bool CopyBytes(int from, int to) {
   std::vector<char> block(kCopyBlock);

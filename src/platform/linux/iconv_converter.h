@@ -14,7 +14,9 @@ class IconvConverter {
   ~IconvConverter();
 
   /// False when iconv lacks one of the encodings.
-  bool IsOpen() const { return m_handle != reinterpret_cast<iconv_t>(-1); }
+  bool IsOpen() const {
+    return m_handle != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr): POSIX
+  }
 
   /// Bytes written; 0 when the character does not exist or needs more than `room` bytes.
   std::size_t Convert(std::string_view character, char* bytes, std::size_t room);

@@ -21,6 +21,7 @@ std::u16string FormatText(std::u16string_view text) {
 
 bool RegFile::Parse(std::string_view bytes) {
   m_keys.clear();
+  m_isWhole = true;
   if (bytes.empty() || RegReader(*this).Read(bytes)) return true;
   m_keys.clear();
   return false;

@@ -15,6 +15,8 @@ class RegFile {
   /// False, and nothing kept, for bytes that are no such file. No bytes at all are an empty one.
   /// Lines that cannot be understood, and comments, are left out.
   bool Parse(std::string_view bytes);
+  /// False when the file held bytes that are no text: writing it anew would lose them.
+  bool IsWhole() const { return m_isWhole; }
   /// UTF-16LE with its mark, lines ending in CR LF, keys sorted by name.
   std::string Format() const;
 
@@ -48,4 +50,5 @@ class RegFile {
   void Set(std::u16string_view path, Value value);
 
   Keys m_keys;
+  bool m_isWhole = true;
 };

@@ -71,6 +71,7 @@ bool RegReader::Decode(std::string_view bytes) {
     if (bytes.starts_with(kNarrowMark)) bytes.remove_prefix(kNarrowMark.size());
     m_isOld = bytes.starts_with("REGEDIT4");
     m_text = (m_isOld ? text::FromNarrow(bytes) : text::FromUtf8(bytes)).View();
+    m_file.m_isWhole = m_text.find(u'\uFFFD') == std::u16string::npos;
   }
   m_rest = m_text;
   return !m_rest.empty() &&
@@ -142,9 +143,9 @@ void RegReader::ReadHex(std::u16string_view name, std::u16string_view data) {
   if (prefix != u"hex:" && !isTyped) return;
   const std::u16string_view behind = m_rest;
   std::string bytes;
-  std::optional<std::u16string> lines = ReadHexLines(data.substr(colon + 1), bytes);
+  const std::optional<std::u16string> lines = ReadHexLines(data.substr(colon + 1), bytes);
   if (lines) {
-    StoreHex(name, prefix, std::move(*lines), bytes);
+    StoreHex(name, prefix, *lines, bytes);
   } else {
     m_rest = behind;
   }
@@ -168,9 +169,9 @@ std::optional<std::u16string> RegReader::ReadHexLines(std::u16string_view line,
   }
 }
 
-void RegReader::StoreHex(std::u16string_view name, std::u16string_view prefix, std::u16string lines,
-                         const std::string& bytes) {
-  RegFile::Value value = {std::u16string(name), {}, std::u16string(prefix) + lines};
+void RegReader::StoreHex(std::u16string_view name, std::u16string_view prefix,
+                         std::u16string_view lines, const std::string& bytes) {
+  RegFile::Value value = {std::u16string(name), {}, std::u16string(prefix).append(lines)};
   if (prefix == kPlainText || prefix == kExpandableText || prefix == kTextList) {
     std::u16string wide =
         m_isOld ? std::u16string(text::FromNarrow(bytes).View()) : reg_text::FromBytes(bytes);

@@ -23,7 +23,7 @@ class RegReader {
   void ReadText(std::u16string_view name, std::u16string_view data);
   void ReadHex(std::u16string_view name, std::u16string_view data);
   std::optional<std::u16string> ReadHexLines(std::u16string_view line, std::string& bytes);
-  void StoreHex(std::u16string_view name, std::u16string_view prefix, std::u16string lines,
+  void StoreHex(std::u16string_view name, std::u16string_view prefix, std::u16string_view lines,
                 const std::string& bytes);
 
   RegFile& m_file;

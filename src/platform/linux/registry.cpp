@@ -78,7 +78,7 @@ bool Load(RegFile& file, bool forChange) {
   bool isMissing = false;
   const std::optional<std::string> bytes = ReadFile(FileName(), isMissing);
   if (!bytes) return forChange && isMissing;
-  return file.Parse(*bytes);
+  return file.Parse(*bytes) && (!forChange || file.IsWhole());
 }
 
 template <typename Ask>

@@ -3,6 +3,7 @@
 
 #include "platform/dom.h"
 #include "platform/text.h"
+#include "platform/windows/dom_path.h"
 #include "platform/windows/msxml.h"
 
 namespace dom {
@@ -13,6 +14,8 @@ IXMLDOMElement* ElementOf(IUnknown* node) { return static_cast<IXMLDOMElement*>(
 /// S_FALSE, and the value untouched, when the attribute is missing.
 HRESULT Read(IUnknown* node, const char* name, Bstr& value) {
   if (node == nullptr || name == nullptr) return E_INVALIDARG;
+  // No element has such an attribute; Wine would call it a failure.
+  if (!IsQualifiedName(name)) return S_FALSE;
   msxml::Variant variant;
   const HRESULT hr = ElementOf(node)->getAttribute(text::FromNarrow(name).Get(), variant.Receive());
   if (FAILED(hr)) return hr;
@@ -21,8 +24,17 @@ HRESULT Read(IUnknown* node, const char* name, Bstr& value) {
   return S_OK;
 }
 
+/// New attributes have plain names: Wine takes any text for a name. Declarations of prefixes stay
+/// as they are, or the names that have them would change.
+bool IsWritable(IUnknown* node, const char* name) {
+  const std::string_view text(name);
+  if (IsName(text)) return text != "xmlns";
+  Bstr old;
+  return !text.starts_with("xmlns:") && Read(node, name, old) == S_OK;
+}
+
 HRESULT Write(IUnknown* node, const char* name, Bstr value) {
-  if (node == nullptr || name == nullptr) return E_INVALIDARG;
+  if (node == nullptr || name == nullptr || !IsWritable(node, name)) return E_INVALIDARG;
   const msxml::Variant variant(std::move(value));
   return ElementOf(node)->setAttribute(text::FromNarrow(name).Get(), variant.Get());
 }

@@ -2,6 +2,7 @@
 #include "platform/dom.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "platform/windows/dom_path.h"
 #include "platform/windows/memory_stream.h"
 #include "platform/windows/msxml.h"
 
@@ -102,7 +103,8 @@ HRESULT Document::AppendProcessingInstruction(const char* target, const char* da
 
 HRESULT Document::CreateElement(const char* name, Element& out) const {
   out = Element();
-  if (!m_document || name == nullptr) return E_INVALIDARG;
+  // Wine takes any text for a name.
+  if (!m_document || name == nullptr || !IsName(name)) return E_INVALIDARG;
   const msxml::Variant type(LONG{NODE_ELEMENT});
   ComPtr<IXMLDOMNode> node;
   const HRESULT hr = DocumentOf(m_document)
@@ -114,6 +116,9 @@ HRESULT Document::CreateElement(const char* name, Element& out) const {
 
 HRESULT Document::AppendChild(const Element& child) const {
   if (!m_document || !child) return E_INVALIDARG;
+  // Wine takes a second document element.
+  Element root;
+  if (DocumentElement(root) == S_OK) return E_FAIL;
   return Append(DocumentOf(m_document), ElementOf(child));
 }
 

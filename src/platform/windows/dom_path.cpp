@@ -23,8 +23,12 @@ class Reader {
     while (Take(' ') || Take('\t')) {
     }
   }
-  /// A name with at most one prefix.
   bool TakeName() { return TakePlainName() && (!Take(':') || TakePlainName()); }
+  bool TakePlainName() {
+    if (m_rest.empty() || !IsLetter(m_rest.front())) return false;
+    while (!m_rest.empty() && IsNamePart(m_rest.front())) m_rest.remove_prefix(1);
+    return true;
+  }
   bool TakeQuoted() {
     if (!Take('\'')) return false;
     const std::size_t end = m_rest.find('\'');
@@ -34,12 +38,6 @@ class Reader {
   }
 
  private:
-  bool TakePlainName() {
-    if (m_rest.empty() || !IsLetter(m_rest.front())) return false;
-    while (!m_rest.empty() && IsNamePart(m_rest.front())) m_rest.remove_prefix(1);
-    return true;
-  }
-
   std::string_view m_rest;
 };
 
@@ -60,6 +58,16 @@ bool TakeStep(Reader& reader) {
 }
 
 }  // namespace
+
+bool IsName(std::string_view name) {
+  Reader reader(name);
+  return reader.TakePlainName() && reader.AtEnd();
+}
+
+bool IsQualifiedName(std::string_view name) {
+  Reader reader(name);
+  return reader.TakeName() && reader.AtEnd();
+}
 
 bool IsPath(std::string_view path) {
   Reader reader(path);

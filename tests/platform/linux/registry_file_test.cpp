@@ -113,6 +113,18 @@ TEST_F(RegistryFile, WhatIsNoRegistryFileIsNeverTouched) {
   EXPECT_EQ(1U, m_dir.Count());
 }
 
+TEST_F(RegistryFile, FileWithBytesThatAreNoTextIsReadAndNotWritten) {
+  const std::string bytes =
+      "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\A]\r\n@=\"x\"\r\n\"n\"=\"caf\xE9\"\r\n";
+  m_dir.Write("machine.reg", bytes);
+  EXPECT_EQ("x", Read(Root::LocalMachine, "A", ""));
+  ExpectHr(E_FAIL, registry::SetText(Root::LocalMachine, "A", "", "y"));
+  EXPECT_EQ(bytes, m_dir.Read("machine.reg"));
+  const CodePageScope scope(1252);
+  ExpectHr(S_OK, registry::SetText(Root::LocalMachine, "A", "", "y"));
+  EXPECT_EQ("caf\xE9", Read(Root::LocalMachine, "A", "n"));
+}
+
 TEST_F(RegistryFile, EmptyFileIsAnEmptyRegistry) {
   m_dir.Write("machine.reg", "");
   EXPECT_FALSE(registry::KeyExists(Root::LocalMachine, "A"));

@@ -66,6 +66,19 @@ TEST(DomPath, RefusesEverythingElse) {
   for (const char* path : kNoPaths) EXPECT_FALSE(dom::IsPath(path)) << path;
 }
 
+TEST(DomPath, NamesHaveAPrefixWhereTheyMay) {
+  for (const char* name : {"a", "_A-1.b", "Channel"}) {
+    EXPECT_TRUE(dom::IsName(name)) << name;
+    EXPECT_TRUE(dom::IsQualifiedName(name)) << name;
+  }
+  EXPECT_FALSE(dom::IsName("p:a"));
+  EXPECT_TRUE(dom::IsQualifiedName("p:a"));
+  for (const char* name : {"", "1a", "a b", "-a", "a:", ":a", "a:b:c", "a\xC3\xA9"}) {
+    EXPECT_FALSE(dom::IsName(name)) << name;
+    EXPECT_FALSE(dom::IsQualifiedName(name)) << name;
+  }
+}
+
 // The platform's own reader gets through whatever passes the check, found or not.
 TEST(DomPath, PlatformReadsWhatIsTaken) {
   dom::Document document;
