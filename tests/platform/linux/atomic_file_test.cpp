@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <string>
 
-#include "child.h"
 #include "platform/files.h"
+#include "support/linux/child.h"
 #include "support/temp_dir.h"
 
 namespace {

@@ -8,9 +8,9 @@
 #include <thread>
 #include <vector>
 
-#include "code_page_scope.h"
 #include "platform/text.h"
 #include "support/expect.h"
+#include "support/linux/code_page_scope.h"
 
 namespace {
 

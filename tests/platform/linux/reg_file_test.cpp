@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "code_page_scope.h"
 #include "platform/text.h"
+#include "support/linux/code_page_scope.h"
 
 namespace {
 

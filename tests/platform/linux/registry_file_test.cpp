@@ -7,9 +7,9 @@
 #include <thread>
 #include <vector>
 
-#include "code_page_scope.h"
 #include "platform/registry.h"
 #include "support/expect.h"
+#include "support/linux/code_page_scope.h"
 #include "support/temp_dir.h"
 
 namespace {
