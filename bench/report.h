@@ -1,0 +1,40 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/interfaces.h"
+
+namespace bench {
+
+/// Collects the times of the benchmarks and prints one table of them, with ratios of what was
+/// measured in the same run and what they are wanted to be.
+class Report : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context& context) override;
+  void ReportRuns(const std::vector<Run>& runs) override;
+
+  /// Bytes of the peak memory of a work; see MeasurePeak.
+  void AddPeak(const std::string& work, UINT count, double bytes) {
+    m_peaks[{work, count}] = bytes;
+  }
+  /// The numbers of channels that something was measured with.
+  std::vector<UINT> Counts() const;
+  /// False when a ratio is missing or not what it is wanted to be.
+  bool Print() const;
+
+ private:
+  using Values = std::map<std::pair<std::string, UINT>, double>;
+
+  void PrintTimes() const;
+  void PrintPeaks() const;
+
+  std::map<std::pair<std::string, UINT>, std::vector<double>> m_seconds;
+  Values m_peaks;
+};
+
+}  // namespace bench
