@@ -162,6 +162,8 @@ std::filesystem::path ChannelFile(const std::string& directory) {
 }
 
 std::string ReadWhole(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(path, ignored)) return {};
   std::ifstream file(path, std::ios::binary);
   std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   if (bytes.find('\0') != std::string::npos) {
@@ -177,7 +179,8 @@ Contents Scan(const std::string& directory) {
   std::error_code ignored;
   contents.exists = std::filesystem::is_regular_file(path, ignored);
   if (!contents.exists) return contents;
-  ForEachTag(ReadWhole(path), [&contents](const Tag& tag) { Take(tag, contents); });
+  const std::string xml = ReadWhole(path);
+  ForEachTag(xml, [&contents](const Tag& tag) { Take(tag, contents); });
   return contents;
 }
 

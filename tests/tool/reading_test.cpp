@@ -170,7 +170,7 @@ TEST(Navigation, EndsAtTheEnds) {
 
 TEST(Navigation, WalksOneSegmentListsThatNameNoServiceType) {
   const DataDirectory directory;
-  EXPECT_EQ((Texts{"NET"}),
+  EXPECT_EQ((Texts{"NTV"}),
             Names(directory.Run("81", "176", {"channels", "next", "1", "--json"}).Json()));
 }
 
