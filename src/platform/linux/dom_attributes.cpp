@@ -51,6 +51,19 @@ HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) 
   return S_OK;
 }
 
+constexpr std::size_t kShortText = 256;
+
+/// The text's bytes when it is short and ASCII, as most are: no need of memory for them.
+bool CopyAscii(WideView wide, char (&buffer)[kShortText]) {
+  if (wide.size() > kShortText) return false;
+  unsigned all = 0;
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    all |= wide[i];
+    buffer[i] = static_cast<char>(wide[i]);
+  }
+  return all < 0x80;
+}
+
 HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::string_view value) {
   Node& node = NodeOf(unknown);
   domtree::Store& store = node.Owner();
@@ -114,8 +127,10 @@ HRESULT Element::SetInt(const char* name, std::int32_t value) const {
 
 HRESULT Element::SetText(const char* name, BSTR value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
   return domtree::Guarded([&] {
-    const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
+    char ascii[kShortText];
+    if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
     return Write(m_node, name, m_hint, text::ToUtf8(wide));
   });
 }
