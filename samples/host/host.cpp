@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <string>
 
 #include "core/interfaces.h"
 #include "platform/bstr.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <string_view>
 
 #include "channels/service_type.h"
@@ -37,6 +38,16 @@ const void* TableOfMethods(const IChannelInfo* object) {
   const void* table = nullptr;
   std::memcpy(&table, static_cast<const void*>(object), sizeof(table));
   return table;
+}
+
+// Runs what builds texts: without memory it raises the error that hosts know.
+template <typename Work>
+auto RaisingComError(Work work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    throw ComError(E_OUTOFMEMORY);
+  }
 }
 
 template <typename T>
@@ -107,7 +118,7 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelIndex(UINT nIndex) {
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetChannelName(BSTR* pbstrName) {
   if (pbstrName == nullptr) return E_POINTER;
-  const std::optional<std::string> name = NarrowName();
+  const std::optional<std::string> name = RaisingComError([this] { return NarrowName(); });
   if (!name) return E_FAIL;
   *pbstrName = text::FromNarrow(*name).Release();
   return S_OK;
@@ -124,7 +135,7 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelName(BSTR bstrName) {
 
   // No limit but the end of the block: a long name runs over the fields behind its own, as it
   // always has, and hosts read it back whole.
-  const std::string wholeName = text::ToNarrow({bstrName, length});
+  const std::string wholeName = RaisingComError([=] { return text::ToNarrow({bstrName, length}); });
   const std::string_view name = wholeName.c_str();
   const std::span<BYTE> room = block.subspan(*place);
   const std::size_t taken = text::CutLength(name, room.size() - 1);
@@ -176,7 +187,7 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetStationInfo(_StationTuneInfo* pStationIn
   // As in GetStationInfo.
   m_station.Assign(*pStationInfo, m_signalType);
   SetDirty(1);
-  if (m_displayName.IsEmpty()) FillDisplayName();
+  if (m_displayName.IsEmpty()) RaisingComError([this] { FillDisplayName(); });
   return S_OK;
 }
 

@@ -139,7 +139,8 @@ TEST_F(Storage, TheFormMayChangeWithEverySave) {
                                               "inputSignalType=\"64\">\r\n\t\t\t<Channel "));
   ExpectHr(S_OK, database->SetStorageType(StorageXML));
   ExpectHr(S_OK, database->SaveChannelToFile());
-  EXPECT_EQ(plain, Saved());
+  // Behind the declaration, whose quotes are the platform's.
+  EXPECT_EQ(plain.substr(plain.find("<CHANNELTABLE>")), Saved().substr(Place("<CHANNELTABLE>")));
   ExpectMade(ListOf(Open(), kType), kType, 2);
 }
 

@@ -88,7 +88,9 @@ bool Parse(Store& store, Feed feed) {
   const Silence silence;
   const Parser parser(xmlNewParserCtxt());
   if (!parser) return false;
-  xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET);
+  // Without NOENT an ampersand in an attribute is reported as a reference. There are no entities to
+  // substitute but the predefined ones: the builder stops at a document type.
+  xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
   TreeBuilder builder(store, parser.get());
   *parser->sax = TreeBuilder::Handler();
   parser->userData = &builder;

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <string>
 
-#include "child.h"
 #include "platform/files.h"
+#include "support/linux/child.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -80,17 +80,22 @@ TEST_F(AtomicFile, OldOwnerIsKept) {
 TEST_F(AtomicFile, NobodyGainsRightsWhereTheOwnerCannotBeKept) {
   if (geteuid() != 0) GTEST_SKIP() << "needs a file of another user";
   ASSERT_EQ(0, chmod(m_dir.Path().c_str(), 0777));
-  const auto replaceAsNobody = [&](mode_t mode) {
-    WriteWithMode("file", mode);
-    EXPECT_EQ(0, chown(Path("file").c_str(), 0, 0));
+  const auto replaceAsNobody = [&](gid_t group, mode_t mode) {
+    fs::remove(Path("file"));
+    WriteWithMode("file", 0600);
+    EXPECT_EQ(0, chown(Path("file").c_str(), 0, group));
+    EXPECT_EQ(0, chmod(Path("file").c_str(), mode));
     EXPECT_TRUE(AsNobody([&] { return Replace(Path("file"), "new"); }));
     EXPECT_EQ("new", m_dir.Read("file"));
     return Mode("file");
   };
-  EXPECT_EQ(0666U, replaceAsNobody(06666));
-  EXPECT_EQ(0666U, replaceAsNobody(0676));
-  EXPECT_EQ(0622U, replaceAsNobody(0662));
-  EXPECT_EQ(0622U, replaceAsNobody(0622));
+  EXPECT_EQ(0666U, replaceAsNobody(0, 06666));
+  EXPECT_EQ(0666U, replaceAsNobody(0, 0676));
+  EXPECT_EQ(0622U, replaceAsNobody(0, 0662));
+  EXPECT_EQ(0622U, replaceAsNobody(0, 0622));
+  // The group of the process itself can be kept.
+  EXPECT_EQ(0666U, replaceAsNobody(65534, 06666));
+  EXPECT_EQ(0662U, replaceAsNobody(65534, 0662));
 }
 
 TEST_F(AtomicFile, WriteProtectedFileStays) {

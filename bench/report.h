@@ -1,0 +1,47 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/interfaces.h"
+
+namespace bench {
+
+/// Collects the times of the benchmarks and prints one table of them, with ratios of what was
+/// measured in the same run and what they are wanted to be. Of every benchmark the shortest time
+/// counts: what else the machine does makes times longer, never shorter.
+class Report : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context& context) override;
+  void ReportRuns(const std::vector<Run>& runs) override;
+
+  /// Bytes of the peak memory of a work; see MeasurePeak.
+  void AddPeak(const std::string& work, UINT count, double bytes) {
+    m_peaks[{work, count}] = bytes;
+  }
+  /// The numbers of channels that something was measured with.
+  std::vector<UINT> Counts() const;
+  /// False when a ratio is missing or not what it is wanted to be.
+  bool Print() const;
+
+ private:
+  using Key = std::pair<std::string, UINT>;
+  using Values = std::map<Key, double>;
+
+  static void KeepLeast(Values& values, const Key& key, const Run& run, const char* counter,
+                        double mean);
+  static std::optional<double> RatioOf(const Values& values, const Key& a, const Key& b);
+  std::optional<double> RelativePeak(const std::string& work) const;
+  void PrintTimes() const;
+  void PrintPeaks() const;
+
+  Values m_times;
+  Values m_works;
+  Values m_peaks;
+};
+
+}  // namespace bench

@@ -1,0 +1,48 @@
+#include "bench/workspace.h"
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <memory>
+
+#include "bench/channel_data.h"
+#include "bench/check.h"
+#include "bench/dvb_file.h"
+
+namespace bench {
+
+const Workspace& Workspace::Of(UINT count) {
+  static std::map<UINT, std::unique_ptr<const Workspace>> all;
+  std::unique_ptr<const Workspace>& found = all[count];
+  if (!found) found.reset(new Workspace(count));
+  return *found;
+}
+
+Workspace::Workspace(std::filesystem::path directory, UINT count)
+    : m_directory(std::move(directory)), m_count(count), m_owned(false) {}
+
+Workspace::Workspace(UINT count) : m_count(count), m_owned(true) {
+  std::string name = (std::filesystem::temp_directory_path() / "zortunedex-bench-XXXXXX").string();
+  Check(mkdtemp(name.data()) != nullptr, "no temporary directory");
+  m_directory = name;
+  std::filesystem::create_directory(Source());
+  std::filesystem::create_directory(Target());
+  std::ofstream file(SourceFile(), std::ios::binary);
+  file << MakeChannelFile(count);
+  Check(static_cast<bool>(file.flush()), "no space for the files");
+  WriteDvbFile(*MakeDvbFile(count), DvbSourceFile());
+}
+
+Workspace::~Workspace() {
+  std::error_code ignored;
+  if (m_owned) std::filesystem::remove_all(m_directory, ignored);
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace bench

@@ -1,0 +1,11 @@
+# Holds the README's host against the program that is built from samples/host, and runs that.
+file(READ ${README} readme)
+file(READ ${HOST} host)
+string(FIND "${readme}" "```cpp\n${host}```" found)
+if(found EQUAL -1)
+  message(FATAL_ERROR "README.md does not show samples/host/host.cpp as it is")
+endif()
+execute_process(COMMAND ${PROGRAM} ${SAMPLES} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+if(NOT result EQUAL 0 OR NOT output MATCHES "^[1-9][0-9]* television channels\n$")
+  message(FATAL_ERROR "the host answered ${result} and wrote: ${output}")
+endif()
