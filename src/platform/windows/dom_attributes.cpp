@@ -4,6 +4,7 @@
 #include "platform/dom.h"
 #include "platform/text.h"
 #include "platform/windows/dom_path.h"
+#include "platform/windows/guarded.h"
 #include "platform/windows/msxml.h"
 
 namespace dom {
@@ -98,7 +99,7 @@ HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {
   for (LONG i = 0; SUCCEEDED(hr) && i < count; ++i) {
     ComPtr<IXMLDOMNode> attribute;
     hr = map->get_item(i, attribute.Receive());
-    if (attribute) hr = Visit(attribute.Get(), visit);
+    if (attribute) hr = Guarded([&] { return Visit(attribute.Get(), visit); });
   }
   return SUCCEEDED(hr) ? S_OK : hr;
 }

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/windows/dom_path.h"
+#include "platform/windows/guarded.h"
 #include "platform/windows/memory_stream.h"
 #include "platform/windows/msxml.h"
 
@@ -35,6 +36,14 @@ HRESULT Verify(IStream* stream) {
   return msxml::LoadStream(copy.Get(), stream) == S_OK ? S_OK : E_FAIL;
 }
 
+HRESULT Replace(const std::string& path, IStream* contents) {
+  std::string bytes;
+  const HRESULT hr = memory_stream::Bytes(contents, bytes);
+  if (FAILED(hr)) return hr;
+  files::AtomicFile file(path);
+  return file.Write(bytes) && file.Commit() ? S_OK : E_FAIL;
+}
+
 }  // namespace
 
 Document::Document(const Document& other) : m_document(other.m_document) {
@@ -57,7 +66,8 @@ HRESULT Document::Load(const std::string& path, bool& success) {
   success = false;
   if (!m_document) return E_INVALIDARG;
   ComPtr<IStream> stream;
-  if (SUCCEEDED(memory_stream::FromFile(path, stream))) {
+  const HRESULT hr = Guarded([&] { return memory_stream::FromFile(path, stream); });
+  if (SUCCEEDED(hr)) {
     success = msxml::LoadStream(DocumentOf(m_document), stream.Get()) == S_OK;
   }
   if (!success) Empty(DocumentOf(m_document));
@@ -72,11 +82,8 @@ HRESULT Document::Save(const std::string& path) const {
   const msxml::Variant destination(stream.Get());
   hr = DocumentOf(m_document)->save(destination.Get());
   if (SUCCEEDED(hr)) hr = Verify(stream.Get());
-  std::string bytes;
-  if (SUCCEEDED(hr)) hr = memory_stream::Bytes(stream.Get(), bytes);
   if (FAILED(hr)) return hr;
-  files::AtomicFile file(path);
-  return file.Write(bytes) && file.Commit() ? S_OK : E_FAIL;
+  return Guarded([&] { return Replace(path, stream.Get()); });
 }
 
 HRESULT Document::DocumentElement(Element& out) const {

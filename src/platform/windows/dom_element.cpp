@@ -2,6 +2,7 @@
 #include "platform/dom.h"
 #include "platform/text.h"
 #include "platform/windows/dom_path.h"
+#include "platform/windows/guarded.h"
 #include "platform/windows/msxml.h"
 
 namespace dom {
@@ -87,7 +88,7 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
   if (SUCCEEDED(hr)) hr = list->get_length(&count);
   if (FAILED(hr) || count <= 0) return hr;
   // MSXML's own list may follow later changes of the tree; this one does not.
-  out.m_items = new IUnknown*[static_cast<std::size_t>(count)];
+  out.m_items = Guarded([count] { return new IUnknown*[static_cast<std::size_t>(count)]; });
   while (out.m_count < count) {
     ComPtr<IXMLDOMNode> node;
     Element element;
