@@ -81,10 +81,10 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   void InsertAt(std::size_t position, IChannelInfo* channelInfo);
   void Renumber(bool ascending);
   void DropElements() const;
-  HRESULT LoadChannels(const dom::ElementList& channels);
+  HRESULT LoadFrom(const dom::Element& set);
   HRESULT LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded);
   HRESULT AddLoaded(const Loaded& loaded);
-  HRESULT SaveChannels(const dom::Element& set);
+  HRESULT SaveTo(const dom::Element& set);
 
   Records m_records;
   InputSignalType m_signalType = InputSignalUnknown;
