@@ -76,7 +76,7 @@ HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
   const Locked locked(*this);
   const Records before = m_records;
   BulkInsert<Record> bulk;
-  for (const Record& record : before) bulk.Append(record, IndexOf(record));
+  for (const Record& record : before) bulk.Append(record, IndexOf(record.Get()));
   for (const auto& [record, index] : loaded) bulk.Insert(record, index);
   Records merged = bulk.Take();
   if (Holds(before)) {
@@ -94,7 +94,7 @@ HRESULT CChanInfoMgr::SaveTo(const dom::Element& set) {
   HRESULT hr = S_OK;
   xml::ChannelElementIndex elements(set);
   for (std::size_t position = 0; position < m_records.size(); ++position) {
-    const Record record = At(position);
+    const HeldRecord record = At(position);
     dom::Element channel;
     hr = elements.FindOrCreate(record.Get(), channel);
     if (hr != S_OK) continue;
