@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <set>
 
+#include "bench/timing.h"
 #include "bench/workspace.h"
 #include "core/station_blocks.h"
 
@@ -49,12 +50,6 @@ constexpr struct {
     {"save", "fill and save"},
     {"save-preformatted", "fill and save, pre-formatted"},
 };
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 std::string TimeText(double seconds) {
   char text[32];
@@ -102,26 +97,36 @@ void Report::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (run.run_type != Run::RT_Iteration || run.error_occurred || run.iterations == 0) continue;
     const auto count = static_cast<UINT>(std::stoul(run.run_name.args));
-    m_seconds[{run.run_name.function_name, count}].push_back(run.real_accumulated_time /
-                                                             static_cast<double>(run.iterations));
+    const Key key(run.run_name.function_name, count);
+    const auto iterations = static_cast<double>(run.iterations);
+    KeepLeast(m_times, key, run, kBestTime, run.real_accumulated_time / iterations);
+    KeepLeast(m_works, key, run, kBestWork, run.cpu_accumulated_time / iterations);
   }
   if (!runs.empty()) std::fprintf(stderr, "  %s\n", runs.front().run_name.str().c_str());
 }
 
+void Report::KeepLeast(Values& values, const Key& key, const Run& run, const char* counter,
+                       double mean) {
+  const auto found = run.counters.find(counter);
+  const double seconds = found != run.counters.end() ? found->second.value : mean;
+  const auto known = values.emplace(key, seconds).first;
+  known->second = std::min(known->second, seconds);
+}
+
 std::vector<UINT> Report::Counts() const {
   std::set<UINT> counts;
-  for (const auto& [key, seconds] : m_seconds) counts.insert(key.second);
+  for (const auto& [key, seconds] : m_times) counts.insert(key.second);
   return {counts.begin(), counts.end()};
 }
 
 void Report::PrintTimes() const {
-  PrintHeader("Time for this many channels");
+  PrintHeader("Shortest time, for channels");
   for (const auto& row : kTimes) {
     std::printf("%-34s", row.title);
     for (const UINT count : kCounts) {
-      const auto found = m_seconds.find({row.name, count});
-      const bool known = found != m_seconds.end();
-      std::printf("%14s", known ? TimeText(Median(found->second)).c_str() : "-");
+      const auto found = m_times.find({row.name, count});
+      const bool known = found != m_times.end();
+      std::printf("%14s", known ? TimeText(found->second).c_str() : "-");
     }
     std::printf("\n");
   }
@@ -145,34 +150,41 @@ void Report::PrintPeaks() const {
   std::printf("\n");
 }
 
+std::optional<double> Report::RatioOf(const Values& values, const Key& a, const Key& b) {
+  const auto first = values.find(a);
+  const auto second = values.find(b);
+  if (first == values.end() || second == values.end()) return std::nullopt;
+  return first->second / second->second;
+}
+
+std::optional<double> Report::RelativePeak(const std::string& work) const {
+  const auto found = m_peaks.find({work, kMiddle});
+  if (found == m_peaks.end()) return std::nullopt;
+  return found->second / Necessary(kMiddle);
+}
+
 bool Report::Print() const {
   PrintTimes();
   PrintPeaks();
-  // Medians of the times; none when one of them is missing.
-  const auto ratio = [this](const char* a, UINT countA, const char* b,
-                            UINT countB) -> std::optional<double> {
-    const auto first = m_seconds.find({a, countA});
-    const auto second = m_seconds.find({b, countB});
-    if (first == m_seconds.end() || second == m_seconds.end()) return std::nullopt;
-    return Median(first->second) / Median(second->second);
-  };
-  const auto peak = [this](const char* work) -> std::optional<double> {
-    const auto found = m_peaks.find({work, kMiddle});
-    if (found == m_peaks.end()) return std::nullopt;
-    return found->second / Necessary(kMiddle);
-  };
-  const char* const load = "Load/ZorTunedex";
+  const Key load("Load/ZorTunedex", kMiddle);
+  const Key save("Save/First", kMiddle);
   std::printf("\n%-56s%8s%10s\n", "Ratio, at 10000 channels where nothing else is said", "is",
               "at most");
-  bool good = PrintRatio("load / SAX2 pass", ratio(load, kMiddle, "Load/SaxPass", kMiddle), 3.5);
-  good &= PrintRatio("load / libdvbv5's load", ratio(load, kMiddle, "Load/Dvbv5", kMiddle), 1.5);
+  // Loading waits for nothing, and its processor time is the same however busy the machine is.
+  bool good = PrintRatio("load / SAX2 pass (processor time)",
+                         RatioOf(m_works, load, {"Load/SaxPass", kMiddle}), 3.5);
+  good &= PrintRatio("load / libdvbv5's load (processor time)",
+                     RatioOf(m_works, load, {"Load/Dvbv5", kMiddle}), 1.5);
+  good &= PrintRatio("load, 100000 / 10000 (processor time)",
+                     RatioOf(m_works, {load.first, kLarge}, load), 12);
   good &= PrintRatio("first save / libdvbv5's save",
-                     ratio("Save/First", kMiddle, "Save/Dvbv5", kMiddle), 5);
-  good &= PrintRatio("load, 100000 / 10000", ratio(load, kLarge, load, kMiddle), 12);
-  good &= PrintRatio("first save, 100000 / 10000",
-                     ratio("Save/First", kLarge, "Save/First", kMiddle), 12);
-  good &= PrintRatio("peak of load / file and blocks", peak("load"), 2.5);
-  good &= PrintRatio("peak of fill and save / file and blocks", peak("save"), 2.5);
+                     RatioOf(m_times, save, {"Save/Dvbv5", kMiddle}), 5);
+  good &=
+      PrintRatio("first save, 100000 / 10000", RatioOf(m_times, {save.first, kLarge}, save), 12);
+  good &= PrintRatio("first save / libdvbv5's save (processor time)",
+                     RatioOf(m_works, save, {"Save/Dvbv5", kMiddle}), 5);
+  good &= PrintRatio("peak of load / file and blocks", RelativePeak("load"), 2.5);
+  good &= PrintRatio("peak of fill and save / file and blocks", RelativePeak("save"), 2.5);
   return good;
 }
 

@@ -133,7 +133,6 @@ TEST_F(ChanFile, MalformedFilesAreEmptyTables) {
            "<CHANNELTABLE a='A<B'/>",
            "<CHANNELTABLE a='&nosuch;'/>",
            "<CHANNELTABLE a='&#1;'/>",
-           "<CHANNELTABLE p:a='1'/>",
            "<Channel name=\"A\"B\"/>",
            "<CHANNELTABLE><!-- -- --></CHANNELTABLE>",
            " <?xml version='1.0'?><CHANNELTABLE/>",

@@ -6,7 +6,6 @@
 
 #include "channels/chan_info.h"
 #include "platform/com_ptr.h"
-#include "registry_sandbox.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
@@ -28,48 +27,6 @@ constexpr InputSignalType kWithoutCodec[] = {InputSignalUnknown,
                                              InputSignalISDBTerrestrial,
                                              static_cast<InputSignalType>(-1),
                                              static_cast<InputSignalType>(177)};
-
-/// A channel file with the set of one signal type.
-class ChannelFile {
- public:
-  explicit ChannelFile(InputSignalType type) {
-    ExpectHr(S_OK, m_parser.Open(m_dir.File("ChanInfo.xml")));
-    ExpectHr(S_OK, m_parser.Load());
-    dom::Element country;
-    ExpectHr(S_OK, m_parser.FindOrCreateCountry(49, &country));
-    ExpectHr(S_OK, CXmlChanParser::FindChannelSet(country, type, &set, true));
-  }
-  HRESULT Add(FakeChannel& record) {
-    dom::Element channel;
-    ExpectHr(S_OK, CXmlChanParser::FindOrCreateChannelElement(set, &record, &channel));
-    return CodeChannel(channel, &record, Direction::Write);
-  }
-  std::string Save(bool preFormatted) {
-    m_parser.SetPreFormatted(preFormatted);
-    m_parser.SetDirty(true);
-    ExpectHr(S_OK, m_parser.Save());
-    return m_dir.Read("ChanInfo.xml");
-  }
-
-  dom::Element set;
-
- private:
-  RegistrySandbox m_registry;
-  TempDir m_dir;
-  CXmlChanParser m_parser;
-};
-
-/// A file with the sample as channel 3 and an empty one as channel 2.
-std::string Saved(const Sample& sample, bool preFormatted) {
-  ChannelFile file(sample.signalType);
-  FakeChannel full;
-  sample.Fill(full);
-  ExpectHr(S_OK, file.Add(full));
-  FakeChannel bare(sample.signalType, sample.blockSize);
-  bare.index = 2;
-  ExpectHr(S_OK, file.Add(bare));
-  return file.Save(preFormatted);
-}
 
 void ExpectLoads(const Sample& sample, const std::string& bytes) {
   const TextDocument document(bytes);
@@ -106,7 +63,8 @@ void ExpectLoads(const Sample& sample, const std::string& bytes) {
 
 TEST(ChannelCodec, PreFormattedBytes) {
   for (const Sample& sample : Samples()) {
-    EXPECT_EQ(GoldenFile(std::string(sample.file) + "_preformatted.xml"), Saved(sample, true));
+    EXPECT_EQ(GoldenFile(std::string(sample.file) + "_preformatted.xml"),
+              SavedSample(sample, true));
   }
 }
 
@@ -114,7 +72,7 @@ TEST(ChannelCodec, PlainFilesLoad) {
   for (const Sample& sample : Samples()) {
     SCOPED_TRACE(sample.file);
     ExpectLoads(sample, GoldenFile(std::string(sample.file) + ".xml"));
-    ExpectLoads(sample, Saved(sample, false));
+    ExpectLoads(sample, SavedSample(sample, false));
   }
 }
 
@@ -122,7 +80,7 @@ TEST(ChannelCodec, PreFormattedFilesLoad) {
   for (const Sample& sample : Samples()) {
     SCOPED_TRACE(sample.file);
     ExpectLoads(sample, GoldenFile(std::string(sample.file) + "_preformatted.xml"));
-    ExpectLoads(sample, Saved(sample, true));
+    ExpectLoads(sample, SavedSample(sample, true));
   }
 }
 
@@ -165,7 +123,7 @@ TEST(ChannelCodec, TypesWithoutCodec) {
 
 // Such a channel lives in memory alone: its element gets no index, so no later save finds it.
 TEST(ChannelCodec, EverySaveOfATypeWithoutCodecAddsAnEmptyChannel) {
-  ChannelFile file(InputSignalDVBCable);
+  SampleFile file(InputSignalDVBCable);
   FakeChannel record(InputSignalDVBCable);
   record.index = 1;
   for (int saves = 1; saves <= 3; ++saves) {
@@ -178,6 +136,22 @@ TEST(ChannelCodec, EverySaveOfATypeWithoutCodecAddsAnEmptyChannel) {
       Formatted(file.set));
   ExpectHr(S_OK, CXmlChanParser::RemoveAllChannels(file.set));
   EXPECT_EQ(0, Count(file.set, "./Channel"));
+}
+
+TEST(ChannelCodec, RecordWithoutAStationLeavesAnEmptyChannelEachSave) {
+  SampleFile file(InputSignalFMRadio);
+  FakeChannel record(InputSignalFMRadio);
+  record.index = 1;
+  ExpectHr(E_FAIL, file.Add(record));
+  ExpectHr(E_FAIL, file.Add(record));
+  EXPECT_EQ(2, Count(file.set, "./Channel"));
+  record.block.resize(92);
+  ExpectHr(S_OK, file.Add(record));
+  const std::string saved = Formatted(file.set);
+  EXPECT_EQ(3, Count(file.set, "./Channel"));
+  record.block.clear();
+  ExpectHr(E_FAIL, file.Add(record));
+  EXPECT_EQ(saved, Formatted(file.set)) << "an element that is there keeps what it holds";
 }
 
 TEST(ChannelCodec, SignalTypeThatCannotBeHad) {

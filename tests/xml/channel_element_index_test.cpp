@@ -205,15 +205,15 @@ void RunRandom(unsigned seed, int failing, int another) {
 }  // namespace
 
 TEST(ChannelElementIndex, RandomListsOnRandomDocuments) {
-  for (unsigned seed = 0; seed < 5000 && !HasFailure(); ++seed) RunRandom(seed, 0, 0);
+  for (unsigned seed = 0; seed < 2500 && !HasFailure(); ++seed) RunRandom(seed, 0, 0);
 }
 
 TEST(ChannelElementIndex, CodecsThatFail) {
-  for (unsigned seed = 10000; seed < 15000 && !HasFailure(); ++seed) RunRandom(seed, 30, 0);
+  for (unsigned seed = 10000; seed < 12500 && !HasFailure(); ++seed) RunRandom(seed, 30, 0);
 }
 
 TEST(ChannelElementIndex, RecordsThatChangeTheirIndex) {
-  for (unsigned seed = 20000; seed < 25000 && !HasFailure(); ++seed) RunRandom(seed, 20, 30);
+  for (unsigned seed = 20000; seed < 22500 && !HasFailure(); ++seed) RunRandom(seed, 20, 30);
 }
 
 TEST(ChannelElementIndex, IndexesThatAreNotInPlainFormAreNotFound) {

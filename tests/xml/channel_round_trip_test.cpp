@@ -1,15 +1,16 @@
 // Random channels through the file and back, and random files through the codecs.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "core/station_blocks.h"
-#include "registry_sandbox.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
+#include "support/registry_sandbox.h"
 #include "support/temp_dir.h"
 #include "xml/channel_codec.h"
 #include "xml/xml_chan_parser.h"
@@ -256,7 +257,8 @@ std::string RandomDocument(Random& random, const Layout& layout) {
                "' name='" + RandomValue(random) + "' type='" + RandomValue(random) + "'/>";
   }
   std::string xml = "<Channel" + RandomAttributes(random, {layout.channel}) + ">";
-  for (std::uint32_t i = Below(random, 3); i > 0; --i) {
+  // Of two the first is replaced and the other one read next: no such file settles.
+  if (Below(random, 4) != 0) {
     xml += "<ElementStreams" + RandomAttributes(random, {layout.elementStreams}) + ">" + streams +
            "<!-- x -->text</ElementStreams><SatelliteParams" +
            RandomAttributes(random, {layout.satelliteParams}) + "/>";
@@ -269,7 +271,7 @@ std::string RandomDocument(Random& random, const Layout& layout) {
 TEST(ChannelRoundTrip, PlainFile) {
   const RegistrySandbox registry;
   for (const InputSignalType type : kTypes) {
-    for (unsigned seed = 1; seed <= 20 && !HasFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= 10 && !HasFailure(); ++seed) {
       ExpectFileBringsBack(seed, type, false);
     }
   }
@@ -278,7 +280,7 @@ TEST(ChannelRoundTrip, PlainFile) {
 TEST(ChannelRoundTrip, PreFormattedFile) {
   const RegistrySandbox registry;
   for (const InputSignalType type : kTypes) {
-    for (unsigned seed = 1; seed <= 20 && !HasFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= 10 && !HasFailure(); ++seed) {
       ExpectFileBringsBack(seed, type, true);
     }
   }

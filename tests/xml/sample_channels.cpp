@@ -1,11 +1,11 @@
 #include "sample_channels.h"
 
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "support/expect.h"
+#include "xml/channel_codec.h"
 
 namespace {
 
@@ -265,12 +265,40 @@ const std::vector<Sample>& Samples() {
   return samples;
 }
 
-std::string GoldenPath(const std::string& name) {
-  return std::string(ZORTUNEDEX_TEST_DATA) + "/channels/" + name;
+SampleFile::SampleFile(InputSignalType type) {
+  ExpectHr(S_OK, m_parser.Open(m_dir.File("ChanInfo.xml")));
+  ExpectHr(S_OK, m_parser.Load());
+  dom::Element country;
+  ExpectHr(S_OK, m_parser.FindOrCreateCountry(49, &country));
+  ExpectHr(S_OK, CXmlChanParser::FindChannelSet(country, type, &set, true));
+}
+
+HRESULT SampleFile::Add(FakeChannel& record) {
+  dom::Element channel;
+  ExpectHr(S_OK, CXmlChanParser::FindOrCreateChannelElement(set, &record, &channel));
+  return xml::CodeChannel(channel, &record, xml::Direction::Write);
+}
+
+std::string SampleFile::Save(bool preFormatted) {
+  m_parser.SetPreFormatted(preFormatted);
+  m_parser.SetDirty(true);
+  ExpectHr(S_OK, m_parser.Save());
+  return m_dir.Read("ChanInfo.xml");
+}
+
+std::string SavedSample(const Sample& sample, bool preFormatted) {
+  SampleFile file(sample.signalType);
+  FakeChannel full;
+  sample.Fill(full);
+  ExpectHr(S_OK, file.Add(full));
+  FakeChannel bare(sample.signalType, sample.blockSize);
+  bare.index = 2;
+  ExpectHr(S_OK, file.Add(bare));
+  return file.Save(preFormatted);
 }
 
 std::string GoldenFile(const std::string& name) {
-  std::ifstream file(GoldenPath(name), std::ios::binary);
+  std::ifstream file(std::string(ZORTUNEDEX_TEST_DATA) + "/channels/" + name, std::ios::binary);
   EXPECT_TRUE(file.is_open()) << name;
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }

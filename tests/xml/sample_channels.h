@@ -7,6 +7,9 @@
 #include <vector>
 
 #include "support/fake_channel.h"
+#include "support/registry_sandbox.h"
+#include "support/temp_dir.h"
+#include "xml/xml_chan_parser.h"
 
 struct SampleNumber {
   std::size_t offset;
@@ -53,6 +56,26 @@ struct Sample {
 /// Eight kinds of channel, each once.
 const std::vector<Sample>& Samples();
 
+/// A channel file with the set of one signal type in a country of its own.
+class SampleFile {
+ public:
+  explicit SampleFile(InputSignalType type);
+
+  /// Writes the record into its element; the codec's result.
+  HRESULT Add(FakeChannel& record);
+  /// Saves the file and answers its bytes.
+  std::string Save(bool preFormatted);
+
+  dom::Element set;
+
+ private:
+  RegistrySandbox m_registry;
+  TempDir m_dir;
+  CXmlChanParser m_parser;
+};
+
+/// The file with the sample as channel 3 and an empty record as channel 2.
+std::string SavedSample(const Sample& sample, bool preFormatted);
+
 /// Contents of a file of tests/data/channels.
 std::string GoldenFile(const std::string& name);
-std::string GoldenPath(const std::string& name);

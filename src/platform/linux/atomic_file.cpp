@@ -101,10 +101,12 @@ bool AtomicFile::Commit() {
   struct stat old {};
   if (stat(m_target.c_str(), &old) == 0) KeepOwnerAndMode(handle, old);
   if (fsync(handle) != 0) return false;
+  // Nothing may fail for lack of memory once the target is replaced.
+  const std::string directory = DirectoryOf(m_target);
   if (rename(m_temporary.c_str(), m_target.c_str()) != 0) return false;
   m_handle = -1;
   const bool isClosed = close(handle) == 0;
-  return SyncDirectory(DirectoryOf(m_target)) && isClosed;
+  return SyncDirectory(directory) && isClosed;
 }
 
 }  // namespace files

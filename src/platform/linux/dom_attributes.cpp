@@ -21,18 +21,20 @@ using domtree::Names;
 using domtree::Node;
 using domtree::NodeOf;
 
-/// An attribute that may stand where `hint` expects it, which then moves on.
-Attribute* Find(const Node& node, const char* name, std::uint32_t& hint) {
-  const Names& names = node.Owner().GetNames();
-  if (hint < node.AttributeCount()) {
-    Attribute& expected = node.At(hint);
-    if (std::strcmp(names.Text(expected.Name()).data(), name) == 0) {
-      ++hint;
-      return &expected;
-    }
-  }
-  const domtree::NameId id = names.Find(name);
-  Attribute* const found = id == domtree::kNoName ? nullptr : node.FindAttribute(id);
+/// The attribute that stands where `hint` expects it, which then moves on; null for another one.
+Attribute* FindExpected(const Node& node, const char* name, std::uint32_t& hint) {
+  if (hint >= node.AttributeCount()) return nullptr;
+  Attribute& expected = node.At(hint);
+  const std::string_view text = node.Owner().GetNames().Text(expected.Name());
+  if (std::strcmp(text.data(), name) != 0) return nullptr;
+  ++hint;
+  return &expected;
+}
+
+/// The attribute wherever it stands; the next one is then expected behind it.
+Attribute* Find(const Node& node, domtree::NameId name, std::uint32_t& hint) {
+  if (name == domtree::kNoName) return nullptr;
+  Attribute* const found = node.FindAttribute(name);
   if (found) hint = static_cast<std::uint32_t>(found - &node.At(0)) + 1;
   return found;
 }
@@ -42,26 +44,45 @@ template <typename Use>
 HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
   if (unknown == nullptr || name == nullptr) return E_INVALIDARG;
   const Node& node = NodeOf(unknown);
-  const Attribute* attribute = Find(node, name, hint);
-  if (attribute == nullptr) return S_FALSE;
+  const Attribute* attribute = FindExpected(node, name, hint);
+  if (!attribute) attribute = Find(node, node.Owner().GetNames().Find(name), hint);
+  if (!attribute) return S_FALSE;
   use(node.ValueOf(*attribute));
   return S_OK;
 }
 
+constexpr std::size_t kShortText = 256;
+
+/// The text's bytes when it is short and ASCII, as most are: no need of memory for them.
+bool CopyAscii(WideView wide, char (&buffer)[kShortText]) {
+  if (wide.size() > kShortText) return false;
+  unsigned all = 0;
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    all |= wide[i];
+    buffer[i] = static_cast<char>(wide[i]);
+  }
+  return all < 0x80;
+}
+
 HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::string_view value) {
   Node& node = NodeOf(unknown);
-  Attribute* const attribute = Find(node, name, hint);
-  // Another meaning of a prefix would change or break the names that have it.
-  if (attribute ? domtree::IsNamespaceDeclaration(name)
-                : !domtree::IsPlainName(name) || std::strcmp(name, "xmlns") == 0) {
+  domtree::Store& store = node.Owner();
+  Names& names = store.GetNames();
+  Attribute* attribute = FindExpected(node, name, hint);
+  domtree::NameId id = attribute ? attribute->Name() : names.Find(name);
+  if (!attribute) attribute = Find(node, id, hint);
+  if (attribute) {
+    // Another meaning of a prefix would change or break the names that have it.
+    if (domtree::IsNamespaceDeclaration(name)) return E_INVALIDARG;
+    store.Assign(*attribute, value);
+    return S_OK;
+  }
+  if (id == domtree::kNoName && domtree::IsPlainName(name)) id = names.Intern(name);
+  if (id == domtree::kNoName || !names.IsPlain(id) || domtree::IsNamespaceDeclaration(name)) {
     return E_INVALIDARG;
   }
-  if (attribute) {
-    node.Owner().Assign(*attribute, value);
-  } else {
-    node.Owner().Append(node, node.Owner().GetNames().Intern(name), value);
-    hint = node.AttributeCount();
-  }
+  store.Append(node, id, value);
+  hint = node.AttributeCount();
   return S_OK;
 }
 
@@ -106,8 +127,10 @@ HRESULT Element::SetInt(const char* name, std::int32_t value) const {
 
 HRESULT Element::SetText(const char* name, BSTR value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
   return domtree::Guarded([&] {
-    const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
+    char ascii[kShortText];
+    if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
     return Write(m_node, name, m_hint, text::ToUtf8(wide));
   });
 }

@@ -52,7 +52,8 @@ NameId Names::Intern(std::string_view name) {
   text[name.size()] = '\0';
   const auto id = static_cast<NameId>(m_entries.size());
   const bool hasPrefix = name.find(':') != std::string_view::npos;
-  m_entries.push_back({text, static_cast<std::uint32_t>(name.size()), hash, hasPrefix});
+  m_entries.push_back(
+      {text, static_cast<std::uint32_t>(name.size()), hash, hasPrefix, IsPlainName(name)});
   m_hasPrefixes = m_hasPrefixes || hasPrefix;
   const std::size_t mask = m_slots.size() - 1;
   std::size_t slot = hash & mask;

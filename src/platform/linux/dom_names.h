@@ -32,6 +32,7 @@ class Names {
   std::string_view Text(NameId id) const { return {m_entries[id].text, m_entries[id].length}; }
   bool HasPrefixes() const { return m_hasPrefixes; }
   bool HasPrefix(NameId id) const { return m_entries[id].hasPrefix; }
+  bool IsPlain(NameId id) const { return m_entries[id].isPlain; }
 
  private:
   struct Entry {
@@ -39,6 +40,7 @@ class Names {
     std::uint32_t length;
     std::uint32_t hash;
     bool hasPrefix;
+    bool isPlain;
   };
 
   NameId FindHashed(std::string_view name, std::uint32_t hash) const;

@@ -8,7 +8,7 @@
 namespace domtree {
 namespace {
 
-constexpr std::size_t kChunk = 256 * 1024;
+constexpr std::size_t kChunk = std::size_t{256} * 1024;
 // The parser's own limits.
 constexpr std::size_t kLongestName = 50000;
 constexpr std::size_t kLongestText = 10000000;

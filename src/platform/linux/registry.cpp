@@ -72,12 +72,12 @@ std::optional<std::string> ReadFile(const std::string& name, bool& isMissing) {
   return bytes;
 }
 
-/// Fills `file`. False when there is nothing that may be read, or, for a change, replaced.
+/// Fills `file`; a missing one is empty. False when it may not be read, or, for a change, replaced.
 bool Load(RegFile& file, bool forChange) {
   if (FileName().empty()) return false;
   bool isMissing = false;
   const std::optional<std::string> bytes = ReadFile(FileName(), isMissing);
-  if (!bytes) return forChange && isMissing;
+  if (!bytes) return isMissing;
   return file.Parse(*bytes) && (!forChange || file.IsWhole());
 }
 

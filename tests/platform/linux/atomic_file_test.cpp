@@ -5,10 +5,13 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
+#include <new>
 #include <string>
 
-#include "child.h"
 #include "platform/files.h"
+#include "support/allocations.h"
+#include "support/linux/child.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -80,17 +83,22 @@ TEST_F(AtomicFile, OldOwnerIsKept) {
 TEST_F(AtomicFile, NobodyGainsRightsWhereTheOwnerCannotBeKept) {
   if (geteuid() != 0) GTEST_SKIP() << "needs a file of another user";
   ASSERT_EQ(0, chmod(m_dir.Path().c_str(), 0777));
-  const auto replaceAsNobody = [&](mode_t mode) {
-    WriteWithMode("file", mode);
-    EXPECT_EQ(0, chown(Path("file").c_str(), 0, 0));
+  const auto replaceAsNobody = [&](gid_t group, mode_t mode) {
+    fs::remove(Path("file"));
+    WriteWithMode("file", 0600);
+    EXPECT_EQ(0, chown(Path("file").c_str(), 0, group));
+    EXPECT_EQ(0, chmod(Path("file").c_str(), mode));
     EXPECT_TRUE(AsNobody([&] { return Replace(Path("file"), "new"); }));
     EXPECT_EQ("new", m_dir.Read("file"));
     return Mode("file");
   };
-  EXPECT_EQ(0666U, replaceAsNobody(06666));
-  EXPECT_EQ(0666U, replaceAsNobody(0676));
-  EXPECT_EQ(0622U, replaceAsNobody(0662));
-  EXPECT_EQ(0622U, replaceAsNobody(0622));
+  EXPECT_EQ(0666U, replaceAsNobody(0, 06666));
+  EXPECT_EQ(0666U, replaceAsNobody(0, 0676));
+  EXPECT_EQ(0622U, replaceAsNobody(0, 0662));
+  EXPECT_EQ(0622U, replaceAsNobody(0, 0622));
+  // The group of the process itself can be kept.
+  EXPECT_EQ(0666U, replaceAsNobody(65534, 06666));
+  EXPECT_EQ(0662U, replaceAsNobody(65534, 0662));
 }
 
 TEST_F(AtomicFile, WriteProtectedFileStays) {
@@ -261,6 +269,41 @@ TEST_F(AtomicFile, UnreadableCopyOnAFullDiskLeavesNothing) {
     EXPECT_EQ(1U, m_dir.Count());
   }
   EXPECT_TRUE(WithFullDisk(200000, [&] { return files::KeepUnreadable(Path("file")); }));
+}
+
+/// Runs `work` with the memory ending one allocation later each time, until it suffices, and
+/// expects the directory's only file to stay until then.
+void FailEverywhere(const TempDir& dir, const std::function<bool()>& work) {
+  for (std::size_t position = 0; position < 100; ++position) {
+    bool isDone = false;
+    try {
+      const allocations::FailFrom failure(position);
+      isDone = work();
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ("old", dir.Read("file")) << position;
+      EXPECT_EQ(1U, dir.Count()) << position;
+      continue;
+    }
+    EXPECT_TRUE(isDone);
+    EXPECT_GT(position, 0U) << "nothing was allocated";
+    return;
+  }
+  ADD_FAILURE() << "never had enough";
+}
+
+TEST_F(AtomicFile, LackOfMemoryLeavesTheOldFile) {
+  m_dir.Write("file", "old");
+  const std::string path = Path("file");
+  const std::string bytes(100000, 'x');
+  FailEverywhere(m_dir, [&] { return Replace(path, bytes); });
+  EXPECT_EQ(bytes, m_dir.Read("file"));
+}
+
+TEST_F(AtomicFile, LackOfMemoryLeavesNoUnreadableCopy) {
+  m_dir.Write("file", "old");
+  const std::string path = Path("file");
+  FailEverywhere(m_dir, [&] { return files::KeepUnreadable(path); });
+  EXPECT_EQ("old", m_dir.Read("file.unreadable"));
 }
 
 TEST_F(AtomicFile, UnreadableCopyOfAPipeDoesNotWait) {

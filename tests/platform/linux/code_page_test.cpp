@@ -8,9 +8,9 @@
 #include <thread>
 #include <vector>
 
-#include "code_page_scope.h"
 #include "platform/text.h"
 #include "support/expect.h"
+#include "support/linux/code_page_scope.h"
 
 namespace {
 
@@ -118,24 +118,55 @@ class Digest {
   std::uint64_t m_hash = 0xCBF29CE484222325U;
 };
 
-// The digests were taken through MultiByteToWideChar on the Windows target.
+struct TableDigest {
+  UINT page;
+  std::uint64_t decoding;
+  std::uint64_t encoding;  ///< of the units that some code stands for
+};
+
+// Taken through MultiByteToWideChar and WideCharToMultiByte on the Windows target.
+constexpr TableDigest kDigests[] = {
+    {932, 0xB11E91CD2E667CCDU, 0xF289FC07DAD06FEAU},
+    {936, 0xACD08552892DD140U, 0x947B58D5C0F07F07U},
+    {949, 0x368B4E78EB1FF2F9U, 0x72B9BEB07802C801U},
+    {950, 0x84BDD803E62DF7AAU, 0x233827569455922FU},
+    {1250, 0x51AD0AFF011D7584U, 0xA9F70C1FD3F3C274U},
+    {1251, 0x8D62E75F3013084FU, 0x90571146B1F386CFU},
+    {1252, 0x0FD1B6F865FE35CCU, 0xEE4A6EB63F39E4A8U},
+    {1253, 0x6A4BB640F537F731U, 0xB56E63E3136A803DU},
+    {1254, 0x11998E7ED3BC743AU, 0x1BBB1C43D7CB7162U},
+    {1255, 0x8D9BF884A9ED7B48U, 0x11ED0E4D3D5AAC98U},
+    {1256, 0x680F3891A03998B8U, 0xAC29E86E9EE0CE24U},
+    {1257, 0x33497D88072E8588U, 0x88B6A407B468FB1CU},
+    {1258, 0x268A35F996819952U, 0xF8BBD78A92FD5A9AU},
+};
+
+std::uint64_t DecodingDigest(UINT page) {
+  Digest digest;
+  for (const std::string& code : Codes(page)) {
+    for (const char byte : code) digest.Add(static_cast<unsigned char>(byte));
+    digest.Add(text::FromNarrow(code).View()[0]);
+  }
+  return digest.Get();
+}
+
+std::uint64_t EncodingDigest() {
+  Digest digest;
+  for (char16_t unit = 1; unit < 0xFFFD; ++unit) {
+    const WideView wide(&unit, 1);
+    const std::string code = text::ToNarrow(wide);
+    if (text::FromNarrow(code).View() != wide) continue;
+    digest.Add(unit);
+    for (const char byte : code) digest.Add(static_cast<unsigned char>(byte));
+  }
+  return digest.Get();
+}
+
 TEST(CodePage, TablesAreThoseOfWindows) {
-  const std::pair<UINT, std::uint64_t> expected[] = {
-      {932, 0xB11E91CD2E667CCDU},  {936, 0xACD08552892DD140U},  {949, 0x368B4E78EB1FF2F9U},
-      {950, 0x84BDD803E62DF7AAU},  {1250, 0x51AD0AFF011D7584U}, {1251, 0x8D62E75F3013084FU},
-      {1252, 0x0FD1B6F865FE35CCU}, {1253, 0x6A4BB640F537F731U}, {1254, 0x11998E7ED3BC743AU},
-      {1255, 0x8D9BF884A9ED7B48U}, {1256, 0x680F3891A03998B8U}, {1257, 0x33497D88072E8588U},
-      {1258, 0x268A35F996819952U},
-  };
-  for (const auto& [page, digest] : expected) {
-    const CodePageScope scope(page);
-    Digest actual;
-    for (const std::string& code : Codes(page)) {
-      const char16_t unit = text::FromNarrow(code).View()[0];
-      for (const char byte : code) actual.Add(static_cast<unsigned char>(byte));
-      actual.Add(unit);
-    }
-    EXPECT_EQ(digest, actual.Get()) << page << " 0x" << std::hex << actual.Get();
+  for (const TableDigest& expected : kDigests) {
+    const CodePageScope scope(expected.page);
+    EXPECT_EQ(expected.decoding, DecodingDigest(expected.page)) << expected.page;
+    EXPECT_EQ(expected.encoding, EncodingDigest()) << expected.page;
   }
 }
 

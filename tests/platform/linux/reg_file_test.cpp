@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "code_page_scope.h"
 #include "platform/text.h"
+#include "support/linux/code_page_scope.h"
 
 namespace {
 
@@ -219,6 +219,16 @@ TEST(RegFile, WhatQuotesCannotHoldIsWrittenInHex) {
   EXPECT_NE(std::string::npos,
             bytes.find(Wide(u"\"Name\"=hex(1):61,00,0d,00,0a,00,00,00,e9,00,00,00\r\n").substr(2)));
   ExpectText(text, Parsed(bytes), u"Name");
+  file.SetText(kKey, u"Name", u"\n");
+  EXPECT_NE(std::string::npos, file.Format().find(Wide(u"=hex(1):0a,00,00,00\r\n").substr(2)));
+  file.SetText(kKey, u"Name", u" \u007F\u0080");
+  EXPECT_NE(std::string::npos, file.Format().find(Wide(u"=\" \u007F\u0080\"\r\n").substr(2)));
+}
+
+TEST(RegFile, DeletingWhatIsMissingLeavesNoTrace) {
+  RegFile file;
+  file.DeleteTree(u"HKEY_CURRENT_USER\\A\\B");
+  EXPECT_FALSE(file.HasKey(u"HKEY_CURRENT_USER"));
 }
 
 TEST(RegFile, FileMayDeleteWhatItSaidBefore) {

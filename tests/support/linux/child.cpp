@@ -1,4 +1,4 @@
-#include "child.h"
+#include "support/linux/child.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
