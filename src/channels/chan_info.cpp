@@ -1,7 +1,6 @@
 #include "channels/chan_info.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <new>
 #include <string_view>
@@ -34,12 +33,6 @@ std::optional<std::size_t> NamePlace(InputSignalType signalType) {
   return station_blocks::FindField(layout->channel, "name")->offset;
 }
 
-const void* TableOfMethods(const IChannelInfo* object) {
-  const void* table = nullptr;
-  std::memcpy(&table, static_cast<const void*>(object), sizeof(table));
-  return table;
-}
-
 // Runs what builds texts: without memory it raises the error that hosts know.
 template <typename Work>
 auto RaisingComError(Work work) {
@@ -59,11 +52,10 @@ HRESULT Get(T value, T* out) {
 
 }  // namespace
 
-const CChanInfo* CChanInfo::From(const IChannelInfo* channelInfo) {
-  static const CChanInfo ours;
-  if (TableOfMethods(channelInfo) != TableOfMethods(&ours)) return nullptr;
-  return static_cast<const CChanInfo*>(channelInfo);
-}
+const void* const CChanInfo::s_table = [] {
+  const CChanInfo ours;
+  return TableOfMethods(&ours);
+}();
 
 StationView CChanInfo::ViewStation() const {
   const station_blocks::Layout* layout = station_blocks::Find(m_signalType);

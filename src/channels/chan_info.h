@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 
@@ -15,8 +16,11 @@ class CChanInfo : public CGenComObj<CChanInfo, IChannelInfo> {
   CChanInfo() = default;
 
   /// The record behind the interface when it is exactly of this class, else null: a host may
-  /// implement records of its own. Told by the table of methods.
-  static const CChanInfo* From(const IChannelInfo* channelInfo);
+  /// implement records of its own. Told by the table of methods; not for null.
+  static const CChanInfo* From(const IChannelInfo* channelInfo) {
+    return TableOfMethods(channelInfo) == s_table ? static_cast<const CChanInfo*>(channelInfo)
+                                                  : nullptr;
+  }
   /// What GetStationInfo would hand out, without a copy. Valid until the record changes.
   StationView ViewStation() const;
 
@@ -48,6 +52,13 @@ class CChanInfo : public CGenComObj<CChanInfo, IChannelInfo> {
   HRESULT STDMETHODCALLTYPE GetMhp(BOOL* pbHasmhp) override;
 
  private:
+  static const void* TableOfMethods(const void* object) {
+    const void* table = nullptr;
+    std::memcpy(&table, object, sizeof(table));
+    return table;
+  }
+  static const void* const s_table;
+
   template <typename T>
   HRESULT StoreChanged(T& field, T value);
   /// The 32-bit value of the block; none where there is no block or it ends before.

@@ -125,11 +125,11 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::SortChannel(ESortType SortType, BOOL bAs
   return S_OK;
 }
 
-CChanInfoMgr::Record CChanInfoMgr::At(std::size_t position) const {
-  return position < m_records.size() ? m_records[position] : Record();
+HeldRecord CChanInfoMgr::At(std::size_t position) const {
+  return position < m_records.size() ? HeldRecord(m_records[position].Get()) : HeldRecord();
 }
 
-std::optional<UINT> CChanInfoMgr::IndexOf(const Record& record) {
+std::optional<UINT> CChanInfoMgr::IndexOf(IChannelInfo* record) {
   UINT index = 0;
   if (FAILED(record->GetChannelIndex(&index))) return std::nullopt;
   return index;
@@ -152,7 +152,7 @@ CChanInfoMgr::Record CChanInfoMgr::TakeOut(IChannelInfo* channelInfo) {
 
 std::size_t CChanInfoMgr::PlaceFor(UINT index) const {
   for (std::size_t position = 0; position < m_records.size(); ++position) {
-    const std::optional<UINT> other = IndexOf(At(position));
+    const std::optional<UINT> other = IndexOf(At(position).Get());
     if (other && *other >= index) return position;
   }
   return m_records.size();
@@ -171,7 +171,7 @@ void CChanInfoMgr::InsertAt(std::size_t position, IChannelInfo* channelInfo) {
 void CChanInfoMgr::Renumber(bool ascending) {
   const std::size_t count = m_records.size();
   for (std::size_t number = 0; number < count; ++number) {
-    const Record record = At(ascending ? number : count - 1 - number);
+    const HeldRecord record = At(ascending ? number : count - 1 - number);
     if (record) record->SetChannelIndex(static_cast<UINT>(number + 1));
   }
   SetDirty(1);

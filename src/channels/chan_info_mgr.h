@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "channels/channel_filter.h"
+#include "channels/held_record.h"
 #include "core/gen_com_obj.h"
 #include "platform/com_ptr.h"
 #include "platform/critical_section.h"
@@ -65,10 +66,10 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
     std::lock_guard<CriticalSection> m_guard;
   };
 
-  /// The record at a position, held; null past the end.
-  Record At(std::size_t position) const;
+  /// The record at a position; null past the end.
+  HeldRecord At(std::size_t position) const;
   /// None when the record does not tell.
-  static std::optional<UINT> IndexOf(const Record& record);
+  static std::optional<UINT> IndexOf(IChannelInfo* record);
   bool Holds(const Records& records) const;
   template <typename Match>
   HRESULT FindFirst(IChannelInfo** ppChannelInfo, Match match) const;
@@ -81,10 +82,10 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   void InsertAt(std::size_t position, IChannelInfo* channelInfo);
   void Renumber(bool ascending);
   void DropElements() const;
-  HRESULT LoadChannels(const dom::ElementList& channels);
+  HRESULT LoadFrom(const dom::Element& set);
   HRESULT LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded);
   HRESULT AddLoaded(const Loaded& loaded);
-  HRESULT SaveChannels(const dom::Element& set);
+  HRESULT SaveTo(const dom::Element& set);
 
   Records m_records;
   InputSignalType m_signalType = InputSignalUnknown;

@@ -6,9 +6,9 @@ template <typename Match>
 HRESULT CChanInfoMgr::FindFirst(IChannelInfo** ppChannelInfo, Match match) const {
   if (ppChannelInfo == nullptr) return E_POINTER;
   for (std::size_t position = 0; position < m_records.size(); ++position) {
-    Record record = At(position);
-    if (!match(record)) continue;
-    *ppChannelInfo = record.Detach();
+    const HeldRecord record = At(position);
+    if (!match(record.Get())) continue;
+    *ppChannelInfo = Record(record.Get()).Detach();
     return S_OK;
   }
   return E_FAIL;
@@ -18,9 +18,9 @@ HRESULT CChanInfoMgr::Scan(ChannelFilter& filter, std::size_t first, std::size_t
                            UINT* index) const {
   for (std::size_t position = first; count > 0;
        --count, position += static_cast<std::size_t>(step)) {
-    const Record record = At(position);
+    const HeldRecord record = At(position);
     if (!record || !filter.Accepts(record.Get())) continue;
-    *index = IndexOf(record).value_or(0);
+    *index = IndexOf(record.Get()).value_or(0);
     return S_OK;
   }
   return E_FAIL;
@@ -41,7 +41,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelCount(DWORD dwServiceTypeEnum,
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByNo(UINT nChannelNo,
                                                            IChannelInfo** ppChannelInfo) {
   const Locked locked(*this);
-  return FindFirst(ppChannelInfo, [=](const Record& record) {
+  return FindFirst(ppChannelInfo, [=](IChannelInfo* record) {
     UINT number = 0;
     return SUCCEEDED(record->GetChannelNo(&number)) && number == nChannelNo;
   });
@@ -51,7 +51,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByIndex(UINT nChannelIndex
                                                               IChannelInfo** ppChannelInfo) {
   const Locked locked(*this);
   return FindFirst(ppChannelInfo,
-                   [=](const Record& record) { return IndexOf(record) == nChannelIndex; });
+                   [=](IChannelInfo* record) { return IndexOf(record) == nChannelIndex; });
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByStation(_StationTuneInfo* pStationInfo,
@@ -59,8 +59,8 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByStation(_StationTuneInfo
   const Locked locked(*this);
   if (pStationInfo == nullptr) return E_POINTER;
   const StationView probe = StationView::Of(*pStationInfo);
-  return FindFirst(ppChannelInfo, [&](const Record& record) {
-    return station_match::IsOf(record.Get(), m_signalType, probe);
+  return FindFirst(ppChannelInfo, [&](IChannelInfo* record) {
+    return station_match::IsOf(record, m_signalType, probe);
   });
 }
 

@@ -18,44 +18,38 @@ HRESULT ElementOf(REFIID riid, IUnknown* pUnknown, dom::Element& element) {
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
   const ComPtr<CChanInfoMgr> self(this);
-  dom::Element set;
-  HRESULT hr = ElementOf(riid, pUnknown, set);
-  if (FAILED(hr)) return hr;
-  Open();
-  if (set.Get() != m_element.Get()) m_element = set;
-  dom::ElementList channels;
-  hr = set.Select(kChannelPath, channels);
-  if (FAILED(hr)) return hr;
   try {
-    hr = LoadChannels(channels);
+    dom::Element set;
+    const HRESULT hr = ElementOf(riid, pUnknown, set);
+    return FAILED(hr) ? hr : LoadFrom(set);
   } catch (const std::bad_alloc&) {
-    hr = E_OUTOFMEMORY;
+    return E_OUTOFMEMORY;
   }
-  SetDirty(0);
-  return hr;
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
   const ComPtr<CChanInfoMgr> self(this);
-  dom::Element set;
-  HRESULT hr = ElementOf(riid, pUnknown, set);
-  if (FAILED(hr)) return hr;
   try {
-    hr = SaveChannels(set);
+    dom::Element set;
+    const HRESULT hr = ElementOf(riid, pUnknown, set);
+    return FAILED(hr) ? hr : SaveTo(set);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
-  SetDirty(0);
-  return hr;
 }
 
-HRESULT CChanInfoMgr::LoadChannels(const dom::ElementList& channels) {
-  HRESULT hr = S_OK;
+HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
+  Open();
+  if (set.Get() != m_element.Get()) m_element = set;
+  dom::ElementList channels;
+  HRESULT hr = set.Select(kChannelPath, channels);
+  if (FAILED(hr)) return hr;
   Loaded loaded;
   for (LONG position = 0; position < channels.Count(); ++position) {
     hr = LoadChannel(channels, position, loaded);
   }
   const HRESULT added = AddLoaded(loaded);
+  SetDirty(0);
   return FAILED(added) ? added : hr;
 }
 
@@ -82,7 +76,7 @@ HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
   const Locked locked(*this);
   const Records before = m_records;
   BulkInsert<Record> bulk;
-  for (const Record& record : before) bulk.Append(record, IndexOf(record));
+  for (const Record& record : before) bulk.Append(record, IndexOf(record.Get()));
   for (const auto& [record, index] : loaded) bulk.Insert(record, index);
   Records merged = bulk.Take();
   if (Holds(before)) {
@@ -96,16 +90,17 @@ HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
   return hr;
 }
 
-HRESULT CChanInfoMgr::SaveChannels(const dom::Element& set) {
+HRESULT CChanInfoMgr::SaveTo(const dom::Element& set) {
   HRESULT hr = S_OK;
   xml::ChannelElementIndex elements(set);
   for (std::size_t position = 0; position < m_records.size(); ++position) {
-    const Record record = At(position);
+    const HeldRecord record = At(position);
     dom::Element channel;
     hr = elements.FindOrCreate(record.Get(), channel);
     if (hr != S_OK) continue;
     hr = xml::CodeChannel(channel, record.Get(), xml::Direction::Write);
     record->SetDirty(0);
   }
+  SetDirty(0);
   return hr;
 }
