@@ -7,7 +7,12 @@
 #include "channels/chan_sort.h"
 #include "xml/xml_nodes.h"
 
-CChanInfoMgr::~CChanInfoMgr() { CChanInfoMgr::Close(); }
+// Closes the list, in the order of Close. Members are alive until the end: a record that goes may
+// still ask for what is left.
+CChanInfoMgr::~CChanInfoMgr() {
+  m_element = dom::Element();
+  Records().swap(m_records);
+}
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Open() { return S_OK; }
 
@@ -18,7 +23,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::Close() {
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Clear() {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   SetDirty(0);
   Records().swap(m_records);
   DropElements();
@@ -69,7 +74,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::RemoveChannelInfo(IChannelInfo* pChannel
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetDirty(BOOL* pbDirty) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   if (pbDirty == nullptr) return E_POINTER;
   BOOL dirty = m_dirty;
   for (std::size_t position = 0; dirty == 0 && position < m_records.size(); ++position) {
@@ -87,7 +92,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::SetDirty(BOOL bDirty) {
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::MoveChannel(UINT nOldChannelIndex, UINT nNewChannelIndex) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   if (nOldChannelIndex == nNewChannelIndex) return E_INVALIDARG;
   Record record;
   HRESULT hr = GetChannelInfoByIndex(nOldChannelIndex, record.Receive());
@@ -105,7 +110,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::MoveChannel(UINT nOldChannelIndex, UINT 
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::SortChannel(ESortType SortType, BOOL bAscending) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   if (SortType != SortChannelByNo && SortType != SortChannelBySrvType) return E_FAIL;
   try {
     const Records before = m_records;

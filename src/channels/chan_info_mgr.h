@@ -9,6 +9,7 @@
 #include "channels/channel_filter.h"
 #include "channels/held_record.h"
 #include "core/gen_com_obj.h"
+#include "core/keep_alive.h"
 #include "platform/com_ptr.h"
 #include "platform/critical_section.h"
 #include "platform/dom.h"
@@ -59,10 +60,10 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   /// Holds the list's lock, and the list itself: a record may release it meanwhile.
   class Locked {
    public:
-    explicit Locked(CChanInfoMgr& list) : m_list(&list), m_guard(list.m_lock) {}
+    explicit Locked(CChanInfoMgr& list) : m_self(&list), m_guard(list.m_lock) {}
 
    private:
-    ComPtr<CChanInfoMgr> m_list;
+    KeepAlive m_self;
     std::lock_guard<CriticalSection> m_guard;
   };
 

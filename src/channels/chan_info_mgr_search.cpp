@@ -67,7 +67,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByStation(_StationTuneInfo
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::FindPreChannel(UINT nChannelIndex, UINT* pnPreChannelIndex,
                                                        DWORD dwServiceTypeEnum, BOOL bAvailableOnly,
                                                        BOOL bLooping) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   if (pnPreChannelIndex == nullptr) return E_POINTER;
   const std::size_t count = m_records.size();
   if (nChannelIndex == 0 || nChannelIndex > count) return E_INVALIDARG;
@@ -83,7 +83,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::FindNextChannel(UINT nChannelIndex,
                                                         UINT* pnNextChannelIndex,
                                                         DWORD dwServiceTypeEnum,
                                                         BOOL bAvailableOnly, BOOL bLooping) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   if (pnNextChannelIndex == nullptr) return E_POINTER;
   const std::size_t count = m_records.size();
   if (nChannelIndex > count) return E_INVALIDARG;

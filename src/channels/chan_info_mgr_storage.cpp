@@ -17,7 +17,7 @@ HRESULT ElementOf(REFIID riid, IUnknown* pUnknown, dom::Element& element) {
 }  // namespace
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   try {
     dom::Element set;
     const HRESULT hr = ElementOf(riid, pUnknown, set);
@@ -28,7 +28,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
-  const ComPtr<CChanInfoMgr> self(this);
+  const KeepAlive self(this);
   try {
     dom::Element set;
     const HRESULT hr = ElementOf(riid, pUnknown, set);

@@ -203,7 +203,7 @@ TEST(ChanInfoMgrReentrancy, ClearReleasesRecordsThatLeftTheArray) {
     std::vector<UINT>& m_counts;
   };
   std::vector<UINT> counts;
-  const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalDVBTerrestrial);
+  ComPtr<IChannelInfoMgr> list = MakeList(InputSignalDVBTerrestrial);
   for (int i = 0; i < 3; ++i) {
     const auto record = ComPtr<IChannelInfo>::Attach(new Farewell(list.Get(), counts));
     ExpectHr(S_OK, list->AddChannelInfo(record.Get()));
@@ -216,6 +216,10 @@ TEST(ChanInfoMgrReentrancy, ClearReleasesRecordsThatLeftTheArray) {
   EXPECT_EQ(std::vector<UINT>{2}, counts);
   ExpectHr(S_OK, list->Clear());
   EXPECT_EQ((std::vector<UINT>{2, 0, 0}), counts);
+  ExpectHr(S_OK, list->AddChannelInfo(
+                     ComPtr<IChannelInfo>::Attach(new Farewell(list.Get(), counts)).Get()));
+  list.Reset();
+  EXPECT_EQ((std::vector<UINT>{2, 0, 0, 0}), counts);
 }
 
 }  // namespace
