@@ -21,20 +21,26 @@ using domtree::Names;
 using domtree::Node;
 using domtree::NodeOf;
 
-/// An attribute that may stand where `hint` expects it, which then moves on.
-Attribute* Find(const Node& node, const char* name, std::uint32_t& hint) {
+struct Place {
+  Attribute* attribute = nullptr;
+  /// kNoName also where the attribute stood where it was expected.
+  domtree::NameId name = domtree::kNoName;
+};
+
+/// Where an attribute stands, at best where `hint` expects it, which then moves on.
+Place Find(const Node& node, std::string_view name, std::uint32_t& hint) {
   const Names& names = node.Owner().GetNames();
   if (hint < node.AttributeCount()) {
     Attribute& expected = node.At(hint);
-    if (std::strcmp(names.Text(expected.Name()).data(), name) == 0) {
+    if (names.Text(expected.Name()) == name) {
       ++hint;
-      return &expected;
+      return {&expected, domtree::kNoName};
     }
   }
   const domtree::NameId id = names.Find(name);
   Attribute* const found = id == domtree::kNoName ? nullptr : node.FindAttribute(id);
   if (found) hint = static_cast<std::uint32_t>(found - &node.At(0)) + 1;
-  return found;
+  return {found, id};
 }
 
 /// Calls `use` with an attribute's value; S_FALSE when there is no such attribute.
@@ -42,26 +48,29 @@ template <typename Use>
 HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
   if (unknown == nullptr || name == nullptr) return E_INVALIDARG;
   const Node& node = NodeOf(unknown);
-  const Attribute* attribute = Find(node, name, hint);
+  const Attribute* attribute = Find(node, name, hint).attribute;
   if (attribute == nullptr) return S_FALSE;
   use(node.ValueOf(*attribute));
   return S_OK;
 }
 
-HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::string_view value) {
+HRESULT Write(IUnknown* unknown, std::string_view name, std::uint32_t& hint,
+              std::string_view value) {
   Node& node = NodeOf(unknown);
-  Attribute* const attribute = Find(node, name, hint);
+  Names& names = node.Owner().GetNames();
+  const Place place = Find(node, name, hint);
   // Another meaning of a prefix would change or break the names that have it.
-  if (attribute ? domtree::IsNamespaceDeclaration(name)
-                : !domtree::IsPlainName(name) || std::strcmp(name, "xmlns") == 0) {
-    return E_INVALIDARG;
+  if (domtree::IsNamespaceDeclaration(name)) return E_INVALIDARG;
+  if (place.attribute) {
+    node.Owner().Assign(*place.attribute, value);
+    return S_OK;
   }
-  if (attribute) {
-    node.Owner().Assign(*attribute, value);
-  } else {
-    node.Owner().Append(node, node.Owner().GetNames().Intern(name), value);
-    hint = node.AttributeCount();
-  }
+  const domtree::NameId id = place.name != domtree::kNoName && names.IsPlain(place.name)
+                                 ? place.name
+                                 : names.InternPlain(name);
+  if (id == domtree::kNoName) return E_INVALIDARG;
+  node.Owner().Append(node, id, value);
+  hint = node.AttributeCount();
   return S_OK;
 }
 

@@ -27,11 +27,14 @@ class Names {
   NameId Find(std::string_view name) const;
   /// Raises std::bad_alloc.
   NameId Intern(std::string_view name);
+  /// As Intern for a plain name; kNoName, and nothing is kept, for any other.
+  NameId InternPlain(std::string_view name);
 
   /// A zero byte follows the text.
   std::string_view Text(NameId id) const { return {m_entries[id].text, m_entries[id].length}; }
   bool HasPrefixes() const { return m_hasPrefixes; }
   bool HasPrefix(NameId id) const { return m_entries[id].hasPrefix; }
+  bool IsPlain(NameId id) const { return m_entries[id].isPlain; }
 
  private:
   struct Entry {
@@ -39,9 +42,11 @@ class Names {
     std::uint32_t length;
     std::uint32_t hash;
     bool hasPrefix;
+    bool isPlain;
   };
 
   NameId FindHashed(std::string_view name, std::uint32_t hash) const;
+  NameId Add(std::string_view name, std::uint32_t hash);
   void Grow();
 
   Pool& m_pool;
