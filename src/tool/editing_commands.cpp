@@ -81,6 +81,7 @@ void RemoveChannels(const Options& options) {
   indexes.erase(std::unique(indexes.begin(), indexes.end()), indexes.end());
   // All are looked up before the first removal numbers the rest afresh.
   std::vector<ComPtr<IChannelInfo>> records;
+  records.reserve(indexes.size());
   for (const UINT index : indexes) records.push_back(RecordAt(editor.List(), index));
   for (const ComPtr<IChannelInfo>& record : records) {
     Require(editor.List()->RemoveChannelInfo(record.Get()), "a channel cannot be removed");

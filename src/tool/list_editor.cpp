@@ -58,6 +58,7 @@ std::vector<Channel> ListEditor::Current() const {
                               " and would become one; sort the list first"};
   }
   std::vector<Channel> channels;
+  channels.reserve(indexes.size());
   for (const UINT index : indexes) {
     channels.push_back(ReadChannel(RecordAt(m_list.Get(), index).Get()));
   }
@@ -82,6 +83,7 @@ void ListEditor::Save() {
 
 void ListEditor::Write(const std::vector<Channel>& channels) {
   std::vector<Channel> meant;
+  meant.reserve(channels.size());
   for (const Channel& channel : channels) {
     meant.push_back(AsStored(channel, m_location.signal, m_narrow, m_list.Get()));
   }

@@ -18,7 +18,8 @@ constexpr const char* kSetHelp =
     "  --set AudioStream[1].pid=257 --set Components[2].name=data\n"
     "A smaller count drops the last entries: --set numOfAudioStreams=0\n"
     "Numbers are decimal or 0x and hexadecimal digits. The words of polarisation, innerFECRate,\n"
-    "modulation and spectralInversion are those of the file: LinearH, 3/4, QPSK, automatic.";
+    "modulation and spectralInversion are those of the file: LinearH, 3/4, QPSK, automatic.\n"
+    "Component_index of T-DMB is written and reads back as 0, here as everywhere.";
 
 /// A callback for a number of 32 bits without a sign.
 template <typename Number>

@@ -15,8 +15,7 @@ fs::path MakeDirectory() {
   const fs::path base = fs::temp_directory_path(error);
   const auto stamp = std::chrono::system_clock::now().time_since_epoch().count();
   for (int attempt = 0; !error && attempt < 100; ++attempt) {
-    const fs::path path =
-        base / ("tunedex-" + std::to_string(stamp) + "-" + std::to_string(attempt));
+    fs::path path = base / ("tunedex-" + std::to_string(stamp) + "-" + std::to_string(attempt));
     if (fs::create_directory(path, error)) return path;
   }
   throw Failure{E_FAIL, "a temporary directory cannot be made"};

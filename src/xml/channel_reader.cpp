@@ -196,6 +196,19 @@ void ReadSatelliteParams(const dom::Element& channel, const station_blocks::Layo
 
 }  // namespace
 
+HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bool create) {
+  constexpr char kName[] = "ElementStreams";
+  HRESULT hr = channel.SelectSingle("./ElementStreams", streams);
+  if (hr == S_OK && !create) return S_OK;
+  if (hr == S_OK) channel.RemoveChild(streams);
+  dom::Element created;
+  hr = CreateElementFor(channel, kName, created);
+  // Reading adds the empty element too: the document then has the shape that the writer gives it.
+  if (hr == S_OK) hr = channel.AppendChild(created);
+  if (hr == S_OK) streams = std::move(created);
+  return hr;
+}
+
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
                     InputSignalType signalType, const station_blocks::Layout& layout) {
   TaskBlock block(layout.size);

@@ -216,6 +216,14 @@ TEST(Saving, SaysWhenAnIndexIsWrittenInAnotherWay) {
                 directory.Run(kGermany, "5", {"channels", "favor", "7", "off"}));
 }
 
+TEST(Saving, KnowsThatAComponentIndexReadsBackAsZero) {
+  const DataDirectory directory;
+  ExpectStatus(0,
+               directory.Run("82", "160", {"channels", "set", "1", "--set", "Component_index=7"}));
+  EXPECT_NE(std::string::npos, directory.File().find("Component_index=\"7\""));
+  EXPECT_EQ(0, directory.Channel("82", "160", "1")["block"]["Component_index"]);
+}
+
 TEST(Saving, KeepsAFileThatCouldNotBeRead) {
   const DataDirectory directory(DataDirectory::Start::Empty);
   directory.Files().Write("ChanInfo.xml", "no XML");

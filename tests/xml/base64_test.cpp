@@ -60,7 +60,7 @@ TEST(Base64, RandomBytesComeBack) {
   std::mt19937 random(1);
   for (std::size_t length = 1; length < 300; ++length) {
     std::string bytes(length, '\0');
-    for (char& element : bytes) element = static_cast<char>(random());
+    for (char& c : bytes) c = static_cast<char>(random());
     const std::string text = Encoded(bytes);
     EXPECT_EQ(Base64EncodedSize(length) - 1, text.size());
     EXPECT_EQ(bytes, Decoded(text));

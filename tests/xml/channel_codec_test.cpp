@@ -138,6 +138,22 @@ TEST(ChannelCodec, EverySaveOfATypeWithoutCodecAddsAnEmptyChannel) {
   EXPECT_EQ(0, Count(file.set, "./Channel"));
 }
 
+TEST(ChannelCodec, RecordWithoutAStationLeavesAnEmptyChannelEachSave) {
+  SampleFile file(InputSignalFMRadio);
+  FakeChannel record(InputSignalFMRadio);
+  record.index = 1;
+  ExpectHr(E_FAIL, file.Add(record));
+  ExpectHr(E_FAIL, file.Add(record));
+  EXPECT_EQ(2, Count(file.set, "./Channel"));
+  record.block.resize(92);
+  ExpectHr(S_OK, file.Add(record));
+  const std::string saved = Formatted(file.set);
+  EXPECT_EQ(3, Count(file.set, "./Channel"));
+  record.block.clear();
+  ExpectHr(E_FAIL, file.Add(record));
+  EXPECT_EQ(saved, Formatted(file.set)) << "an element that is there keeps what it holds";
+}
+
 TEST(ChannelCodec, SignalTypeThatCannotBeHad) {
   const TextDocument document("<Channel/>");
   FakeChannel record(InputSignalFMRadio, 92);

@@ -37,7 +37,7 @@ struct ReadBack {
   bool IsZero(std::size_t first, std::size_t last) const {
     return std::all_of(record.block.begin() + static_cast<std::ptrdiff_t>(first),
                        record.block.begin() + static_cast<std::ptrdiff_t>(last),
-                       [](BYTE byte) { return byte == 0; });
+                       [](BYTE value) { return value == 0; });
   }
 
   FakeChannel record;

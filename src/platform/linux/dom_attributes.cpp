@@ -21,26 +21,22 @@ using domtree::Names;
 using domtree::Node;
 using domtree::NodeOf;
 
-struct Place {
-  Attribute* attribute = nullptr;
-  /// kNoName also where the attribute stood where it was expected.
-  domtree::NameId name = domtree::kNoName;
-};
+/// The attribute that stands where `hint` expects it, which then moves on; null for another one.
+Attribute* FindExpected(const Node& node, const char* name, std::uint32_t& hint) {
+  if (hint >= node.AttributeCount()) return nullptr;
+  Attribute& expected = node.At(hint);
+  const std::string_view text = node.Owner().GetNames().Text(expected.Name());
+  if (std::strcmp(text.data(), name) != 0) return nullptr;
+  ++hint;
+  return &expected;
+}
 
-/// Where an attribute stands, at best where `hint` expects it, which then moves on.
-Place Find(const Node& node, std::string_view name, std::uint32_t& hint) {
-  const Names& names = node.Owner().GetNames();
-  if (hint < node.AttributeCount()) {
-    Attribute& expected = node.At(hint);
-    if (names.Text(expected.Name()) == name) {
-      ++hint;
-      return {&expected, domtree::kNoName};
-    }
-  }
-  const domtree::NameId id = names.Find(name);
-  Attribute* const found = id == domtree::kNoName ? nullptr : node.FindAttribute(id);
+/// The attribute wherever it stands; the next one is then expected behind it.
+Attribute* Find(const Node& node, domtree::NameId name, std::uint32_t& hint) {
+  if (name == domtree::kNoName) return nullptr;
+  Attribute* const found = node.FindAttribute(name);
   if (found) hint = static_cast<std::uint32_t>(found - &node.At(0)) + 1;
-  return {found, id};
+  return found;
 }
 
 /// Calls `use` with an attribute's value; S_FALSE when there is no such attribute.
@@ -48,28 +44,44 @@ template <typename Use>
 HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
   if (unknown == nullptr || name == nullptr) return E_INVALIDARG;
   const Node& node = NodeOf(unknown);
-  const Attribute* attribute = Find(node, name, hint).attribute;
-  if (attribute == nullptr) return S_FALSE;
+  const Attribute* attribute = FindExpected(node, name, hint);
+  if (!attribute) attribute = Find(node, node.Owner().GetNames().Find(name), hint);
+  if (!attribute) return S_FALSE;
   use(node.ValueOf(*attribute));
   return S_OK;
 }
 
-HRESULT Write(IUnknown* unknown, std::string_view name, std::uint32_t& hint,
-              std::string_view value) {
+constexpr std::size_t kShortText = 256;
+
+/// The text's bytes when it is short and ASCII, as most are: no need of memory for them.
+bool CopyAscii(WideView wide, char (&buffer)[kShortText]) {
+  if (wide.size() > kShortText) return false;
+  unsigned all = 0;
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    all |= wide[i];
+    buffer[i] = static_cast<char>(wide[i]);
+  }
+  return all < 0x80;
+}
+
+HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::string_view value) {
   Node& node = NodeOf(unknown);
-  Names& names = node.Owner().GetNames();
-  const Place place = Find(node, name, hint);
-  // Another meaning of a prefix would change or break the names that have it.
-  if (domtree::IsNamespaceDeclaration(name)) return E_INVALIDARG;
-  if (place.attribute) {
-    node.Owner().Assign(*place.attribute, value);
+  domtree::Store& store = node.Owner();
+  Names& names = store.GetNames();
+  Attribute* attribute = FindExpected(node, name, hint);
+  domtree::NameId id = attribute ? attribute->Name() : names.Find(name);
+  if (!attribute) attribute = Find(node, id, hint);
+  if (attribute) {
+    // Another meaning of a prefix would change or break the names that have it.
+    if (domtree::IsNamespaceDeclaration(name)) return E_INVALIDARG;
+    store.Assign(*attribute, value);
     return S_OK;
   }
-  const domtree::NameId id = place.name != domtree::kNoName && names.IsPlain(place.name)
-                                 ? place.name
-                                 : names.InternPlain(name);
-  if (id == domtree::kNoName) return E_INVALIDARG;
-  node.Owner().Append(node, id, value);
+  if (id == domtree::kNoName) id = names.InternPlain(name);
+  if (id == domtree::kNoName || !names.IsPlain(id) || domtree::IsNamespaceDeclaration(name)) {
+    return E_INVALIDARG;
+  }
+  store.Append(node, id, value);
   hint = node.AttributeCount();
   return S_OK;
 }
@@ -115,8 +127,10 @@ HRESULT Element::SetInt(const char* name, std::int32_t value) const {
 
 HRESULT Element::SetText(const char* name, BSTR value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
   return domtree::Guarded([&] {
-    const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
+    char ascii[kShortText];
+    if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
     return Write(m_node, name, m_hint, text::ToUtf8(wide));
   });
 }

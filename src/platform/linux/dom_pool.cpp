@@ -9,7 +9,7 @@
 namespace domtree {
 namespace {
 
-constexpr std::size_t kLargestChunk = 1024 * 1024;
+constexpr std::size_t kLargestChunk = std::size_t{1024} * 1024;
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool kSeparateBlocks = true;

@@ -54,7 +54,7 @@ class Pool {
   LargeBlock* m_large = nullptr;
   char* m_next = nullptr;
   std::size_t m_left = 0;
-  std::size_t m_chunkSize = 8 * 1024;
+  std::size_t m_chunkSize = std::size_t{8} * 1024;
 };
 
 }  // namespace domtree

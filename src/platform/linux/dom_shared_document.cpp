@@ -22,7 +22,7 @@ using NewStore = std::unique_ptr<Store, StoreEnd>;
 SharedDocument* SharedDocument::Create() {
   NewStore store(new Store);
   SharedDocument* document = new SharedDocument(store.get());
-  store.release();
+  static_cast<void>(store.release());
   return document;
 }
 

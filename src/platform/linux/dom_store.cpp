@@ -62,7 +62,7 @@ Node& Store::NewLeaf(Kind kind, NameId target, std::string_view text) {
 
 void Store::Insert(Node& parent, Node& child, Node* before) {
   if (before == &child) before = child.m_next;
-  if (child.m_parent) Unlink(child);
+  Unlink(child);
   child.m_parent = &parent;
   child.m_next = before;
   if (parent.m_first == nullptr) {
@@ -77,6 +77,7 @@ void Store::Insert(Node& parent, Node& child, Node* before) {
 }
 
 void Store::Unlink(Node& node) {
+  if (node.m_parent == nullptr) return;
   Node& parent = *node.m_parent;
   Node*& after = node.m_next ? node.m_next->m_previous : parent.m_first->m_previous;
   (parent.m_first == &node ? parent.m_first : node.m_previous->m_next) = node.m_next;

@@ -41,7 +41,7 @@ class Writer {
   char* PutEscaped(char* place, std::string_view text, std::uint8_t escaped);
   void CheckName(std::string_view name);
 
-  static constexpr std::size_t kChunk = 256 * 1024;
+  static constexpr std::size_t kChunk = std::size_t{256} * 1024;
 
   const Store& m_store;
   files::AtomicFile& m_file;

@@ -15,8 +15,7 @@ namespace {
 
 constexpr std::size_t kCopyBlock = std::size_t{64} * 1024;
 
-bool CopyBytes(int from, int to) {
-  std::vector<char> block(kCopyBlock);
+bool CopyBytes(int from, int to, std::vector<char>& block) {
   ssize_t count = 0;
   while ((count = ReadSome(from, block.data(), block.size())) > 0) {
     if (!WriteAll(to, {block.data(), static_cast<std::size_t>(count)})) return false;
@@ -56,13 +55,16 @@ bool KeepUnreadable(const std::string& path) {
   const FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat old {};
   if (!source.IsOpen() || fstat(source.Get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
+  // All the memory first: what throws must not leave a copy behind.
+  const std::string directory = DirectoryOf(path);
+  std::vector<char> block(kCopyBlock);
   std::string copy;
   FileDescriptor target = CreateBeside(path, copy);
   if (!target.IsOpen()) return false;
-  bool isKept = CopyBytes(source.Get(), target.Get());
+  bool isKept = CopyBytes(source.Get(), target.Get(), block);
   KeepOwnerAndMode(target.Get(), old);
   isKept = isKept && fsync(target.Get()) == 0;
-  isKept = target.Close() && isKept && SyncDirectory(DirectoryOf(copy));
+  isKept = target.Close() && isKept && SyncDirectory(directory);
   if (!isKept) unlink(copy.c_str());
   return isKept;
 }

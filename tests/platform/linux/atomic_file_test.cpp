@@ -5,9 +5,12 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
+#include <new>
 #include <string>
 
 #include "platform/files.h"
+#include "support/allocations.h"
 #include "support/linux/child.h"
 #include "support/temp_dir.h"
 
@@ -266,6 +269,41 @@ TEST_F(AtomicFile, UnreadableCopyOnAFullDiskLeavesNothing) {
     EXPECT_EQ(1U, m_dir.Count());
   }
   EXPECT_TRUE(WithFullDisk(200000, [&] { return files::KeepUnreadable(Path("file")); }));
+}
+
+/// Runs `work` with the memory ending one allocation later each time, until it suffices, and
+/// expects the directory's only file to stay until then.
+void FailEverywhere(const TempDir& dir, const std::function<bool()>& work) {
+  for (std::size_t position = 0; position < 100; ++position) {
+    bool isDone = false;
+    try {
+      const allocations::FailFrom failure(position);
+      isDone = work();
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ("old", dir.Read("file")) << position;
+      EXPECT_EQ(1U, dir.Count()) << position;
+      continue;
+    }
+    EXPECT_TRUE(isDone);
+    EXPECT_GT(position, 0U) << "nothing was allocated";
+    return;
+  }
+  ADD_FAILURE() << "never had enough";
+}
+
+TEST_F(AtomicFile, LackOfMemoryLeavesTheOldFile) {
+  m_dir.Write("file", "old");
+  const std::string path = Path("file");
+  const std::string bytes(100000, 'x');
+  FailEverywhere(m_dir, [&] { return Replace(path, bytes); });
+  EXPECT_EQ(bytes, m_dir.Read("file"));
+}
+
+TEST_F(AtomicFile, LackOfMemoryLeavesNoUnreadableCopy) {
+  m_dir.Write("file", "old");
+  const std::string path = Path("file");
+  FailEverywhere(m_dir, [&] { return files::KeepUnreadable(path); });
+  EXPECT_EQ("old", m_dir.Read("file.unreadable"));
 }
 
 TEST_F(AtomicFile, UnreadableCopyOfAPipeDoesNotWait) {

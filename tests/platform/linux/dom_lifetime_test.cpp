@@ -123,6 +123,22 @@ TEST(DomLifetime, ElementsStayWithTheirDocument) {
   EXPECT_EQ("R(a b)", Describe(old));
 }
 
+TEST(DomLifetime, RefusesWrongPlaces) {
+  const dom::Document document = LoadBytes("<R><a><x/></a><b/></R>");
+  const dom::Element root = Root(document);
+  dom::Element a;
+  dom::Element x;
+  ExpectHr(S_OK, root.SelectSingle("./a", a));
+  ExpectHr(S_OK, root.SelectSingle("./a/x", x));
+  const dom::Element stranger = NewElement(document, "new");
+  ExpectHr(E_INVALIDARG, root.InsertBefore(stranger, x));
+  ExpectHr(E_INVALIDARG, a.AppendChild(a));
+  ExpectHr(E_INVALIDARG, x.AppendChild(a));
+  ExpectHr(E_INVALIDARG, x.AppendChild(root));
+  ExpectHr(E_FAIL, document.AppendChild(stranger));
+  EXPECT_EQ("R(a(x) b)", Describe(root));
+}
+
 TEST(DomLifetime, FreesDeepTreesWithoutRecursion) {
   const TempDir dir;
   constexpr int kLevels = 200000;

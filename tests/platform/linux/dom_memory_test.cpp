@@ -116,6 +116,30 @@ TEST(DomMemory, ChangesThatLackMemoryChangeNothing) {
   FailEverywhere([&] { return root.SetText("a", text.Get()); }, checkAfter);
 }
 
+TEST(DomMemory, ReadingAndWritingTheSameNeedsNone) {
+  const std::string name = "\xE3\x83\x86\xE3\x83\xAC\xE3\x83\x93";
+  const dom::Document document =
+      LoadBytes("<a n='123456789' t='" + name + "' u='some longer text'/>");
+  const dom::Element root = Root(document);
+  const Bstr text = Wide("some longer text");
+  std::int32_t number = 0;
+  char buffer[20];
+  {
+    const allocations::FailFrom failure(0);
+    for (int i = 0; i < 2; ++i) {
+      ExpectHr(S_OK, root.GetInt("n", number));
+      ExpectHr(S_OK, root.GetNarrow("t", buffer, sizeof(buffer)));
+      ExpectHr(S_FALSE, root.GetInt("missing", number));
+      ExpectHr(S_OK, root.SetInt("n", 123456789));
+      ExpectHr(S_OK, root.SetNarrow("u", "some longer text"));
+      ExpectHr(S_OK, root.SetText("u", text.Get()));
+    }
+    EXPECT_FALSE(failure.HasFailed());
+  }
+  EXPECT_EQ(123456789, number);
+  EXPECT_EQ(name, buffer);
+}
+
 TEST(DomMemory, ManyAttributesThatLackMemoryAreNotAdded) {
   const dom::Document document = NewDocumentWithRoot("T");
   const dom::Element root = Root(document);

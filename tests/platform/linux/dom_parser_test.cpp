@@ -71,6 +71,7 @@ TEST(DomParser, RefusesMalformedDocuments) {
       "<a b='1' b='1'/>",                              //
       "<a xmlns:p='u' xmlns:q='u' p:b='1' q:b='2'/>",  // the same but for the prefix
       "<a p:b='1'/>",                                  //
+      "<p:a/>",                                        //
       "<p:a xmlns:p=''/>",                             //
       "<a:b:c/>",                                      //
       "<a><!-- -- --></a>",                            //

@@ -124,6 +124,14 @@ TEST_F(ChanFileBytes, DocumentTypesAreRefused) {
   EXPECT_TRUE(m_dir.Has("ChanInfo.xml.unreadable.2"));
 }
 
+// Not every implementation on Windows minds.
+TEST_F(ChanFileBytes, UnboundPrefixesAreRefused) {
+  Load("<CHANNELTABLE p:a='1'/>");
+  EXPECT_TRUE(IsEmptyTable());
+  Load("<p:CHANNELTABLE/>");
+  EXPECT_TRUE(IsEmptyTable());
+}
+
 TEST_F(ChanFileBytes, NestingHasALimit) {
   Load("<CHANNELTABLE><Country><ChannelSet>" + Nested(100000) +
        "</ChannelSet></Country></CHANNELTABLE>");

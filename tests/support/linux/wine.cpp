@@ -1,0 +1,3 @@
+#include "support/wine.h"
+
+bool RunsOnWine() { return false; }

@@ -1,0 +1,7 @@
+#include "support/wine.h"
+
+#include <windows.h>
+
+bool RunsOnWine() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
