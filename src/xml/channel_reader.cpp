@@ -1,5 +1,7 @@
 #include "xml/channel_reader.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -15,14 +17,26 @@ namespace {
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Source;
+using station_blocks::StreamList;
 using station_blocks::Use;
+
+// Stream lists of a layout.
+constexpr std::size_t kMostLists = 6;
+static_assert(station_blocks::kDvbs.lists.count <= kMostLists &&
+              station_blocks::kDvbt.lists.count <= kMostLists &&
+              station_blocks::kTdmb.lists.count <= kMostLists &&
+              station_blocks::kOneSeg.lists.count <= kMostLists &&
+              station_blocks::kAtsc.lists.count <= kMostLists &&
+              station_blocks::kDvbh.lists.count <= kMostLists);
 
 // Longest narrow text that the writer puts into base64, its terminator included.
 constexpr std::size_t kEncodedSize = Base64EncodedSize(kTextSize);
 
 // The text of an attribute as narrow text; empty where it is missing.
 struct NarrowText {
-  char text[Base64DecodedSize(kEncodedSize)] = {};
+  char text[Base64DecodedSize(kEncodedSize)];
+
+  NarrowText() { text[0] = '\0'; }
 
   void Read(const dom::Element& element, const Field& field) {
     if (field.form != Form::Base64) {
@@ -119,17 +133,23 @@ void ReadChannelField(const dom::Element& channel, const Field& field, IChannelI
   if (field.width != 0) ReadBlockField(channel, field, station.pbInformation);
 }
 
-// Takes what fits the block; a file may hold more.
-void ReadStreamList(const dom::Element& streams, const station_blocks::StreamList& list,
-                    BYTE* block) {
-  const std::string path = std::string("./") + list.element;
-  dom::ElementList children;
-  if (streams.Select(path.c_str(), children) != S_OK) return;
-  for (LONG i = 0; i < children.Count() && i < list.capacity; ++i) {
-    dom::Element child;
-    if (children.Item(i, child) != S_OK) continue;
-    BYTE* entry = block + list.offset + static_cast<std::size_t>(i) * list.entrySize;
-    for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
+// Takes what fits the block; a file may hold more. The lists' elements may stand in any order.
+void ReadStreamLists(const dom::Element& streams, station_blocks::Rows<StreamList> lists,
+                     BYTE* block) {
+  std::array<std::uint16_t, kMostLists> counts = {};
+  dom::Element child;
+  std::string tag;
+  for (HRESULT hr = streams.FirstChildElement(child); hr == S_OK;
+       hr = child.NextSiblingElement(child)) {
+    if (child.TagName(tag) != S_OK) continue;
+    const StreamList* list = std::find_if(
+        lists.begin(), lists.end(), [&](const StreamList& row) { return tag == row.element; });
+    if (list == lists.end()) continue;
+    std::uint16_t& count = counts[static_cast<std::size_t>(list - lists.begin())];
+    if (count == list->capacity) continue;
+    BYTE* entry = block + list->offset + std::size_t{count} * list->entrySize;
+    ++count;
+    for (const Field& field : station_blocks::EntryFields(list->entrySize)) {
       ReadBlockField(child, field, entry);
     }
   }
@@ -163,7 +183,7 @@ HRESULT ReadStreams(const dom::Element& channel, const station_blocks::Layout& l
     if (field.use != Use::WriteOnly) ReadBlockField(streams, field, block);
   }
   if (layout.components != nullptr) ReadComponents(streams, *layout.components, block);
-  for (const station_blocks::StreamList& list : layout.lists) ReadStreamList(streams, list, block);
+  ReadStreamLists(streams, layout.lists, block);
   return S_OK;
 }
 

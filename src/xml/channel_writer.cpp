@@ -1,10 +1,9 @@
 #include "xml/channel_writer.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "core/task_block.h"
 #include "platform/text.h"
@@ -29,25 +28,27 @@ struct ChannelValues {
   BOOL lock = 0;
   Bstr name;
   Bstr displayName;
-  // Of the layout's size, zero where the record's own block ends earlier.
-  std::vector<BYTE> block;
+  // At least of the layout's size, zero where the record's own block ends earlier.
+  TaskBlock block;
 };
 
 HRESULT FetchValues(IChannelInfo* channelInfo, const station_blocks::Layout& layout,
                     ChannelValues& values) {
   HRESULT hr = channelInfo->GetStationInfo(&values.station);
-  const TaskBlock block = TaskBlock::Attach(values.station.pbInformation);
-  values.station.pbInformation = nullptr;
+  values.block = TaskBlock::Attach(std::exchange(values.station.pbInformation, nullptr));
   if (SUCCEEDED(hr)) hr = channelInfo->GetChannelIndex(&values.index);
   if (SUCCEEDED(hr)) hr = channelInfo->GetFavor(&values.favorite);
   if (SUCCEEDED(hr)) hr = channelInfo->GetLock(&values.lock);
   if (SUCCEEDED(hr)) hr = channelInfo->GetChannelName(values.name.Receive());
   if (SUCCEEDED(hr)) hr = channelInfo->GetChannelDspName(values.displayName.Receive());
   if (FAILED(hr)) return hr;
-  if (!block) return E_FAIL;
-  values.block.resize(layout.size);
-  std::memcpy(values.block.data(), block.Get(),
-              std::min<std::size_t>(values.station.cbInformation, layout.size));
+  if (!values.block || values.station.cbInformation >= layout.size) {
+    return values.block ? S_OK : E_FAIL;
+  }
+  TaskBlock whole(layout.size);
+  if (!whole) return E_FAIL;
+  std::memcpy(whole.Get(), values.block.Get(), values.station.cbInformation);
+  values.block = std::move(whole);
   return S_OK;
 }
 
@@ -125,7 +126,7 @@ HRESULT WriteChannelField(const dom::Element& channel, const Field& field,
     case Source::Block:
       break;
   }
-  return WriteBlockField(channel, field, values.block.data());
+  return WriteBlockField(channel, field, values.block.Get());
 }
 
 void WriteComponents(const dom::Element& streams, const station_blocks::ComponentList& list,
@@ -200,9 +201,9 @@ HRESULT WriteChannel(const dom::Element& channel, IChannelInfo* channelInfo,
     if (field.use != Use::ReadOnly) WriteChannelField(channel, field, values);
   }
   hr = S_OK;
-  if (!layout.elementStreams.Empty()) hr = WriteStreams(channel, layout, values.block.data());
+  if (!layout.elementStreams.Empty()) hr = WriteStreams(channel, layout, values.block.Get());
   if (hr == S_OK && !layout.satelliteParams.Empty()) {
-    hr = WriteSatelliteParams(channel, layout, values.block.data());
+    hr = WriteSatelliteParams(channel, layout, values.block.Get());
   }
   return hr;
 }

@@ -23,15 +23,7 @@ class Attribute {
   /// `value` has kInline bytes at most.
   static Attribute Inline(NameId name, std::string_view value) {
     Attribute result(name, static_cast<std::uint32_t>(value.size()));
-    std::copy(value.begin(), value.end(), result.m_bytes);
-    return result;
-  }
-  /// The same where kInline bytes can be read at the value's place.
-  static Attribute InlinePadded(NameId name, std::string_view value) {
-    Attribute result(name, static_cast<std::uint32_t>(value.size()));
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, value.data(), kInline);
-    if (value.size() < kInline) bytes &= (std::uint64_t{1} << (8 * value.size())) - 1;
+    const std::uint64_t bytes = Word(value);
     std::memcpy(result.m_bytes, &bytes, kInline);
     return result;
   }
@@ -76,6 +68,21 @@ class Attribute {
     std::uint32_t number = 0;
     std::memcpy(&number, bytes, sizeof(number));
     return number;
+  }
+
+  /// A short value as one number. Made in a register: bytes that were stored one by one and are
+  /// then fetched as one word make the processor wait.
+  static std::uint64_t Word(std::string_view value) {
+    const char* const first = value.data();
+    const std::size_t size = value.size();
+    if (size >= 4) {
+      return Number(first) | std::uint64_t{Number(first + size - 4)} << (8 * (size - 4));
+    }
+    std::uint64_t word = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+      word |= std::uint64_t{static_cast<unsigned char>(first[i])} << (8 * i);
+    }
+    return word;
   }
 
   std::uint32_t m_nameAndForm;

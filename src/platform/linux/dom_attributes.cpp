@@ -77,7 +77,7 @@ HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::str
     store.Assign(*attribute, value);
     return S_OK;
   }
-  if (id == domtree::kNoName && domtree::IsPlainName(name)) id = names.Intern(name);
+  if (id == domtree::kNoName) id = names.InternPlain(name);
   if (id == domtree::kNoName || !names.IsPlain(id) || domtree::IsNamespaceDeclaration(name)) {
     return E_INVALIDARG;
   }

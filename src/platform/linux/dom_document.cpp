@@ -101,10 +101,14 @@ HRESULT Document::AppendProcessingInstruction(const char* target, const char* da
 }
 
 HRESULT Document::CreateElement(const char* name, Element& out) const {
-  if (m_document == nullptr || name == nullptr || !domtree::IsPlainName(name)) return E_INVALIDARG;
+  if (m_document == nullptr || name == nullptr) return E_INVALIDARG;
   return domtree::Guarded([&] {
     Store& store = SharedOf(m_document).Contents();
-    Node& element = store.NewNode(Kind::Element, store.GetNames().Intern(name));
+    const domtree::NameId id = store.GetNames().InternPlain(name);
+    if (id == domtree::kNoName) return E_INVALIDARG;
+    // Room for what the smallest of the files' elements have.
+    constexpr std::size_t kUsualAttributes = 4;
+    Node& element = store.NewNode(Kind::Element, id, kUsualAttributes);
     element.AddRef();
     out = Element::Attach(&element);
     return S_OK;

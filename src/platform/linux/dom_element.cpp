@@ -29,10 +29,35 @@ bool IsBelow(const Node* node, const Node& top) {
   return node != nullptr;
 }
 
+/// The children that a path of one step without predicates selects, the commonest of all.
+class NamedChildren {
+ public:
+  /// None for any other path.
+  static std::optional<NamedChildren> Parse(const Node& context, std::string_view path) {
+    if (!path.starts_with("./") || !domtree::IsPlainName(path.substr(2))) return std::nullopt;
+    return NamedChildren(context, context.Owner().GetNames().Find(path.substr(2)));
+  }
+
+  Node* Next() {
+    while (m_next && (m_next->Name() != m_name || !m_next->IsElement())) m_next = m_next->Next();
+    return m_next ? std::exchange(m_next, m_next->Next()) : nullptr;
+  }
+
+ private:
+  NamedChildren(const Node& context, domtree::NameId name)
+      : m_next(name == domtree::kNoName ? nullptr : context.First()), m_name(name) {}
+
+  Node* m_next;
+  domtree::NameId m_name;
+};
+
 /// Calls `use` with the matches of a path.
 template <typename Use>
 HRESULT WithMatches(const Node& context, const char* path, Use use) {
   std::string_view text(path);
+  if (std::optional<NamedChildren> children = NamedChildren::Parse(context, text)) {
+    return use(*children);
+  }
   std::string converted;
   if (!domtree::IsAscii(text)) {
     converted = text::ToUtf8(text::FromNarrow(text).View());
@@ -89,18 +114,18 @@ HRESULT Element::SelectSingle(const char* path, Element& out) const {
   if (m_node == nullptr || path == nullptr) return E_INVALIDARG;
   return domtree::Guarded([&] {
     return WithMatches(NodeOf(m_node), path,
-                       [&](domtree::PathMatches& matches) { return Answer(matches.Next(), out); });
+                       [&](auto& matches) { return Answer(matches.Next(), out); });
   });
 }
 
 HRESULT Element::Select(const char* path, ElementList& out) const {
   if (m_node == nullptr || path == nullptr) return E_INVALIDARG;
   return domtree::Guarded([&] {
-    return WithMatches(NodeOf(m_node), path, [&](domtree::PathMatches& matches) {
+    return WithMatches(NodeOf(m_node), path, [&](auto& matches) {
       std::vector<IUnknown*> found;
       while (Node* node = matches.Next()) found.push_back(node);
       ElementList list;
-      list.m_items = new IUnknown*[found.size()];
+      if (!found.empty()) list.m_items = new IUnknown*[found.size()];
       for (IUnknown* node : found) {
         node->AddRef();
         list.m_items[list.m_count++] = node;

@@ -27,6 +27,8 @@ class Names {
   NameId Find(std::string_view name) const;
   /// Raises std::bad_alloc.
   NameId Intern(std::string_view name);
+  /// As Intern for a plain name; kNoName, and nothing is kept, for any other.
+  NameId InternPlain(std::string_view name);
 
   /// A zero byte follows the text.
   std::string_view Text(NameId id) const { return {m_entries[id].text, m_entries[id].length}; }
@@ -44,6 +46,7 @@ class Names {
   };
 
   NameId FindHashed(std::string_view name, std::uint32_t hash) const;
+  NameId Add(std::string_view name, std::uint32_t hash);
   void Grow();
 
   Pool& m_pool;

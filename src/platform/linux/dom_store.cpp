@@ -153,10 +153,7 @@ void Store::Assign(Attribute& attribute, std::string_view value) {
 }
 
 Attribute Store::Make(NameId name, std::string_view value) {
-  if (value.size() <= Attribute::kInline) {
-    const bool isPadded = m_file.Holds(value.data(), Attribute::kInline);
-    return isPadded ? Attribute::InlinePadded(name, value) : Attribute::Inline(name, value);
-  }
+  if (value.size() <= Attribute::kInline) return Attribute::Inline(name, value);
   if (value.size() > kLongestValue) throw std::bad_alloc();
   if (m_file.Holds(value.data(), value.size())) {
     return Attribute::InFile(name, static_cast<std::uint32_t>(value.data() - m_file.Data()),

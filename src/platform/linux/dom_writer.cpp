@@ -8,7 +8,6 @@
 namespace domtree {
 namespace {
 
-constexpr std::size_t kChunk = std::size_t{256} * 1024;
 // The parser's own limits.
 constexpr std::size_t kLongestName = 50000;
 constexpr std::size_t kLongestText = 10000000;
@@ -31,6 +30,8 @@ constexpr std::array<std::uint8_t, 256> kClasses = [] {
 }();
 
 std::uint8_t ClassOf(char byte) { return kClasses[static_cast<unsigned char>(byte)]; }
+
+constexpr std::size_t kLongestReference = 6;
 
 std::string_view ReferenceFor(char byte) {
   switch (byte) {
@@ -124,16 +125,14 @@ void Writer::Open(const Node& node) {
 }
 
 void Writer::OpenElement(const Node& element) {
-  m_failed = m_failed || m_level >= kDeepest || !HasSoundPrefixes(element);
+  m_failed = m_failed || m_level >= kDeepest ||
+             (m_store.GetNames().HasPrefixes() && !HasSoundPrefixes(element));
   Put("<");
   PutName(element.Name());
+  const Names& names = m_store.GetNames();
   for (std::uint32_t i = 0; i < element.AttributeCount(); ++i) {
     const Attribute& attribute = element.At(i);
-    Put(" ");
-    PutName(attribute.Name());
-    Put("=\"");
-    PutText(element.ValueOf(attribute), kInAttribute);
-    Put("\"");
+    PutAttribute(names.Text(attribute.Name()), element.ValueOf(attribute));
   }
   Put(element.First() ? ">" : "/>");
 }
@@ -147,45 +146,85 @@ void Writer::Close(const Node& element) {
 
 void Writer::Indent(std::uint32_t level) {
   Put("\r\n");
-  m_buffer.append(level, '\t');
+  for (std::uint32_t i = 0; i < level; ++i) Put("\t");
+}
+
+char* Writer::Room(std::size_t size) {
+  if (size > kChunk - m_used) Flush();
+  return m_buffer.get() + m_used;
 }
 
 void Writer::Put(std::string_view bytes) {
-  m_buffer += bytes;
-  if (m_buffer.size() >= kChunk) Flush();
+  for (; bytes.size() > kChunk; bytes.remove_prefix(kChunk)) Put(bytes.substr(0, kChunk));
+  Advance(std::copy(bytes.begin(), bytes.end(), Room(bytes.size())));
 }
 
 void Writer::Flush() {
-  m_total += m_buffer.size();
-  m_failed = m_failed || m_total > FileBytes::kLargest || !m_file.Write(m_buffer);
-  m_buffer.clear();
+  m_total += m_used;
+  m_failed = m_failed || m_total > FileBytes::kLargest || !m_file.Write({m_buffer.get(), m_used});
+  m_used = 0;
 }
+
+void Writer::CheckName(std::string_view name) { m_failed = m_failed || name.size() > kLongestName; }
 
 void Writer::PutName(NameId name) {
   const std::string_view text = m_store.GetNames().Text(name);
-  m_failed = m_failed || text.size() > kLongestName;
+  CheckName(text);
   Put(text);
 }
 
+void Writer::PutAttribute(std::string_view name, std::string_view value) {
+  constexpr std::string_view kBetween = "=\"";
+  constexpr std::size_t kFrame = kBetween.size() + 2;
+  const bool isShort = name.size() + value.size() < kChunk / kLongestReference - kFrame;
+  if (!isShort) {
+    Put(" ");
+    CheckName(name);
+    Put(name);
+    Put(kBetween);
+    PutText(value, kInAttribute);
+    return Put("\"");
+  }
+  // Files hold them by the hundred thousand: room is made once for the whole.
+  char* place = Room(name.size() + kFrame + kLongestReference * value.size());
+  *place++ = ' ';
+  place = std::copy(name.begin(), name.end(), place);
+  place = std::copy(kBetween.begin(), kBetween.end(), place);
+  place = PutEscaped(place, value, kInAttribute);
+  *place++ = '"';
+  Advance(place);
+}
+
 void Writer::PutText(std::string_view text, std::uint8_t escaped) {
+  constexpr std::size_t kPiece = kChunk / kLongestReference;
   m_failed = m_failed || text.size() > kLongestText;
+  while (text.size() > kPiece) {
+    // Not inside a character.
+    std::size_t size = kPiece;
+    while (size > 1 && (text[size] & 0xC0) == 0x80) --size;
+    Advance(PutEscaped(Room(kLongestReference * size), text.substr(0, size), escaped));
+    text.remove_prefix(size);
+  }
+  Advance(PutEscaped(Room(kLongestReference * text.size()), text, escaped));
+}
+
+char* Writer::PutEscaped(char* place, std::string_view text, std::uint8_t escaped) {
   const auto stops = static_cast<std::uint8_t>(escaped | kForbidden | kSuspect);
-  std::size_t done = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::uint8_t found = ClassOf(text[i]) & stops;
-    if (found == 0) continue;
-    if (found == kForbidden) m_failed = true;
-    if (found == kSuspect) {
-      const std::string_view character = text.substr(i, 3);
-      if (character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF") m_failed = true;
-    }
-    if (found & escaped) {
-      Put(text.substr(done, i - done));
-      Put(ReferenceFor(text[i]));
-      done = i + 1;
+  for (; !text.empty(); text.remove_prefix(1)) {
+    const char byte = text.front();
+    const std::uint8_t found = ClassOf(byte) & stops;
+    if (found == 0) [[likely]] {
+      *place++ = byte;
+    } else if ((found & escaped) != 0) {
+      const std::string_view reference = ReferenceFor(byte);
+      place = std::copy(reference.begin(), reference.end(), place);
+    } else {
+      *place++ = byte;
+      m_failed = m_failed || found == kForbidden || text.starts_with("\xEF\xBF\xBE") ||
+                 text.starts_with("\xEF\xBF\xBF");
     }
   }
-  Put(text.substr(done));
+  return place;
 }
 
 }  // namespace domtree

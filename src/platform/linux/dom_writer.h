@@ -1,7 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <string_view>
 
 #include "platform/files.h"
@@ -27,14 +28,25 @@ class Writer {
   void Indent(std::uint32_t level);
 
   void Put(std::string_view bytes);
+  /// Makes room for `size` bytes, at most kChunk, and answers where they go. What was put there is
+  /// then counted by Advance.
+  char* Room(std::size_t size);
+  void Advance(const char* end) { m_used = static_cast<std::size_t>(end - m_buffer.get()); }
   void Flush();
   void PutName(NameId name);
+  void PutAttribute(std::string_view name, std::string_view value);
   /// Text with references in place of the bytes of the `escaped` classes.
   void PutText(std::string_view text, std::uint8_t escaped);
+  /// The same to a place with room for the longest reference per byte; answers its end.
+  char* PutEscaped(char* place, std::string_view text, std::uint8_t escaped);
+  void CheckName(std::string_view name);
+
+  static constexpr std::size_t kChunk = std::size_t{256} * 1024;
 
   const Store& m_store;
   files::AtomicFile& m_file;
-  std::string m_buffer;
+  const std::unique_ptr<char[]> m_buffer{new char[kChunk]};
+  std::size_t m_used = 0;
   std::uint64_t m_total = 0;
   std::uint32_t m_level = 0;
   bool m_failed = false;

@@ -108,7 +108,7 @@ TEST(DomMemory, ChangesThatLackMemoryChangeNothing) {
   FailEverywhere([&] { return document.CreateElement(longName.c_str(), element); }, check);
   FailEverywhere([&] { return root.Select("./C[@m='x']", list); }, check);
   FailEverywhere([&] { return root.SelectSingle("./D/E", element); }, check);
-  FailEverywhere([&] { return root.SelectSingle("./C", element); }, check);
+  ExpectHr(S_OK, root.SelectSingle("./C", element));
   FailEverywhere([&] { return element.GetUtf8("n", value); }, check);
   FailEverywhere([&] { return root.SetNarrow("n0", longText); }, check);
   const std::string after = Describe(root);
