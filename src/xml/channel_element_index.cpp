@@ -30,7 +30,7 @@ void ChannelElementIndex::Build() {
   m_maxima.clear();
   m_others.clear();
   dom::ElementList channels;
-  m_set.Select("./Channel", channels);
+  m_built = m_set.Select("./Channel", channels);
   for (LONG i = 0; i < channels.Count(); ++i) {
     dom::Element channel;
     if (channels.Item(i, channel) != S_OK) continue;
@@ -45,6 +45,7 @@ void ChannelElementIndex::Build() {
 
 HRESULT ChannelElementIndex::FindOrCreate(IChannelInfo* channelInfo, dom::Element& channel) {
   Settle();
+  if (FAILED(m_built)) return m_built;
   UINT index = 0;
   HRESULT hr = channelInfo->GetChannelIndex(&index);
   if (FAILED(hr)) return hr;

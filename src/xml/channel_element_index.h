@@ -33,6 +33,7 @@ class ChannelElementIndex {
   HRESULT Create(LONG key, dom::Element& channel);
 
   dom::Element m_set;
+  HRESULT m_built = S_OK;  // a set that could not be read must not get its channels twice
   // The elements whose index is greater than every one before them. Whatever the order of the file,
   // the first sibling with an index above n is the first of these with one.
   Entries m_maxima;
