@@ -128,32 +128,6 @@ TEST(AllocationFailure, LoadingLeavesAUsableList) {
   EXPECT_EQ(23u, CountOf(list.Get()));
 }
 
-TEST(AllocationFailure, SavingAnswersIt) {
-  const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
-  const ComPtr<IChannelInfo> record = MakeRecord(InputSignalFMRadio, 1);
-  Station station(InputSignalFMRadio);
-  record->SetStationInfo(station.Get());
-  list->AddChannelInfo(record.Get());
-  int failures = 0;
-  for (int allocations = 0;; ++allocations) {
-    ASSERT_LT(allocations, 5000);
-    ChannelSet set;
-    HRESULT hr = S_OK;
-    {
-      const FailAfter fail(allocations);
-      try {
-        hr = list->Save(dom::kIidNode, set.Node());
-      } catch (const ComError& error) {
-        hr = error.Error();
-      }
-    }
-    if (hr == S_OK) break;
-    ++failures;
-    ExpectHr(E_OUTOFMEMORY, hr);
-  }
-  EXPECT_GT(failures, 0);
-}
-
 // Texts raise it; the record stays as it was, or as it is between the two steps of a new station.
 TEST(AllocationFailure, TextsRaiseIt) {
   const ComPtr<IChannelInfo> record = MakeRecord(InputSignalATSCCable);
