@@ -68,14 +68,15 @@ void Check(const std::string& directory, const Location* rewritten) {
   file_scan::ForEachTag(xml, [&checker](const Tag& tag) { checker.Take(tag); });
 }
 
-std::size_t CountUnreadable(const std::string& directory) {
+std::size_t CountUnreadable(const std::string& directory, const std::string& file) {
+  const std::u8string start(file.begin(), file.end());
   std::size_t count = 0;
   std::error_code error;
   const std::filesystem::path path = file_scan::ChannelFile(directory).parent_path();
   for (auto entry = std::filesystem::directory_iterator(path, error);
        !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
     const std::u8string name = entry->path().filename().u8string();
-    count += name.starts_with(u8"ChanInfo.xml.unreadable");
+    count += name.starts_with(start + u8".unreadable");
   }
   return count;
 }
@@ -117,12 +118,13 @@ Inventory TakeInventory(const std::string& directory) {
   return inventory;
 }
 
-UnreadableWatch::UnreadableWatch(const std::string& directory)
-    : m_directory(directory), m_before(CountUnreadable(directory)) {}
+UnreadableWatch::UnreadableWatch(const std::string& directory, const std::string& file)
+    : m_directory(directory), m_file(file), m_before(CountUnreadable(directory, file)) {}
 
 void UnreadableWatch::Report() const {
-  if (CountUnreadable(m_directory) == m_before) return;
-  std::cerr << "tunedex: the old ChanInfo.xml could not be read and was kept beside the new one\n";
+  if (CountUnreadable(m_directory, m_file) == m_before) return;
+  std::cerr << "tunedex: the old " << m_file
+            << " could not be read and was kept beside the new one\n";
 }
 
 }  // namespace file_check

@@ -28,11 +28,12 @@ Inventory TakeInventory(const std::string& directory);
 /// Watches whether a save had to put aside a file that could not be read, and says so.
 class UnreadableWatch {
  public:
-  explicit UnreadableWatch(const std::string& directory);
+  explicit UnreadableWatch(const std::string& directory, const std::string& file = "ChanInfo.xml");
   void Report() const;
 
  private:
   std::string m_directory;
+  std::string m_file;
   std::size_t m_before;
 };
 

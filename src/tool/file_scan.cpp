@@ -157,8 +157,12 @@ void ForEachTag(std::string_view xml, const std::function<void(const Tag&)>& tak
   }
 }
 
+std::filesystem::path FileIn(const std::string& directory, const char* name) {
+  return std::filesystem::path(std::u8string(directory.begin(), directory.end())) / name;
+}
+
 std::filesystem::path ChannelFile(const std::string& directory) {
-  return std::filesystem::path(std::u8string(directory.begin(), directory.end())) / "ChanInfo.xml";
+  return FileIn(directory, "ChanInfo.xml");
 }
 
 std::string ReadWhole(const std::filesystem::path& path) {
@@ -167,8 +171,8 @@ std::string ReadWhole(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   if (bytes.find('\0') != std::string::npos) {
-    throw Failure{E_NOTIMPL,
-                  "ChanInfo.xml is in an encoding that this command cannot look through"};
+    throw Failure{E_NOTIMPL, path.filename().string() +
+                                 " is in an encoding that this command cannot look through"};
   }
   return bytes;
 }

@@ -52,6 +52,8 @@ struct Contents {
   std::size_t ChannelCount() const;
 };
 
+/// Path of a file in a directory that is given as UTF-8.
+std::filesystem::path FileIn(const std::string& directory, const char* name);
 std::filesystem::path ChannelFile(const std::string& directory);
 /// Bytes of a file; empty when there is none. Failure for an encoding that cannot be scanned.
 std::string ReadWhole(const std::filesystem::path& path);

@@ -38,6 +38,8 @@ void SaveOneChannel(const Location& location) {
 
 ScratchDirectory::ScratchDirectory(fs::path path) : m_path(std::move(path)) {}
 
+ScratchDirectory::ScratchDirectory() : ScratchDirectory(MakeDirectory()) {}
+
 ScratchDirectory::ScratchDirectory(DWORD country) : ScratchDirectory(MakeDirectory()) {
   SaveOneChannel({Path(), country, InputSignalFMRadio});
 }

@@ -5,11 +5,13 @@
 
 #include "core/interfaces.h"
 
-/// A temporary data directory whose ChanInfo.xml holds one FM channel of a country: what the
-/// library writes for that country can be read there.
+/// A temporary data directory. Raises a Failure when it cannot be made.
 class ScratchDirectory {
  public:
-  /// Raises a Failure when it cannot be made.
+  /// Empty.
+  ScratchDirectory();
+  /// With a ChanInfo.xml that holds one FM channel of a country: what the library writes for that
+  /// country can be read there.
   explicit ScratchDirectory(DWORD country);
   ScratchDirectory(const ScratchDirectory&) = delete;
   ScratchDirectory& operator=(const ScratchDirectory&) = delete;
