@@ -27,6 +27,32 @@ ComPtr<IChannelInfoMgr> SatelliteList(const ComPtr<IZorTunedex>& database) {
   return list;
 }
 
+namespace {
+
+UINT CountTransponders(const ComPtr<ISatelliteInfo>& satellite, ESatFreqBand band) {
+  ComPtr<ITransponderInfoMgr> list;
+  Check(SUCCEEDED(satellite->GetTransponderMgr(band, list.Receive())), "no transponder list");
+  UINT count = 0;
+  list->GetTransponderCount(&count);
+  return count;
+}
+
+}  // namespace
+
+void CheckCatalogue(const ComPtr<IZorTunedex>& database, UINT transponders) {
+  ComPtr<ISatelliteInfoMgr> list;
+  Check(SUCCEEDED(database->GetSatelliteInfoMgr(list.Receive())), "no satellite list");
+  UINT actual = 0;
+  ComPtr<ISatelliteInfo> satellite;
+  for (UINT index = 0; SUCCEEDED(
+           list->GetSatInfoByIndex(index, 0, RegionUnknown, SatcoDX_Unknown, satellite.Receive()));
+       ++index) {
+    actual += CountTransponders(satellite, SatFreqBand_CBand);
+    actual += CountTransponders(satellite, SatFreqBand_KuBand);
+  }
+  Check(actual == transponders, "transponders were lost");
+}
+
 void CheckCount(const ComPtr<IZorTunedex>& database, UINT count) {
   UINT actual = 0;
   SatelliteList(database)->GetChannelCount(0xFFFFFFFF, &actual);

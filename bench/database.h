@@ -16,6 +16,9 @@ void Open(const ComPtr<IZorTunedex>& database, const std::filesystem::path& dire
 /// The list of satellite channels.
 ComPtr<IChannelInfoMgr> SatelliteList(const ComPtr<IZorTunedex>& database);
 
+/// Ends the program unless the catalogue has so many transponders.
+void CheckCatalogue(const ComPtr<IZorTunedex>& database, UINT transponders);
+
 /// Ends the program unless the list has so many channels.
 void CheckCount(const ComPtr<IZorTunedex>& database, UINT count);
 

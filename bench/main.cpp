@@ -10,8 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "bench/catalogue_data.h"
 #include "bench/peak_memory.h"
 #include "bench/report.h"
+#include "bench/workspace.h"
 
 namespace {
 
@@ -23,10 +25,18 @@ char* const kDefaults[] = {
 };
 
 void MeasurePeaks(bench::Report& report) {
-  for (const UINT count : report.Counts()) {
+  const auto measure = [&](const char* work, UINT count, const std::filesystem::path& directory) {
+    const auto bytes = bench::MeasurePeak(work, count, directory);
+    if (bytes) report.AddPeak(work, count, static_cast<double>(*bytes));
+  };
+  for (const UINT count : report.Counts("Load/ZorTunedex")) {
     for (const char* work : {"load", "sax", "tree", "dvb", "save", "save-preformatted"}) {
-      const auto bytes = bench::MeasurePeak(work, bench::Workspace::Of(count));
-      if (bytes) report.AddPeak(work, count, static_cast<double>(*bytes));
+      measure(work, count, bench::Workspace::Of(count).Directory());
+    }
+  }
+  for (const UINT count : report.Counts("Catalogue/Load")) {
+    for (const char* work : {"catalogue", "catalogue-sax"}) {
+      measure(work, count, bench::CatalogueDirectory(count));
     }
   }
 }

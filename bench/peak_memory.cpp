@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 
+#include "bench/catalogue_data.h"
 #include "bench/channel_data.h"
 #include "bench/check.h"
 #include "bench/database.h"
@@ -48,19 +49,28 @@ const std::map<std::string, std::function<void(const Workspace&)>> kWorks = {
     {"sax", [](const Workspace& files) { RunSax(ReadFile(files.SourceFile())); }},
     {"tree", [](const Workspace& files) { ReadXmlTree(ReadFile(files.SourceFile())); }},
     {"dvb", [](const Workspace& files) { ReadDvbFile(files.DvbSourceFile()); }},
+    {"catalogue",
+     [](const Workspace& files) {
+       const ComPtr<IZorTunedex> database = NewDatabase();
+       Open(database, files.Directory());
+       Check(database->LoadSatInfoFromFile() == S_OK, "the load failed");
+       CheckCatalogue(database, files.Count());
+     }},
+    {"catalogue-sax",
+     [](const Workspace& files) { RunSax(ReadFile(CatalogueFile(files.Directory()))); }},
     {"save", [](const Workspace& files) { Fill(files, StorageXML); }},
     {"save-preformatted", [](const Workspace& files) { Fill(files, StoragePreFmtXML); }},
 };
 
 }  // namespace
 
-std::optional<std::uint64_t> MeasurePeak(const std::string& work, const Workspace& files) {
+std::optional<std::uint64_t> MeasurePeak(const std::string& work, UINT count,
+                                         const std::filesystem::path& directory) {
   std::error_code ignored;
-  std::filesystem::remove(files.TargetFile(), ignored);
+  std::filesystem::remove(Workspace(directory, count).TargetFile(), ignored);
   const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
-  const std::string command = "'" + program + "' --peak " + work + " " +
-                              std::to_string(files.Count()) + " '" + files.Directory().string() +
-                              "'";
+  const std::string command = "'" + program + "' --peak " + work + " " + std::to_string(count) +
+                              " '" + directory.string() + "'";
   const std::unique_ptr<FILE, int (*)(FILE*)> output(popen(command.c_str(), "r"), pclose);
   unsigned long long bytes = 0;
   if (!output || std::fscanf(output.get(), "%llu", &bytes) != 1) return std::nullopt;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -9,12 +10,15 @@
 
 namespace bench {
 
-/// Starts this program again to do one of the works below with the files. Answers by how many bytes
+/// Starts this program again to do one of the works below with the files of a
+/// directory, which hold `count` channels or transponders. Answers by how many bytes
 /// its resident memory was at most larger than before the work; none when that failed.
 /// "load": a host's whole way to a list of channels. "sax", "tree", "dvb": the same files read and
 /// parsed by libxml2's SAX2 parser, into libxml2's tree, and by libdvbv5. "save",
-/// "save-preformatted": a list filled channel by channel, then saved.
-std::optional<std::uint64_t> MeasurePeak(const std::string& work, const Workspace& files);
+/// "save-preformatted": a list filled channel by channel, then saved. "catalogue", "catalogue-sax":
+/// the catalogue of the directory loaded by a host, and its file parsed.
+std::optional<std::uint64_t> MeasurePeak(const std::string& work, UINT count,
+                                         const std::filesystem::path& directory);
 
 /// The part of the other process: does the work and writes the number to standard output.
 void RunForPeak(const std::string& work, const Workspace& files);

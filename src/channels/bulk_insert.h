@@ -10,7 +10,8 @@
 
 /// Builds a list by inserting many items, each in front of the first one whose key is greater than
 /// or equal to its own, else at the end: the same order as scanning the list for every item, in
-/// O(n log n) over all, whatever the order of the keys.
+/// O(n log n) over all, whatever the order of the keys. An item may be placed by one key and stay
+/// in the list under another.
 ///
 /// The item that a scan stops at is always greater than every one in front of it, so only those are
 /// kept in a searchable form. While keys ascend nothing but an array grows.
@@ -26,17 +27,23 @@ class BulkInsert {
   }
 
   /// Inserts one item; no Append may follow.
-  void Insert(T item, Key key) {
+  void Insert(T item, Key key) { Insert(std::move(item), key, key); }
+  /// Places the item by `key`; later ones are compared with `storedKey`.
+  void Insert(T item, Key key, Key storedKey) {
     if (!m_scattered && (!m_greatest || *m_greatest < key)) {
-      Append(std::move(item), key);
+      Append(std::move(item), storedKey);
       return;
     }
     if (!m_scattered) Scatter();
     const auto stop = m_maxima.lower_bound(key);
     const Node node = m_sequence.insert(stop == m_maxima.end() ? m_sequence.end() : stop->second,
                                         std::move(item));
+    // No scan stops at an item that a greater one stands in front of.
+    if (stop != m_maxima.begin() && !(std::prev(stop)->first < storedKey)) return;
+    const bool covers = stop != m_maxima.end() && stop->first < storedKey;
     try {
-      m_maxima.insert_or_assign(stop, key, node);
+      const auto made = m_maxima.insert_or_assign(stop, storedKey, node);
+      if (covers) m_maxima.erase(stop, made);
     } catch (...) {
       m_sequence.erase(node);
       throw;

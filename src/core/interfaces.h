@@ -6,14 +6,13 @@
 //   out-pointers name stays untouched.
 // - An interface pointer that is handed out carries one reference, which the caller releases.
 // - A BSTR that is handed out is a fresh copy, which the caller frees with SysFreeString; a text
-// that
-//   was never set comes out null. A BSTR that is handed in is copied; null stores null.
+//   that was never set comes out null. A BSTR that is handed in is copied; null stores null.
 // - BOOL is 32-bit, 0 or 1 unless said otherwise. Indexes are 1-based unless said otherwise.
 // - Where no memory is left for a text, a ComError carrying E_OUTOFMEMORY is raised.
 // - Objects may be called from any thread, one at a time; only reference counts are atomic, and the
 //   channel list locks the methods that say so.
 // - The order of the methods is the order of their slots behind the three of IUnknown, and is
-// fixed.
+//   fixed.
 #pragma once
 
 #include "platform/com.h"
@@ -242,7 +241,7 @@ struct IChannelInfo : public IUnknown {
   /// Stores any value and marks the record dirty. The station stays as it is.
   virtual HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) = 0;
   /// Analogue and FM: ServiceAll. ATSC, DVB-S, DVB-T, T-DMB: from the block's service type; E_FAIL
-  /// when there is no block.DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
+  /// when there is no block. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
   /// value is left as it was.
   virtual HRESULT STDMETHODCALLTYPE GetServiceType(EServiceType* pServiceType) = 0;
   /// E_NOTIMPL: a service type follows from the station block.
@@ -255,10 +254,10 @@ struct IChannelInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetChannelIndex(UINT* pnIndex) = 0;
   /// Stores the index, marks the record dirty and answers E_NOTIMPL all the same.
   virtual HRESULT STDMETHODCALLTYPE SetChannelIndex(UINT nIndex) = 0;
-  /// The name in the station block.E_FAIL without a block, for a signal type without a name place,
+  /// The name in the station block. E_FAIL without a block, for a signal type without a name place,
   /// and when the block ends before it.
   virtual HRESULT STDMETHODCALLTYPE GetChannelName(BSTR* pbstrName) = 0;
-  /// Writes the name into the station block.cut at the block's end on a character boundary.
+  /// Writes the name into the station block, cut at the block's end on a character boundary.
   /// E_INVALIDARG for null or empty; E_FAIL as above, and for T-DMB.
   virtual HRESULT STDMETHODCALLTYPE SetChannelName(BSTR bstrName) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetChannelDspName(BSTR* pbstrName) = 0;
@@ -270,13 +269,13 @@ struct IChannelInfo : public IUnknown {
   /// S_FALSE, and nothing happens, for the value that is already stored.
   virtual HRESULT STDMETHODCALLTYPE SetChannelOffsetFreq(LONG lFreq) = 0;
   /// Zeroes the caller's record and fills it with a copy of the station; the caller frees
-  /// `pbInformation` with CoTaskMemFree and must not pass a record that still owns a block.S_OK
+  /// `pbInformation` with CoTaskMemFree and must not pass a record that still owns a block. S_OK
   /// also when there is no station: the record is then zero.
   virtual HRESULT STDMETHODCALLTYPE GetStationInfo(_StationTuneInfo* pStationInfo) = 0;
-  /// Copies the caller's record, who keeps its own block.The new block has the size of this
+  /// Copies the caller's record, who keeps its own block. The new block has the size of this
   /// record's signal type: at most that many bytes are taken, the rest is zero; `InputSignal`
   /// becomes this record's. An empty display name is filled from the station. S_OK also when the
-  /// record's signal type has no block.the station is then zero.
+  /// record's signal type has no block: the station is then zero.
   virtual HRESULT STDMETHODCALLTYPE SetStationInfo(_StationTuneInfo* pStationInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetFavor(UINT* pnFavor) = 0;
   /// Any non-zero value marks a favourite.
@@ -362,15 +361,50 @@ struct IChannelInfoMgr : public IUnknown {
 
 // ---------------------------------------------------------------------------------------------
 // Satellites
+//
+// Records: getters copy a field, setters store their argument unchecked and answer S_OK. No setter
+// marks its record dirty: in these lists only list operations and loading change dirty flags, and
+// saving the dish list clears them.
+//
+// Lists: they are members of their owners (the database, a satellite) and live as long as those,
+// whatever references a host holds: hold the owner while you use the list. What follows is common
+// to all four and not said again:
+// - Open does exactly what Close does: it lets go of the element that the list was loaded from,
+//   then empties the list and clears its dirty flag. S_OK.
+// - Clear releases every record and clears the dirty flag. A list that still holds its element also
+//   removes the records' elements from it. S_OK.
+// - Load adds the records of an XML element and keeps the element; what is in the list stays.
+//   `riid` is IID_IXMLDOMNode or IID_IXMLDOMElement, else E_NOTIMPL; null, or a node that is not of
+//   this library's documents: E_INVALIDARG. An element that cannot be read is left out. The result
+//   is that of the last step taken for the last element, S_OK when there is none. Loaded records
+//   have the indexes 0, 1, 2, ... and are not dirty; nor is the list.
+// - Save checks its arguments as Load does.
+// - Create... makes a record with one reference, which is not added.
+// - Add... puts the record in front of the first one whose index is not smaller (unsigned), else at
+//   the end, adds a reference and marks the list dirty. The same record can be added twice. A
+//   failing GetIndex is answered as it is. E_POINTER for null.
+// - Remove... takes the first occurrence out, releases one reference of the record whether or not
+//   it was there (a caller must not remove what the list does not hold: the reference that goes is
+//   then its own), numbers what is left 1, 2, 3, ... (from 1, although loading numbers from 0),
+//   marks the list dirty, and removes all the records' elements from the element that it holds.
+//   E_POINTER for null.
+// - Get...ByIndex compares stored indexes; the first match is handed out with a reference. E_FAIL
+//   when there is none.
+// - Texts compare whole and case-sensitively; null equals empty. Windows compares as the user's
+//   locale does, Linux code unit by code unit.
+// - SetDirty stores what it is given, in the list alone.
 
 /// One transponder. Setters never mark it dirty.
 struct ITransponderInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetName(BSTR* pbstrName) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetName(BSTR bstrName) = 0;
+  /// In the unit of the satellite file; stored unchanged.
   virtual HRESULT STDMETHODCALLTYPE GetCarrierFrequency(DWORD* pdwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetCarrierFrequency(DWORD dwFreq) = 0;
+  /// This and the three other tuning values start at their NOT_SET value, -1.
   virtual HRESULT STDMETHODCALLTYPE GetPolarisation(Polarisation* pPolarisation) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetPolarisation(Polarisation polarisation) = 0;
+  /// In the unit of the satellite file; stored unchanged.
   virtual HRESULT STDMETHODCALLTYPE GetSymbolRate(LONG* plSymbolRate) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetSymbolRate(LONG lSymbolRate) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetInnerFECRate(BinaryConvolutionCodeRate* pFECRate) = 0;
@@ -379,6 +413,7 @@ struct ITransponderInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE SetModulationType(ModulationType Modulation) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetSpectralInversion(SpectralInversion* pInversion) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetSpectralInversion(SpectralInversion Inversion) = 0;
+  /// 0 until the list numbers it.
   virtual HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
@@ -390,7 +425,9 @@ struct ITransponderInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE Open() = 0;
   virtual HRESULT STDMETHODCALLTYPE Close() = 0;
   virtual HRESULT STDMETHODCALLTYPE Clear() = 0;
+  /// Reads the Transponder elements of a band element, in the order of the file.
   virtual HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) = 0;
+  /// E_NOTIMPL where the arguments pass: the catalogue is never written.
   virtual HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) = 0;
   virtual HRESULT STDMETHODCALLTYPE CreateTransponderInfo(ITransponderInfo** ppInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE AddTransponderInfo(ITransponderInfo* pInfo) = 0;
@@ -398,22 +435,34 @@ struct ITransponderInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetTransponderCount(UINT* pnCount) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetTransponderInfoByIndex(UINT nIndex,
                                                               ITransponderInfo** ppInfo) = 0;
+  /// Takes the text `*pName` over and frees it on every path, found or not, without clearing the
+  /// caller's variable: pass a text that is no longer needed, and do not use it afterwards. E_FAIL
+  /// when there is no transponder of that name. E_POINTER for a null `pName`, too.
   virtual HRESULT STDMETHODCALLTYPE GetTransponderInfoByName(BSTR* pName,
                                                              ITransponderInfo** ppInfo) = 0;
+  /// E_NOTIMPL: transponders keep their order.
   virtual HRESULT STDMETHODCALLTYPE MoveTransponder(UINT nOldIndex, UINT nNewIndex) = 0;
+  /// E_NOTIMPL for every sort type.
   virtual HRESULT STDMETHODCALLTYPE SortTransponder(ESortType SortType, BOOL bAscending) = 0;
+  /// The list's flag, or 1 when a transponder is dirty.
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) = 0;
 };
 
 /// One satellite with its two transponder lists. Setters never mark it dirty.
 struct ISatelliteInfo : public IUnknown {
+  /// Writes the low 16 bits of `*pWestLongitude` only (0 for east, else west): pass a variable that
+  /// was zeroed. The longitude is in the unit of the satellite file. E_POINTER when either is null.
   virtual HRESULT STDMETHODCALLTYPE GetOrbitalPosition(BOOL* pWestLongitude, LONG* pLongitude) = 0;
+  /// Keeps the low 16 bits of `WestLongitude`: 0x10000 is stored as east.
   virtual HRESULT STDMETHODCALLTYPE SetOrbitalPosition(BOOL WestLongitude, LONG Longitude) = 0;
+  /// -1: not set.
   virtual HRESULT STDMETHODCALLTYPE GetAzimuth(LONG* plAzimuth) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetAzimuth(LONG lAzimuth) = 0;
+  /// -1: not set.
   virtual HRESULT STDMETHODCALLTYPE GetElevation(LONG* plElevation) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetElevation(LONG lElevation) = 0;
+  /// 0 until the list numbers it.
   virtual HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetName(BSTR* pbstrName) = 0;
@@ -423,10 +472,14 @@ struct ISatelliteInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetRegion(ESatRegion* pRegion) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetRegion(ESatRegion Region) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetDivision(ESatDivision* pDivision) = 0;
+  /// The list of SatFreqBand_CBand or SatFreqBand_KuBand. The result is the list's new reference
+  /// count, 2 or more, in place of S_OK; test for a negative result. SatFreqBand_KaBand: E_NOTIMPL;
+  /// any other: E_FAIL. The list lives as long as its satellite, so hold that.
   virtual HRESULT STDMETHODCALLTYPE GetTransponderMgr(ESatFreqBand SatFreqBand,
                                                       ITransponderInfoMgr** ppMgr) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetDivision(ESatDivision Division) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
+  /// Does not reach the transponder lists.
   virtual HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) = 0;
 };
 
@@ -435,34 +488,55 @@ struct ISatelliteInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE Open() = 0;
   virtual HRESULT STDMETHODCALLTYPE Close() = 0;
   virtual HRESULT STDMETHODCALLTYPE Clear() = 0;
+  /// Reads the Satellite elements of a table with their transponders. The list follows the "index"
+  /// attributes of the file: each satellite goes in front of the first one whose index is not
+  /// smaller, and then takes its position in the file as its index, which later ones are compared
+  /// with. The last step for the last satellite is its Ku-band, so a table that ends with a
+  /// satellite without one answers E_FAIL although everything was loaded.
   virtual HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) = 0;
+  /// E_NOTIMPL where the arguments pass: the catalogue is never written.
   virtual HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) = 0;
   virtual HRESULT STDMETHODCALLTYPE CreateSatelliteInfo(ISatelliteInfo** ppInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE AddSatelliteInfo(ISatelliteInfo* pInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE RemoveSatelliteInfo(ISatelliteInfo* pInfo) = 0;
+  /// Satellites carry no country, so any country code but 0 counts none. With a region, the
+  /// satellites of that region, whatever the division; without one, those of the division; with
+  /// neither, all.
   virtual HRESULT STDMETHODCALLTYPE GetSatCount(DWORD dwCountryCode, ESatRegion Region,
                                                 ESatDivision Division, UINT* pnCount) = 0;
+  /// The three filters are ignored.
   virtual HRESULT STDMETHODCALLTYPE GetSatInfoByIndex(UINT nIndex, DWORD dwCountryCode,
                                                       ESatRegion Region, ESatDivision Division,
                                                       ISatelliteInfo** ppInfo) = 0;
+  /// The caller keeps `Name`. E_FAIL when there is no satellite of that name.
   virtual HRESULT STDMETHODCALLTYPE GetSatInfoByName(BSTR Name, ISatelliteInfo** ppInfo) = 0;
+  /// Takes the text `*pID` over and frees it on every path, found or not, without clearing the
+  /// caller's variable: pass a text that is no longer needed, and do not use it afterwards. E_FAIL
+  /// when there is no satellite with that ID. E_POINTER for a null `pID`, too.
   virtual HRESULT STDMETHODCALLTYPE GetSatInfoByID(BSTR* pID, ISatelliteInfo** ppInfo) = 0;
+  /// E_NOTIMPL: satellites keep their order.
   virtual HRESULT STDMETHODCALLTYPE MoveSat(UINT nOldIndex, UINT nNewIndex) = 0;
+  /// E_NOTIMPL for every sort type.
   virtual HRESULT STDMETHODCALLTYPE SortSat(ESortType SortType, BOOL bAscending) = 0;
+  /// The list's flag, or 1 when a satellite is dirty. Transponder lists are not asked.
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) = 0;
 };
 
 /// One type of low-noise block converter. Setters never mark it dirty.
 struct ILNBInfo : public IUnknown {
+  /// 0 until the list numbers it.
   virtual HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetType(BSTR* pbstrType) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetType(BSTR bstrType) = 0;
+  /// Local oscillator of the low band, in the unit of the satellite file.
   virtual HRESULT STDMETHODCALLTYPE GetLowFreq(DWORD* pdwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetLowFreq(DWORD dwFreq) = 0;
+  /// Local oscillator of the high band.
   virtual HRESULT STDMETHODCALLTYPE GetHighFreq(DWORD* pdwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetHighFreq(DWORD dwFreq) = 0;
+  /// Where reception changes from the low to the high band.
   virtual HRESULT STDMETHODCALLTYPE GetSwitchFreq(DWORD* pdwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetSwitchFreq(DWORD dwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
@@ -474,26 +548,34 @@ struct ILNBInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE Open() = 0;
   virtual HRESULT STDMETHODCALLTYPE Close() = 0;
   virtual HRESULT STDMETHODCALLTYPE Clear() = 0;
+  /// Reads the LNB elements of a table, in the order of the file.
   virtual HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) = 0;
+  /// E_NOTIMPL where the arguments pass: the catalogue is never written.
   virtual HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) = 0;
   virtual HRESULT STDMETHODCALLTYPE CreateLNBInfo(ILNBInfo** ppInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE AddLNBInfo(ILNBInfo* pInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE RemoveLNBInfo(ILNBInfo* pInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetLNBCount(UINT* pnCount) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetLNBInfoByIndex(UINT nIndex, ILNBInfo** ppInfo) = 0;
+  /// The caller keeps `Type`. E_FAIL when there is no such type.
   virtual HRESULT STDMETHODCALLTYPE GetLNBInfoByType(BSTR Type, ILNBInfo** ppInfo) = 0;
+  /// The list's own flag: LNB types are not asked.
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) = 0;
 };
 
 /// One satellite as received on one dish. Setters never mark it dirty.
 struct IDishSatInfo : public IUnknown {
+  /// Position within the dish; 0 until the list numbers it.
   virtual HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) = 0;
+  /// The ID of the satellite, as ISatelliteInfo::GetID has it.
   virtual HRESULT STDMETHODCALLTYPE GetID(BSTR* pbstrID) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetID(BSTR bstrID) = 0;
+  /// The band as the settings file names it.
   virtual HRESULT STDMETHODCALLTYPE GetBand(BSTR* pbstrBand) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetBand(BSTR bstrBand) = 0;
+  /// Local oscillators of the LNB in use and its switch frequency, in the unit of the catalogue.
   virtual HRESULT STDMETHODCALLTYPE GetLowFreq(DWORD* pdwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetLowFreq(DWORD dwFreq) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetHighFreq(DWORD* pdwFreq) = 0;
@@ -504,19 +586,31 @@ struct IDishSatInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) = 0;
 };
 
-/// The satellites of up to four dishes; dish numbers are 0 to 3.
+/// The satellites of up to four dishes; dish numbers are 0 to 3, and a greater one is E_FAIL,
+/// behind the check for null.
 struct IDishSatInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE Open() = 0;
   virtual HRESULT STDMETHODCALLTYPE Close() = 0;
+  /// All four dishes; of the element that it holds, the SAT children of all four.
   virtual HRESULT STDMETHODCALLTYPE Clear() = 0;
+  /// Reads the SAT elements of DISH_1 to DISH_4 of a settings element. A dish without an element is
+  /// empty.
   virtual HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) = 0;
+  /// Writes every assignment into the element with the same ID, band and frequencies, or into a new
+  /// one at the dish's end. Nothing is deleted: an assignment that was changed without a removal
+  /// leaves its old element, and one whose ID or band holds an apostrophe gets a new element every
+  /// time. E_FAIL for a dish whose element is missing; the result is that of the last dish that has
+  /// assignments. Clears the dirty flags of the list and of what was written.
   virtual HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) = 0;
   virtual HRESULT STDMETHODCALLTYPE CreateDishSatInfo(IDishSatInfo** ppInfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE AddDishSatInfo(IDishSatInfo* pInfo, UINT DishNum) = 0;
+  /// Numbers the one dish; of the element that the list holds, the SAT children of all four go.
   virtual HRESULT STDMETHODCALLTYPE RemoveDishSatInfo(IDishSatInfo* pInfo, UINT DishNum) = 0;
+  /// The out-pointer comes first, here and below.
   virtual HRESULT STDMETHODCALLTYPE GetDishSatCount(UINT* pnCount, UINT DishNum) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetDishSatInfoByIndex(IDishSatInfo** ppInfo, UINT DishNum,
                                                           UINT nIndex) = 0;
+  /// The list's own flag: assignments are not asked.
   virtual HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) = 0;
 };
@@ -527,9 +621,10 @@ struct IDishSatInfoMgr : public IUnknown {
 /// The channel database of one data directory.
 struct IZorTunedex : public IUnknown {
   /// Opens the directory for a country (telephone country code) and a signal type, and loads that
-  /// type's channels. A missing or unreadable ChanInfo.xml is an empty database. E_INVALIDARG for a
-  /// null or empty directory and for one that does not exist; nothing changes then. Opening again
-  /// without Close keeps the lists and adds the file's channels once more.
+  /// type's channels. For DVB-S the dish assignments are loaded too; the catalogue waits for
+  /// LoadSatInfoFromFile. A missing or unreadable ChanInfo.xml is an empty database. E_INVALIDARG
+  /// for a null or empty directory and for one that does not exist; nothing changes then. Opening
+  /// again without Close keeps the lists and adds the file's channels once more.
   virtual HRESULT STDMETHODCALLTYPE Open(BSTR bstrDir, DWORD dwCountryCode,
                                          InputSignalType SignalType) = 0;
   /// Closes the files and empties the lists. Nothing is saved.
@@ -550,11 +645,24 @@ struct IZorTunedex : public IUnknown {
   /// StorageXML or StoragePreFmtXML; the next save writes the file in that form even when nothing
   /// else changed. StorageEncryptXML and StorageSQLlite: E_NOTIMPL; anything else: E_FAIL.
   virtual HRESULT STDMETHODCALLTYPE SetStorageType(EStorageType StorageType) = 0;
+  /// DVB-S only, else S_FALSE. Reads SatelliteInfo.xml and replaces the satellite and LNB lists by
+  /// what it holds. A file that is missing or cannot be read: E_FAIL, and the lists stay as they
+  /// were.
   virtual HRESULT STDMETHODCALLTYPE LoadSatInfoFromFile() = 0;
+  /// E_NOTIMPL: the lists of the catalogue do not write themselves, and the file stays as it is.
+  /// E_FAIL before the file was loaded.
   virtual HRESULT STDMETHODCALLTYPE SaveSatInfoToFile() = 0;
+  /// The list, with a reference. The result is its new reference count in place of S_OK; test for a
+  /// negative result. The out-pointer is not checked for null. The list lives as long as the
+  /// database. This holds for the LNB and dish lists below, too.
   virtual HRESULT STDMETHODCALLTYPE GetSatelliteInfoMgr(ISatelliteInfoMgr** ppSatelliteInfoMgr) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetLNBInfoMgr(ILNBInfoMgr** ppLNBInfoMgr) = 0;
+  /// Reads UserSettings.xml; a missing or unreadable file is one with four empty dishes. DVB-S: the
+  /// dish list is replaced by what the file holds. E_FAIL before Open.
   virtual HRESULT STDMETHODCALLTYPE LoadUserSettingsFromFile() = 0;
+  /// Writes the dish list into UserSettings.xml. The first failure ends it, and nothing is written
+  /// then; that the file could not be written is not reported. A file that could not be read is
+  /// kept beside it first. E_FAIL before Open.
   virtual HRESULT STDMETHODCALLTYPE SaveUserSettingsToFile() = 0;
   virtual HRESULT STDMETHODCALLTYPE GetDishSatInfoMgr(IDishSatInfoMgr** ppDishSatInfoMgr) = 0;
   virtual HRESULT STDMETHODCALLTYPE LoadPresetOneSegChannelInfo() = 0;

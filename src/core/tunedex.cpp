@@ -30,16 +30,24 @@ HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType Signal
   m_signalType = SignalType;
   SetDirectory(bstrDir);
   m_countryCode = dwCountryCode;
-  const HRESULT hr = m_channelFile.Open(PathOf("ChanInfo.xml"));
+  HRESULT hr = m_channelFile.Open(PathOf("ChanInfo.xml"));
   if (FAILED(hr)) return hr;
   m_channelLists.CreateAll();
   LoadChannelFromFile();
-  return S_OK;
+  m_satelliteFile.Open(PathOf("SatelliteInfo.xml"));
+  hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
+  if (SUCCEEDED(hr)) hr = LoadUserSettingsFromFile();
+  return FAILED(hr) ? hr : S_OK;
 }
 
 HRESULT CTunedex::Close() {
   m_channelFile.Close();
   m_channelLists.DestroyAll();
+  m_satelliteFile.Close();
+  m_satellites.Close();
+  m_lnbs.Close();
+  m_settingsFile.Close();
+  m_dishes.Close();
   return S_OK;
 }
 
@@ -76,25 +84,13 @@ HRESULT CTunedex::SetStorageType(EStorageType StorageType) {
   if (StorageType == StorageEncryptXML || StorageType == StorageSQLlite) return E_NOTIMPL;
   if (StorageType != StorageXML && StorageType != StoragePreFmtXML) return E_FAIL;
   m_channelFile.SetPreFormatted(StorageType == StoragePreFmtXML);
+  m_satelliteFile.SetPreFormatted(StorageType != StorageXML);
   m_storageType = StorageType;
   // The next save rewrites the file in the chosen form even when it is the one it has.
   m_channelFile.SetDirty(true);
+  m_satelliteFile.SetDirty(true);
   return S_OK;
 }
-
-HRESULT CTunedex::LoadSatInfoFromFile() { return E_NOTIMPL; }
-
-HRESULT CTunedex::SaveSatInfoToFile() { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetSatelliteInfoMgr(ISatelliteInfoMgr**) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetLNBInfoMgr(ILNBInfoMgr**) { return E_NOTIMPL; }
-
-HRESULT CTunedex::LoadUserSettingsFromFile() { return E_NOTIMPL; }
-
-HRESULT CTunedex::SaveUserSettingsToFile() { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetDishSatInfoMgr(IDishSatInfoMgr**) { return E_NOTIMPL; }
 
 HRESULT CTunedex::LoadPresetOneSegChannelInfo() { return E_NOTIMPL; }
 

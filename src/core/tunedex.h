@@ -7,7 +7,12 @@
 #include "core/aggregatable.h"
 #include "core/interfaces.h"
 #include "platform/bstr.h"
+#include "satellite/dish_sat_info_mgr.h"
+#include "satellite/lnb_info_mgr.h"
+#include "satellite/satellite_info_mgr.h"
 #include "xml/xml_chan_parser.h"
+#include "xml/xml_sat_parser.h"
+#include "xml/xml_usr_conf_parser.h"
 
 /// The channel database of one data directory: joins paths, and drives documents and lists in a
 /// fixed order. The methods are described at the interface.
@@ -59,6 +64,11 @@ class CTunedex final : public Aggregatable<IZorTunedex> {
   DWORD m_countryCode = 0;
   EStorageType m_storageType = StorageXML;
   CXmlChanParser m_channelFile;
-  // Behind the document: lists let go of their elements first.
+  CXmlSatParser m_satelliteFile;
+  CXmlUsrConfParser m_settingsFile;
+  // Behind the documents: lists let go of their elements first.
   CChanInfoMgrGroup m_channelLists;
+  CSatelliteInfoMgr m_satellites;
+  CLNBInfoMgr m_lnbs;
+  CDishSatInfoMgr m_dishes;
 };

@@ -2,10 +2,9 @@
 
 #include "core/interfaces.h"
 #include "platform/dom.h"
+#include "xml/direction.h"
 
 namespace xml {
-
-enum class Direction { Read = 0, Write = 1 };
 
 /// Moves one channel between its element and its record, by the record's signal type. E_NOTIMPL for
 /// a type that the file has no form for (the DVB-C and ISDB types among them); the element is then

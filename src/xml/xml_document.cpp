@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "xml/xml_format.h"
+#include "xml/xml_nodes.h"
 
 HRESULT CXmlDocument::Open(const std::string& path) {
   Close();
@@ -28,6 +29,21 @@ HRESULT CXmlDocument::GetRoot(dom::Element& root) const {
   return m_document ? m_document.DocumentElement(root) : E_FAIL;
 }
 
+HRESULT CXmlDocument::FindOrAppend(const char* name, dom::Element* element) {
+  dom::Element root;
+  HRESULT hr = GetRoot(root);
+  if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
+  dom::Element child;
+  if (root.SelectSingle((std::string("./") + name).c_str(), child) != S_OK) {
+    hr = xml::CreateElementFor(root, name, child);
+    if (hr == S_OK) hr = root.AppendChild(child);
+    if (FAILED(hr)) return hr;
+  }
+  if (element == nullptr) return E_POINTER;
+  *element = std::move(child);
+  return S_OK;
+}
+
 HRESULT CXmlDocument::LoadFile(bool& success) {
   success = false;
   if (!m_document) return E_FAIL;
@@ -45,6 +61,16 @@ bool CXmlDocument::KeepUnreadable() {
 HRESULT CXmlDocument::SaveFile() {
   if (!m_document) return E_FAIL;
   return KeepUnreadable() ? m_document.Save(m_path) : E_FAIL;
+}
+
+HRESULT CXmlDocument::SaveUnlessDirty() {
+  if (!m_document) return E_FAIL;
+  if (m_dirty) return S_FALSE;
+  dom::Element root;
+  const HRESULT hr = GetRoot(root);
+  if (hr != S_OK) return hr;
+  SaveFile();
+  return S_OK;
 }
 
 HRESULT CXmlDocument::SaveFormattedFile(const std::string& text) {

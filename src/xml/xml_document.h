@@ -27,12 +27,20 @@ class CXmlDocument {
 
   /// E_FAIL without a document; S_FALSE with an empty handle when there is no document element.
   HRESULT GetRoot(dom::Element& root) const;
+  /// The first child of the document element with the name, appended where it is missing. E_FAIL
+  /// without a document or a document element; E_POINTER for null, after the element was made.
+  HRESULT FindOrAppend(const char* name, dom::Element* element);
   /// Loads the file and remembers when there was something in it that could not be read. E_FAIL
   /// without a document.
   HRESULT LoadFile(bool& success);
   /// Writes the document by itself. A file that could not be read is first kept beside its path;
   /// where that is not possible nothing is written.
   HRESULT SaveFile();
+  /// S_FALSE while the document is dirty, else writes it and answers S_OK whatever comes of it. The
+  /// test is the reverse of the channel file's, which the satellite and settings files have always
+  /// had: choosing a storage form holds the former back until it is loaded again. E_FAIL without a
+  /// document; without a document element nothing is written and that answer is handed up.
+  HRESULT SaveUnlessDirty();
   /// Writes a pre-formatted body, with the same care.
   HRESULT SaveFormattedFile(const std::string& text);
 

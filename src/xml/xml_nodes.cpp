@@ -49,6 +49,24 @@ HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Elem
   return hr == S_OK ? document.CreateElement(name, out) : hr;
 }
 
+HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count) {
+  if (!parent || count == nullptr) return E_POINTER;
+  *count = 0;
+  dom::ElementList children;
+  const HRESULT hr = parent.Select(path, children);
+  *count = children.Count();
+  return hr;
+}
+
+HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, dom::Element* child) {
+  if (!parent || child == nullptr || position < 0) return E_POINTER;
+  dom::ElementList children;
+  const HRESULT hr = parent.Select(path, children);
+  if (FAILED(hr)) return E_FAIL;
+  if (position >= children.Count()) return E_INVALIDARG;
+  return children.Item(position, *child) == S_OK ? S_OK : E_FAIL;
+}
+
 HRESULT RemoveAllChildren(const dom::Element& parent, const char* path) {
   if (!parent || path == nullptr) return E_POINTER;
   dom::ElementList children;

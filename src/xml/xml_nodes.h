@@ -33,6 +33,14 @@ HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, cons
 /// Makes an element in the document that `parent` belongs to. It has no parent yet.
 HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Element& out);
 
+/// Sets `*count` to 0, then to how many children the path selects. E_POINTER for null or an empty
+/// element.
+HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count);
+
+/// The match at a 0-based position: E_POINTER for a negative one, null or an empty element,
+/// E_INVALIDARG past the end.
+HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, dom::Element* child);
+
 /// Removes every match of the path from `parent`; the result is that of the last removal.
 HRESULT RemoveAllChildren(const dom::Element& parent, const char* path);
 

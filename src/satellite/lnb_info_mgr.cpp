@@ -1,0 +1,54 @@
+#include "satellite/lnb_info_mgr.h"
+
+#include "platform/bstr.h"
+#include "platform/text.h"
+#include "satellite/lnb_info.h"
+#include "xml/satellite_elements.h"
+
+HRESULT STDMETHODCALLTYPE CLNBInfoMgr::CreateLNBInfo(ILNBInfo** ppInfo) {
+  return CLNBInfo::CreateInstance(ppInfo);
+}
+
+HRESULT STDMETHODCALLTYPE CLNBInfoMgr::AddLNBInfo(ILNBInfo* pInfo) { return AddRecord(pInfo); }
+
+HRESULT STDMETHODCALLTYPE CLNBInfoMgr::RemoveLNBInfo(ILNBInfo* pInfo) {
+  if (pInfo == nullptr) return E_POINTER;
+  TakeOut(pInfo);
+  Renumber(true);
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBCount(UINT* pnCount) { return CountRecords(pnCount); }
+
+HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByIndex(UINT nIndex, ILNBInfo** ppInfo) {
+  return FindByIndex(nIndex, ppInfo);
+}
+
+HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByType(BSTR Type, ILNBInfo** ppInfo) {
+  if (ppInfo == nullptr) return E_POINTER;
+  const Bstr type = Bstr::Copy(Type);
+  return Records().FindFirst(
+      [&](ILNBInfo* record) {
+        Bstr other;
+        return SUCCEEDED(record->GetType(other.Receive())) && text::Equal(other.Get(), type.Get());
+      },
+      ppInfo);
+}
+
+HRESULT CLNBInfoMgr::Renumber(bool ascending) {
+  NumberRecords(ascending);
+  return S_OK;
+}
+
+HRESULT CLNBInfoMgr::LoadRecord(const dom::Element& element, LONG position, Loaded& loaded) {
+  ComPtr<ILNBInfo> record;
+  HRESULT hr = CreateLNBInfo(record.Receive());
+  if (FAILED(hr)) return hr;
+  hr = xml::LNBElementIO(element, record.Get(), xml::Direction::Read);
+  if (FAILED(hr)) return hr;
+  const UINT index = static_cast<UINT>(position);
+  record->SetIndex(index);
+  record->SetDirty(0);
+  loaded.push_back({std::move(record), index, index});
+  return S_OK;
+}

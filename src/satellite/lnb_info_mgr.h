@@ -1,0 +1,26 @@
+#pragma once
+
+#include "satellite/catalogue_list.h"
+
+/// The known LNB types. It is a member of the database object and never destroyed through Release.
+class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, ILNBInfo> {
+ public:
+  static constexpr char kPath[] = "./LNB";
+
+  HRESULT STDMETHODCALLTYPE CreateLNBInfo(ILNBInfo** ppInfo) override;
+  HRESULT STDMETHODCALLTYPE AddLNBInfo(ILNBInfo* pInfo) override;
+  HRESULT STDMETHODCALLTYPE RemoveLNBInfo(ILNBInfo* pInfo) override;
+  HRESULT STDMETHODCALLTYPE GetLNBCount(UINT* pnCount) override;
+  HRESULT STDMETHODCALLTYPE GetLNBInfoByIndex(UINT nIndex, ILNBInfo** ppInfo) override;
+  HRESULT STDMETHODCALLTYPE GetLNBInfoByType(BSTR Type, ILNBInfo** ppInfo) override;
+
+  /// Numbers the types 1, 2, 3, ... from the front, or from the back when not `ascending`. Removing
+  /// calls it through the object's table, where it stands behind the destructor, so that a derived
+  /// class can replace it.
+  virtual HRESULT Renumber(bool ascending);
+
+ private:
+  using Base = CatalogueList<CLNBInfoMgr, ILNBInfoMgr, ILNBInfo>;
+  friend Base;
+  HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
+};

@@ -1,0 +1,70 @@
+#include "satellite/transponder_info_mgr.h"
+
+#include "platform/bstr.h"
+#include "platform/text.h"
+#include "satellite/transponder_info.h"
+#include "xml/satellite_elements.h"
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::CreateTransponderInfo(ITransponderInfo** ppInfo) {
+  return CTransponderInfo::CreateInstance(ppInfo);
+}
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::AddTransponderInfo(ITransponderInfo* pInfo) {
+  return AddRecord(pInfo);
+}
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::RemoveTransponderInfo(ITransponderInfo* pInfo) {
+  if (pInfo == nullptr) return E_POINTER;
+  TakeOut(pInfo);
+  NumberRecords(true);
+  return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetTransponderCount(UINT* pnCount) {
+  return CountRecords(pnCount);
+}
+
+HRESULT STDMETHODCALLTYPE
+CTransponderInfoMgr::GetTransponderInfoByIndex(UINT nIndex, ITransponderInfo** ppInfo) {
+  return FindByIndex(nIndex, ppInfo);
+}
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetTransponderInfoByName(BSTR* pName,
+                                                                        ITransponderInfo** ppInfo) {
+  if (pName == nullptr) return E_POINTER;
+  // The caller hands its text over, also when nothing is found; its variable is left as it was.
+  const Bstr name = Bstr::Attach(*pName);
+  if (ppInfo == nullptr) return E_POINTER;
+  return Records().FindFirst(
+      [&](ITransponderInfo* record) {
+        Bstr other;
+        return SUCCEEDED(record->GetName(other.Receive())) && text::Equal(other.Get(), name.Get());
+      },
+      ppInfo);
+}
+
+// Transponders keep the order of the file: there is no moving and no sorting.
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::MoveTransponder(UINT, UINT) { return E_NOTIMPL; }
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::SortTransponder(ESortType, BOOL) {
+  return E_NOTIMPL;
+}
+
+HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetDirty(LONG* plDirty) {
+  return GetDirtyOfAll(plDirty);
+}
+
+HRESULT CTransponderInfoMgr::LoadRecord(const dom::Element& element, LONG position,
+                                        Loaded& loaded) {
+  ComPtr<ITransponderInfo> record;
+  HRESULT hr = CreateTransponderInfo(record.Receive());
+  if (FAILED(hr)) return hr;
+  hr = xml::TransponderElementIO(element, record.Get(), xml::Direction::Read);
+  if (FAILED(hr)) return hr;
+  // Its position is its index before it is added, so the file's order is the list's.
+  const UINT index = static_cast<UINT>(position);
+  record->SetIndex(index);
+  record->SetDirty(0);
+  loaded.push_back({std::move(record), index, index});
+  return S_OK;
+}
