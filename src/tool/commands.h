@@ -20,6 +20,17 @@ void LockChannel(const Options& options);
 void MoveChannel(const Options& options);
 void SortChannels(const Options& options);
 
+void BuildCatalogue(const Options& options);
+void ListSatellites(const Options& options);
+void ShowSatellite(const Options& options);
+void ListTransponders(const Options& options);
+void ListLnbs(const Options& options);
+
+void ListDishes(const Options& options);
+void AssignSatellite(const Options& options);
+void RemoveAssignment(const Options& options);
+void ClearDishes(const Options& options);
+
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);

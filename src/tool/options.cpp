@@ -1,11 +1,10 @@
 #include "tool/options.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
 
 #include "tool/failure.h"
-#include "tool/signal_types.h"
+#include "tool/option_helpers.h"
 
 namespace {
 
@@ -20,45 +19,6 @@ constexpr const char* kSetHelp =
     "Numbers are decimal or 0x and hexadecimal digits. The words of polarisation, innerFECRate,\n"
     "modulation and spectralInversion are those of the file: LinearH, 3/4, QPSK, automatic.\n"
     "Component_index of T-DMB is written and reads back as 0, here as everywhere.";
-
-/// A callback for a number of 32 bits without a sign.
-template <typename Number>
-CLI::Option* AddNumber(CLI::App* app, const std::string& name, std::optional<Number>& target,
-                       const std::string& help) {
-  const auto take = [&target, name](const std::string& text) {
-    const std::optional<std::int64_t> value = ParseNumber(text, 0, UINT32_MAX);
-    if (!value) throw CLI::ValidationError(name, "'" + text + "' is no number of 32 bits");
-    target = static_cast<Number>(*value);
-  };
-  return app->add_option_function<std::string>(name, take, help)->type_name("NUMBER");
-}
-
-void AddIndexes(CLI::App* app, Options& options, int least, int most) {
-  const auto take = [&options](const std::vector<std::string>& texts) {
-    for (const std::string& text : texts) {
-      const std::optional<std::int64_t> value = ParseNumber(text, 0, UINT32_MAX);
-      if (!value) throw CLI::ValidationError("INDEX", "'" + text + "' is no index");
-      options.indexes.push_back(static_cast<UINT>(*value));
-    }
-  };
-  CLI::Option* option =
-      app->add_option_function<std::vector<std::string>>("INDEX", take, "stored index of a channel")
-          ->type_name("")
-          ->required();
-  option->expected(least, most);
-  if (most == least) option->allow_extra_args(false);
-}
-
-template <typename Take>
-void AddWord(CLI::App* app, const std::string& name, const std::string& help, Take take) {
-  app->add_option_function<std::string>(
-         name,
-         [name, take](const std::string& text) {
-           if (!take(text)) throw CLI::ValidationError(name, "'" + text + "' is not known");
-         },
-         help)
-      ->type_name("");
-}
 
 bool TakeFormat(const std::string& text, std::optional<EStorageType>& format) {
   if (text == "plain") format = StorageXML;
@@ -199,6 +159,7 @@ void AddCommands(CLI::App& app, Options& options) {
   channels->require_subcommand(1);
   AddReadingCommands(channels, options);
   AddEditingCommands(channels, options);
+  AddSatelliteCommands(app, options);
   app.add_subcommand("info", "Say what the directory holds");
   CLI::App* format = app.add_subcommand("format", "Rewrite ChanInfo.xml in one of its two forms");
   AddWord(format, "FORM", "plain or preformatted",
@@ -217,7 +178,9 @@ void Complete(CLI::App& app, Options& options) {
   const auto need = [](bool given, const char* what) {
     if (!given) throw UsageError{std::string(what) + " is required"};
   };
-  if (options.command != "countries") need(!options.directory.empty(), "--dir");
+  const bool directory = options.command != "countries" && options.command != "catalogue build";
+  if (directory) need(!options.directory.empty(), "--dir");
+  CompleteSatelliteOptions(options);
   if (!options.command.starts_with("channels ")) return;
   need(options.country.has_value(), "--country");
   need(options.signal.has_value(), "--signal");
@@ -231,6 +194,21 @@ void Complete(CLI::App& app, Options& options) {
 }
 
 }  // namespace
+
+void AddIndexes(CLI::App* app, Options& options, int least, int most, const std::string& help) {
+  const auto take = [&options](const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+      const std::optional<std::int64_t> value = ParseNumber(text, 0, UINT32_MAX);
+      if (!value) throw CLI::ValidationError("INDEX", "'" + text + "' is no index");
+      options.indexes.push_back(static_cast<UINT>(*value));
+    }
+  };
+  CLI::Option* option = app->add_option_function<std::vector<std::string>>("INDEX", take, help)
+                            ->type_name("")
+                            ->required();
+  option->expected(least, most);
+  if (most == least) option->allow_extra_args(false);
+}
 
 std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
   Options options;

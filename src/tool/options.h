@@ -41,6 +41,19 @@ struct Options {
   std::optional<UINT> like;    ///< index of the channel to find the like of
   std::optional<EStorageType> rewriteAs;
   std::optional<DWORD> countryRow;
+
+  std::string folder;  ///< of transponder tables
+  std::string output;  ///< file to be made
+  bool force = false;
+  std::optional<ESatRegion> region;
+  std::optional<ESatDivision> division;
+  std::string satellite;  ///< id or name
+  std::optional<ESatFreqBand> band;
+  UINT dish = 0;  ///< 1 to 4
+  std::optional<std::string> lnb;
+  std::optional<DWORD> lowFrequency;
+  std::optional<DWORD> highFrequency;
+  std::optional<DWORD> switchFrequency;
 };
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.
