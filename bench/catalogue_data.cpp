@@ -26,9 +26,9 @@ void AppendTransponder(std::string& text, UINT number, unsigned start) {
   AppendLine(text,
              "\t\t\t\t<Transponder name=\"T%u\" freq=\"%u\" polarisation=\"%s\" "
              "symbolRate=\"%u\" innerFECRate=\"%s\" modulation=\"%s\" "
-             "spectralInversion=\"AUTO\"/>",
-             number, start + number * 1250, number % 2 == 0 ? "LINEAR_H" : "LINEAR_V",
-             22000 + number % 7 * 500, kRates[number % 5], number % 3 == 0 ? "8PSK" : "QPSK");
+             "spectralInversion=\"automatic\"/>",
+             number, start + number * 1250, number % 2 == 0 ? "LinearH" : "LinearV",
+             22000 + number % 7 * 500, kRates[number % 5], number % 3 == 0 ? "BPSK" : "QPSK");
 }
 
 void AppendBand(std::string& text, const char* name, UINT first, UINT last, unsigned start) {
