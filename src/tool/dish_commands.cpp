@@ -85,7 +85,13 @@ DishSatellite MakeAssignment(const Catalogue& catalogue, const Options& options)
 
 }  // namespace
 
-void ListDishes(const Options& options) { Print(ReadDishes(SatelliteLocation(options)), options); }
+void ListDishes(const Options& options) {
+  const Location location = SatelliteLocation(options);
+  const Dishes dishes = ReadDishes(location);
+  // What cannot be read looks like dishes without satellites.
+  if (dishes == Dishes()) RequireReadableSettings(location);
+  Print(dishes, options);
+}
 
 void AssignSatellite(const Options& options) {
   const Location location = SatelliteLocation(options);

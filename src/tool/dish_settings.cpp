@@ -113,14 +113,19 @@ void RequireTexts(const Location& location, const Dishes& dishes) {
   });
 }
 
-/// Does everything in another directory. Raises a Failure when it does not come out there.
-void Rehearse(const Location& location, const Dishes& meant) {
-  const ScratchDirectory scratch;
+/// Copies the file, if there is one, to where things are tried.
+Location CopyTo(const ScratchDirectory& scratch, const Location& location) {
   const fs::path file = file_scan::FileIn(location.directory, kFile);
   std::error_code error;
   if (fs::exists(file)) fs::copy_file(file, file_scan::FileIn(scratch.Path(), kFile), error);
   if (error) throw Failure{E_FAIL, std::string(kFile) + " cannot be read"};
-  const Location rehearsal = {scratch.Path(), location.country, location.signal};
+  return {scratch.Path(), location.country, location.signal};
+}
+
+/// Does everything in another directory. Raises a Failure when it does not come out there.
+void Rehearse(const Location& location, const Dishes& meant) {
+  const ScratchDirectory scratch;
+  const Location rehearsal = CopyTo(scratch, location);
   const HRESULT hr = Write(rehearsal, meant);
   const Dishes found = ReadDishes(rehearsal);
   for (std::size_t dish = 0; dish < meant.size(); ++dish) {
@@ -152,6 +157,15 @@ Dishes ReadDishes(const Location& location) {
     }
   }
   return dishes;
+}
+
+void RequireReadableSettings(const Location& location) {
+  const ScratchDirectory scratch;
+  const Location copy = CopyTo(scratch, location);
+  const file_check::UnreadableWatch watch(copy.directory, kFile);
+  // Saving puts a file aside that could not be read.
+  Write(copy, {});
+  if (watch.PutAside()) throw Failure{E_FAIL, std::string(kFile) + " cannot be read"};
 }
 
 Dishes SaveDishes(const Location& location, Dishes meant) {

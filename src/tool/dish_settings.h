@@ -21,8 +21,11 @@ struct DishSatellite {
 /// Dish 1 is at place 0.
 using Dishes = std::array<std::vector<DishSatellite>, 4>;
 
-/// As UserSettings.xml has them; without one all dishes are empty.
+/// As UserSettings.xml has them; without one, and when it cannot be read, all dishes are empty.
 Dishes ReadDishes(const Location& location);
+
+/// Raises a Failure when there is a UserSettings.xml and it cannot be read.
+void RequireReadableSettings(const Location& location);
 
 /// Writes all dishes afresh and reads them back; what is the same twice on a dish is written once.
 /// All is tried on a copy first. Raises a Failure when the file cannot hold it (it stays as it was

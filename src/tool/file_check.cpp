@@ -121,8 +121,10 @@ Inventory TakeInventory(const std::string& directory) {
 UnreadableWatch::UnreadableWatch(const std::string& directory, const std::string& file)
     : m_directory(directory), m_file(file), m_before(CountUnreadable(directory, file)) {}
 
+bool UnreadableWatch::PutAside() const { return CountUnreadable(m_directory, m_file) != m_before; }
+
 void UnreadableWatch::Report() const {
-  if (CountUnreadable(m_directory, m_file) == m_before) return;
+  if (!PutAside()) return;
   std::cerr << "tunedex: the old " << m_file
             << " could not be read and was kept beside the new one\n";
 }

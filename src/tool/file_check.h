@@ -29,6 +29,8 @@ Inventory TakeInventory(const std::string& directory);
 class UnreadableWatch {
  public:
   explicit UnreadableWatch(const std::string& directory, const std::string& file = "ChanInfo.xml");
+  /// True when a file was put aside since.
+  bool PutAside() const;
   void Report() const;
 
  private:

@@ -258,6 +258,11 @@ TEST(Dishes, AssignmentsThatNobodyKnowsStay) {
 TEST(Dishes, AnUnreadableFileIsKept) {
   const Home home;
   home.Files().Write(kFile, "<USER_SETTINGS>");
+  {
+    const FilesUnchanged unchanged(home.Files());
+    ExpectRefused(1, "dishes list: E_FAIL (0x80004005): UserSettings.xml cannot be read",
+                  home.Run({"dishes", "list"}));
+  }
   const Outcome outcome = home.Assign("1", "A");
   ExpectStatus(0, outcome);
   EXPECT_EQ("tunedex: the old UserSettings.xml could not be read and was kept beside the new one\n",
