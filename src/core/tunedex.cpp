@@ -34,6 +34,7 @@ HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType Signal
   if (FAILED(hr)) return hr;
   m_channelLists.CreateAll();
   LoadChannelFromFile();
+  LoadPresetOneSegChannelInfo();  // for one-segment alone; a missing file is no failure
   return S_OK;
 }
 
@@ -95,23 +96,3 @@ HRESULT CTunedex::LoadUserSettingsFromFile() { return E_NOTIMPL; }
 HRESULT CTunedex::SaveUserSettingsToFile() { return E_NOTIMPL; }
 
 HRESULT CTunedex::GetDishSatInfoMgr(IDishSatInfoMgr**) { return E_NOTIMPL; }
-
-HRESULT CTunedex::LoadPresetOneSegChannelInfo() { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetAreaCount(LONG*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetAreaNameByIndex(LONG, CHAR*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetSubAreaCount(LONG, LONG*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetSubAreaNameByIndex(LONG, LONG, CHAR*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::SetArea(LONG, LONG) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetArea(LONG*, LONG*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::SaveCustomerChannelList(LONG, const CHAR*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::DeleteCustomerChannelList(LONG) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetPresetChannelMgr(LONG, LONG, IChannelInfoMgr**) { return E_NOTIMPL; }

@@ -8,6 +8,7 @@
 #include "core/interfaces.h"
 #include "platform/bstr.h"
 #include "xml/xml_chan_parser.h"
+#include "xml/xml_preset_channel_parser.h"
 
 /// The channel database of one data directory: joins paths, and drives documents and lists in a
 /// fixed order. The methods are described at the interface.
@@ -59,6 +60,7 @@ class CTunedex final : public Aggregatable<IZorTunedex> {
   DWORD m_countryCode = 0;
   EStorageType m_storageType = StorageXML;
   CXmlChanParser m_channelFile;
-  // Behind the document: lists let go of their elements first.
+  CXmlPreSetChannelParser m_presetFile;
+  // Behind the documents: lists let go of their elements first.
   CChanInfoMgrGroup m_channelLists;
 };

@@ -28,15 +28,11 @@ void ExpectClosed(const ComPtr<IZorTunedex>& database,
   ExpectHr(E_FAIL, database->SaveChannelToFile(), where);
 }
 
-// The satellite list, the settings and the presets are declared and not made yet.
+// The satellite list and the settings are declared and not made yet.
 void ExpectRestNotImplemented(const ComPtr<IZorTunedex>& database) {
   ISatelliteInfoMgr* satellites = nullptr;
   ILNBInfoMgr* lnbs = nullptr;
   IDishSatInfoMgr* dishes = nullptr;
-  IChannelInfoMgr* presets = nullptr;
-  LONG area = 77;
-  LONG subArea = 78;
-  char name[260] = "untouched";
   ExpectHr(E_NOTIMPL, database->LoadSatInfoFromFile());
   ExpectHr(E_NOTIMPL, database->SaveSatInfoToFile());
   ExpectHr(E_NOTIMPL, database->GetSatelliteInfoMgr(&satellites));
@@ -44,20 +40,7 @@ void ExpectRestNotImplemented(const ComPtr<IZorTunedex>& database) {
   ExpectHr(E_NOTIMPL, database->LoadUserSettingsFromFile());
   ExpectHr(E_NOTIMPL, database->SaveUserSettingsToFile());
   ExpectHr(E_NOTIMPL, database->GetDishSatInfoMgr(&dishes));
-  ExpectHr(E_NOTIMPL, database->LoadPresetOneSegChannelInfo());
-  ExpectHr(E_NOTIMPL, database->GetAreaCount(&area));
-  ExpectHr(E_NOTIMPL, database->GetAreaNameByIndex(0, name));
-  ExpectHr(E_NOTIMPL, database->GetSubAreaCount(0, &subArea));
-  ExpectHr(E_NOTIMPL, database->GetSubAreaNameByIndex(0, 0, name));
-  ExpectHr(E_NOTIMPL, database->SetArea(0, 0));
-  ExpectHr(E_NOTIMPL, database->GetArea(&area, &subArea));
-  ExpectHr(E_NOTIMPL, database->SaveCustomerChannelList(0, "sub area"));
-  ExpectHr(E_NOTIMPL, database->DeleteCustomerChannelList(0));
-  ExpectHr(E_NOTIMPL, database->GetPresetChannelMgr(0, 0, &presets));
-  EXPECT_TRUE(satellites == nullptr && lnbs == nullptr && dishes == nullptr && presets == nullptr);
-  EXPECT_EQ(77, area);
-  EXPECT_EQ(78, subArea);
-  EXPECT_STREQ("untouched", name);
+  EXPECT_TRUE(satellites == nullptr && lnbs == nullptr && dishes == nullptr);
 }
 
 }  // namespace
