@@ -427,7 +427,18 @@ TEST_F(Presets, TrapAChangeAfterASelectionStripsThePresets) {
   EXPECT_EQ("", PresetsInFile(0, 0)) << "and now in the file";
 }
 
-TEST_F(Presets, ReopeningAfterASelectionAvoidsThat) {
+// Nor does the list follow the channel file: what is taken out of it stays there.
+TEST_F(Presets, TrapAChangeAfterASelectionLeavesChannelsInTheFile) {
+  const ComPtr<IZorTunedex> database = Open();
+  ExpectHr(S_OK, database->SetArea(0, 0));
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  ExpectHr(S_OK, list->RemoveChannelInfo(ChannelAt(list, 1).Get()));
+  ExpectHr(S_OK, database->SaveChannelToFile());
+  EXPECT_EQ("1:26", Describe(list));
+  EXPECT_EQ("1:26 2:26", ChannelsInFile());
+}
+
+TEST_F(Presets, ReopeningAfterASelectionAvoidsBoth) {
   ExpectHr(S_OK, Open()->SetArea(0, 0));
   const ComPtr<IZorTunedex> database = Open();
   const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
