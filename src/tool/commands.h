@@ -20,6 +20,14 @@ void LockChannel(const Options& options);
 void MoveChannel(const Options& options);
 void SortChannels(const Options& options);
 
+void ListAreas(const Options& options);
+void ListSubAreas(const Options& options);
+void ListPresetChannels(const Options& options);
+void SelectPreset(const Options& options);
+void ShowSelectedPreset(const Options& options);
+void SaveCustomerList(const Options& options);
+void DeleteCustomerList(const Options& options);
+
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);

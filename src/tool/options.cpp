@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "tool/failure.h"
+#include "tool/preset_options.h"
 #include "tool/signal_types.h"
 
 namespace {
@@ -199,6 +200,7 @@ void AddCommands(CLI::App& app, Options& options) {
   channels->require_subcommand(1);
   AddReadingCommands(channels, options);
   AddEditingCommands(channels, options);
+  AddPresetCommands(app, options);
   app.add_subcommand("info", "Say what the directory holds");
   CLI::App* format = app.add_subcommand("format", "Rewrite ChanInfo.xml in one of its two forms");
   AddWord(format, "FORM", "plain or preformatted",
@@ -218,6 +220,7 @@ void Complete(CLI::App& app, Options& options) {
     if (!given) throw UsageError{std::string(what) + " is required"};
   };
   if (options.command != "countries") need(!options.directory.empty(), "--dir");
+  CompletePresetOptions(options);
   if (!options.command.starts_with("channels ")) return;
   need(options.country.has_value(), "--country");
   need(options.signal.has_value(), "--signal");

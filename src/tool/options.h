@@ -41,6 +41,9 @@ struct Options {
   std::optional<UINT> like;    ///< index of the channel to find the like of
   std::optional<EStorageType> rewriteAs;
   std::optional<DWORD> countryRow;
+
+  std::vector<LONG> places;  ///< an area and a sub-area, or a customer list
+  bool yes = false;          ///< replace without asking
 };
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.
