@@ -564,7 +564,7 @@ struct IZorTunedex : public IUnknown {
   // lists, each a sub-area. The country of the presets is always 81, whatever was given to Open.
   // Open loads the file when the signal type is one-segment; Close leaves it loaded. A file that is
   // missing, cannot be read or holds no presets is answered E_FAIL where nothing else is said, and
-  // so is a database that was opened for another signal type.
+  // so is a database that was never opened for one-segment.
 
   /// Reads the file again; what was changed in memory and not saved is dropped, the selection
   /// included. S_FALSE when it is missing or cannot be read, E_FAIL for another signal type than
@@ -587,7 +587,9 @@ struct IZorTunedex : public IUnknown {
   /// before Open and after Close. PreSetChannelInfo.xml is read again before, so that GetArea
   /// answers what that file holds, and the list is bound to the sub-area after it: see
   /// docs/hosting.md before you clear or change the list.
-  /// Opened for another type: remembers the two numbers and answers E_FAIL; nothing else happens.
+  /// Opened for another type: remembers the two numbers and touches no list. E_FAIL, or S_OK when
+  /// presets are still loaded from an earlier Open for one-segment: the next deletion of a customer
+  /// list then writes the selection into their file.
   virtual HRESULT STDMETHODCALLTYPE SetArea(LONG lArea, LONG lSubArea) = 0;
   /// The selection that the file holds, 0 where it does not say; without presets the one that
   /// SetArea was given last. Of both numbers the low 16 bits alone. E_INVALIDARG for a null

@@ -491,6 +491,26 @@ TEST_F(Presets, TrapTheSelectionIsForgotten) {
   ExpectArea(1, 0, Open());
 }
 
+// The one way to get a selection into the file: opened for another type as well, the database keeps
+// the presets and touches no list.
+TEST_F(Presets, ASelectionIsNotedThroughAnotherSignalType) {
+  WriteChannels(2);
+  const std::string channels = m_directory.Read(kChannelFile);
+  const ComPtr<IZorTunedex> database = Open();
+  ExpectHr(S_OK, database->SaveCustomerChannelList(-1, ""));
+  EXPECT_EQ(3, SubAreaCount(database, 2)) << "in memory alone";
+  ExpectHr(S_OK, database->Open(PathText(m_directory.Path()).Get(), kJapan, InputSignalFMRadio));
+  ExpectHr(S_OK, database->SetArea(0, 1));
+  ExpectArea(0, 1, database);
+  ExpectPresetFileUntouched();
+  ExpectHr(S_OK, database->DeleteCustomerChannelList(2));
+  const ComPtr<IZorTunedex> other = Open();
+  ExpectArea(0, 1, other);
+  EXPECT_EQ(2, SubAreaCount(other, 2));
+  EXPECT_EQ("1:27 3:25", Describe(other, 2, 0));
+  EXPECT_EQ(channels, m_directory.Read(kChannelFile));
+}
+
 // What is stored is what the channel file's document holds, not the list's unsaved changes.
 TEST_F(Presets, TrapUnsavedChangesAreNotStored) {
   WriteChannels(3);
