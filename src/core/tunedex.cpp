@@ -37,6 +37,7 @@ HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType Signal
   m_satelliteFile.Open(PathOf("SatelliteInfo.xml"));
   hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
   if (SUCCEEDED(hr)) hr = LoadUserSettingsFromFile();
+  LoadPresetOneSegChannelInfo();  // for one-segment alone; a missing file is no failure
   return FAILED(hr) ? hr : S_OK;
 }
 
@@ -92,22 +93,3 @@ HRESULT CTunedex::SetStorageType(EStorageType StorageType) {
   return S_OK;
 }
 
-HRESULT CTunedex::LoadPresetOneSegChannelInfo() { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetAreaCount(LONG*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetAreaNameByIndex(LONG, CHAR*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetSubAreaCount(LONG, LONG*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetSubAreaNameByIndex(LONG, LONG, CHAR*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::SetArea(LONG, LONG) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetArea(LONG*, LONG*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::SaveCustomerChannelList(LONG, const CHAR*) { return E_NOTIMPL; }
-
-HRESULT CTunedex::DeleteCustomerChannelList(LONG) { return E_NOTIMPL; }
-
-HRESULT CTunedex::GetPresetChannelMgr(LONG, LONG, IChannelInfoMgr**) { return E_NOTIMPL; }

@@ -13,6 +13,7 @@
 #include "xml/xml_chan_parser.h"
 #include "xml/xml_sat_parser.h"
 #include "xml/xml_usr_conf_parser.h"
+#include "xml/xml_preset_channel_parser.h"
 
 /// The channel database of one data directory: joins paths, and drives documents and lists in a
 /// fixed order. The methods are described at the interface.
@@ -66,6 +67,7 @@ class CTunedex final : public Aggregatable<IZorTunedex> {
   CXmlChanParser m_channelFile;
   CXmlSatParser m_satelliteFile;
   CXmlUsrConfParser m_settingsFile;
+  CXmlPreSetChannelParser m_presetFile;
   // Behind the documents: lists let go of their elements first.
   CChanInfoMgrGroup m_channelLists;
   CSatelliteInfoMgr m_satellites;

@@ -16,6 +16,9 @@ std::vector<std::string> Arguments(int argc, char** argv);
 /// Makes standard output and error take UTF-8 unchanged, and prepares COM for this thread.
 void Prepare();
 
+/// True when standard input is a terminal, at which a question can be answered.
+bool InputIsTerminal();
+
 /// The library's own entry points. The library is loaded at first use.
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 HRESULT CanUnloadNow();

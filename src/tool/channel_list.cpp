@@ -8,6 +8,18 @@ constexpr DWORD kAll = static_cast<DWORD>(ServiceAll);
 
 Failure NoChannel(UINT index) { return {E_FAIL, "no channel with index " + std::to_string(index)}; }
 
+// One more channel at the end lets a single one be walked to; taking it out numbers the rest.
+std::vector<UINT> StoredIndexes(IChannelInfoMgr* list) {
+  ComPtr<IChannelInfo> last;
+  Require(list->CreateChannelInfo(last.Receive()), "a record cannot be made");
+  last->SetChannelIndex(0xFFFFFFFE);  // answers E_NOTIMPL and stores it
+  Require(list->AddChannelInfo(last.Get()), "a record cannot be added");
+  std::vector<UINT> indexes = IndexesInOrder(list, 0xFFFFFFFE);
+  indexes.pop_back();
+  Require(list->RemoveChannelInfo(last.Get()), "a record cannot be removed");
+  return indexes;
+}
+
 }  // namespace
 
 ComPtr<IChannelInfo> RecordAt(IChannelInfoMgr* list, UINT index) {
@@ -32,27 +44,19 @@ std::vector<UINT> IndexesInOrder(IChannelInfoMgr* list, UINT lone) {
   return indexes;
 }
 
-ChannelList::ChannelList(const Location& location)
-    : m_database(location), m_list(m_database.List()) {
-  const std::vector<UINT> indexes = StoredIndexes();
-  m_channels.reserve(indexes.size());
+std::vector<Channel> ReadChannels(IChannelInfoMgr* list) {
+  const std::vector<UINT> indexes = StoredIndexes(list);
+  std::vector<Channel> channels;
+  channels.reserve(indexes.size());
   for (UINT position = 1; position <= indexes.size(); ++position) {
-    m_channels.push_back(ReadChannel(RecordAt(m_list.Get(), position).Get()));
-    m_channels.back().index = indexes[position - 1];
+    channels.push_back(ReadChannel(RecordAt(list, position).Get()));
+    channels.back().index = indexes[position - 1];
   }
+  return channels;
 }
 
-// One more channel at the end lets a single one be walked to; taking it out numbers the rest.
-std::vector<UINT> ChannelList::StoredIndexes() const {
-  ComPtr<IChannelInfo> last;
-  Require(m_list->CreateChannelInfo(last.Receive()), "a record cannot be made");
-  last->SetChannelIndex(0xFFFFFFFE);  // answers E_NOTIMPL and stores it
-  Require(m_list->AddChannelInfo(last.Get()), "a record cannot be added");
-  std::vector<UINT> indexes = IndexesInOrder(m_list.Get(), 0xFFFFFFFE);
-  indexes.pop_back();
-  Require(m_list->RemoveChannelInfo(last.Get()), "a record cannot be removed");
-  return indexes;
-}
+ChannelList::ChannelList(const Location& location)
+    : m_database(location), m_list(m_database.List()), m_channels(ReadChannels(m_list.Get())) {}
 
 UINT ChannelList::PositionOf(UINT index) const {
   for (UINT position = 0; position < m_channels.size(); ++position) {

@@ -31,13 +31,16 @@ class ChannelList {
   const Channel& FindLike(UINT index) const;
 
  private:
-  std::vector<UINT> StoredIndexes() const;
   const Channel& AtPosition(IChannelInfo* record) const;
 
   Database m_database;
   ComPtr<IChannelInfoMgr> m_list;
   std::vector<Channel> m_channels;
 };
+
+/// The channels of a list in list order, with their stored indexes. The list is numbered afresh,
+/// and the element that it was loaded from loses its channels: neither may be saved afterwards.
+std::vector<Channel> ReadChannels(IChannelInfoMgr* list);
 
 /// Indexes of a list in list order, without changing it. `lone` is asked for where the list has one
 /// channel, which cannot be found otherwise.

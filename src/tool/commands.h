@@ -30,6 +30,13 @@ void ListDishes(const Options& options);
 void AssignSatellite(const Options& options);
 void RemoveAssignment(const Options& options);
 void ClearDishes(const Options& options);
+void ListAreas(const Options& options);
+void ListSubAreas(const Options& options);
+void ListPresetChannels(const Options& options);
+void SelectPreset(const Options& options);
+void ShowSelectedPreset(const Options& options);
+void SaveCustomerList(const Options& options);
+void DeleteCustomerList(const Options& options);
 
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);

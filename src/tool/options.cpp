@@ -5,6 +5,8 @@
 
 #include "tool/failure.h"
 #include "tool/option_helpers.h"
+#include "tool/preset_options.h"
+#include "tool/signal_types.h"
 
 namespace {
 
@@ -160,6 +162,7 @@ void AddCommands(CLI::App& app, Options& options) {
   AddReadingCommands(channels, options);
   AddEditingCommands(channels, options);
   AddSatelliteCommands(app, options);
+  AddPresetCommands(app, options);
   app.add_subcommand("info", "Say what the directory holds");
   CLI::App* format = app.add_subcommand("format", "Rewrite ChanInfo.xml in one of its two forms");
   AddWord(format, "FORM", "plain or preformatted",
@@ -181,6 +184,7 @@ void Complete(CLI::App& app, Options& options) {
   const bool directory = options.command != "countries" && options.command != "catalogue build";
   if (directory) need(!options.directory.empty(), "--dir");
   CompleteSatelliteOptions(options);
+  CompletePresetOptions(options);
   if (!options.command.starts_with("channels ")) return;
   need(options.country.has_value(), "--country");
   need(options.signal.has_value(), "--signal");

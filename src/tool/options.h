@@ -54,6 +54,8 @@ struct Options {
   std::optional<DWORD> lowFrequency;
   std::optional<DWORD> highFrequency;
   std::optional<DWORD> switchFrequency;
+  std::vector<LONG> places;  ///< an area and a sub-area, or a customer list
+  bool yes = false;          ///< replace without asking
 };
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.

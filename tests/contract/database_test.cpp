@@ -28,35 +28,12 @@ void ExpectClosed(const ComPtr<IZorTunedex>& database,
   ExpectHr(E_FAIL, database->SaveChannelToFile(), where);
 }
 
-// The presets are declared and not made yet.
-void ExpectRestNotImplemented(const ComPtr<IZorTunedex>& database) {
-  IChannelInfoMgr* presets = nullptr;
-  LONG area = 77;
-  LONG subArea = 78;
-  char name[260] = "untouched";
-  ExpectHr(E_NOTIMPL, database->LoadPresetOneSegChannelInfo());
-  ExpectHr(E_NOTIMPL, database->GetAreaCount(&area));
-  ExpectHr(E_NOTIMPL, database->GetAreaNameByIndex(0, name));
-  ExpectHr(E_NOTIMPL, database->GetSubAreaCount(0, &subArea));
-  ExpectHr(E_NOTIMPL, database->GetSubAreaNameByIndex(0, 0, name));
-  ExpectHr(E_NOTIMPL, database->SetArea(0, 0));
-  ExpectHr(E_NOTIMPL, database->GetArea(&area, &subArea));
-  ExpectHr(E_NOTIMPL, database->SaveCustomerChannelList(0, "sub area"));
-  ExpectHr(E_NOTIMPL, database->DeleteCustomerChannelList(0));
-  ExpectHr(E_NOTIMPL, database->GetPresetChannelMgr(0, 0, &presets));
-  EXPECT_TRUE(presets == nullptr);
-  EXPECT_EQ(77, area);
-  EXPECT_EQ(78, subArea);
-  EXPECT_STREQ("untouched", name);
-}
-
 }  // namespace
 
 TEST(Database, BeforeOpen) {
   const ComPtr<IZorTunedex> database = NewDatabase();
   ExpectClosed(database);
   ExpectStorage(StorageXML, database);
-  ExpectRestNotImplemented(database);
   ExpectHr(S_OK, database->Close());
   ExpectHr(S_OK, database->Close());
   ExpectClosed(database);
@@ -96,7 +73,6 @@ TEST(Database, OpenInAnEmptyDirectory) {
     for (const InputSignalType listed : kListedTypes) {
       EXPECT_EQ(0U, CountOf(ListOf(database, listed)));
     }
-    ExpectRestNotImplemented(database);
   }
   EXPECT_EQ(0U, directory.Count());
 }

@@ -41,6 +41,9 @@ Outcome RunTool(const Arguments& arguments) {
   const TempDir output;
   std::string command = Quoted(ToolPath());
   for (const std::string& argument : arguments) command += " " + Quoted(argument);
+  // Nobody answers a question.
+  output.Write("in", "");
+  command += " < " + Quoted(output.File("in"));
   command += " > " + Quoted(output.File("out")) + " 2> " + Quoted(output.File("err"));
   // One shell wants the whole line in quotes again.
   const std::string quotes(ZORTUNEDEX_SHELL_QUOTES, '"');

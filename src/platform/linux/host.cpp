@@ -1,10 +1,13 @@
 #include "platform/host.h"
 
+#include <unistd.h>
+
 namespace host {
 
 // Standard output takes bytes as they are, and arguments are the shell's bytes.
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv, argv + argc}; }
 void Prepare() {}
+bool InputIsTerminal() { return isatty(STDIN_FILENO) == 1; }
 
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   return DllGetClassObject(rclsid, riid, ppv);

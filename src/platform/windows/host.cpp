@@ -69,6 +69,12 @@ void Prepare() {
   CoInitializeEx(nullptr, COINIT_MULTITHREADED);
 }
 
+// Other character devices, NUL among them, have no console mode.
+bool InputIsTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
+}
+
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   const auto function =
       EntryPoint<HRESULT __stdcall(REFCLSID, REFIID, void**)>("DllGetClassObject");

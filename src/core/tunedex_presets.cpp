@@ -1,0 +1,66 @@
+// The presets and customer lists of one-segment reception.
+#include "core/tunedex.h"
+#include "platform/com_ptr.h"
+
+HRESULT CTunedex::LoadPresetOneSegChannelInfo() {
+  if (m_signalType != InputSignalISDBTerrestrialOneSeg) return E_FAIL;
+  const HRESULT hr = m_presetFile.Open(PathOf("PreSetChannelInfo.xml"));
+  return FAILED(hr) ? hr : m_presetFile.Load();
+}
+
+HRESULT CTunedex::GetAreaCount(LONG* plArea) { return m_presetFile.GetAreaCount(plArea); }
+
+HRESULT CTunedex::GetAreaNameByIndex(LONG lArea, CHAR* pArea) {
+  return m_presetFile.GetAreaNameByIndex(lArea, pArea);
+}
+
+HRESULT CTunedex::GetSubAreaCount(LONG lArea, LONG* plSubArea) {
+  return m_presetFile.GetSubAreaCount(lArea, plSubArea);
+}
+
+HRESULT CTunedex::GetSubAreaNameByIndex(LONG lArea, LONG lSubArea, CHAR* pSubArea) {
+  return m_presetFile.GetSubAreaNameByIndex(lArea, lSubArea, pSubArea);
+}
+
+HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) {
+  const HRESULT selected = m_presetFile.SetArea(lArea, lSubArea);
+  if (m_signalType != InputSignalISDBTerrestrialOneSeg) return selected;
+  // What the document made of the selection is deliberately not told: from here on the result is
+  // the list's. The load also takes the selection out of the document again.
+  LoadPresetOneSegChannelInfo();
+  dom::Element subArea;
+  HRESULT hr = m_presetFile.GetSelectedSubArea(&subArea);
+  // Without presets there is nothing to put in the place of the user's channels: they stay.
+  if (FAILED(hr)) return hr;
+  ComPtr<IChannelInfoMgr> list;
+  hr = m_channelLists.Get(InputSignalISDBTerrestrialOneSeg, list.Receive());
+  if (FAILED(hr)) return hr;
+  list->Clear();
+  list->Load(dom::kIidNode, subArea.Get());
+  hr = list->SetDirty(1);
+  SaveChannelToFile();
+  return hr;
+}
+
+HRESULT CTunedex::GetArea(LONG* plArea, LONG* plSubArea) {
+  return m_presetFile.GetArea(plArea, plSubArea);
+}
+
+HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) {
+  dom::Element country;
+  const HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
+  if (FAILED(hr)) return hr;
+  if (m_signalType == InputSignalISDBTerrestrialOneSeg) {
+    m_presetFile.SaveCustomerChannelList(country, lIndex, szSubArea);
+  }
+  // Deliberately the country element's remaining reference count and not the outcome of the store.
+  return static_cast<HRESULT>(country.Release());
+}
+
+HRESULT CTunedex::DeleteCustomerChannelList(LONG lIndex) {
+  return m_presetFile.DeleteCustomerChannelList(lIndex);
+}
+
+HRESULT CTunedex::GetPresetChannelMgr(LONG lArea, LONG lSubArea, IChannelInfoMgr** ppChannelMgr) {
+  return m_presetFile.GetPresetChannelMgr(lArea, lSubArea, ppChannelMgr);
+}

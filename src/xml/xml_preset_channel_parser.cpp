@@ -1,0 +1,248 @@
+#include "xml/xml_preset_channel_parser.h"
+
+#include <cstdio>
+#include <string>
+
+#include "channels/chan_info.h"
+#include "channels/chan_info_mgr.h"
+#include "xml/channel_codec.h"
+#include "xml/channel_element_index.h"
+#include "xml/xml_nodes.h"
+
+namespace {
+
+constexpr char kSetPath[] = "./Country[@countrycode='81']/ChannelSet[@inputSignalType='176']";
+constexpr char kAreaPath[] = "./Area";
+constexpr char kSubAreaPath[] = "./SubArea";
+
+std::string PathOf(const char* element, const char* key, LONG value) {
+  char text[256];
+  std::snprintf(text, sizeof(text), "%s[@%s='%d']", element, key, static_cast<int>(value));
+  return text;
+}
+
+std::string AreaPath(LONG lArea) { return PathOf(kAreaPath, "AreaIndex", lArea); }
+
+std::string SubAreaPath(LONG lSubArea) { return PathOf(kSubAreaPath, "SubAreaIndex", lSubArea); }
+
+std::string SubAreaPath(LONG lArea, LONG lSubArea) {
+  return AreaPath(lArea) + SubAreaPath(lSubArea).substr(1);
+}
+
+HRESULT CountMatches(const dom::Element& set, const std::string& path, LONG* count) {
+  dom::ElementList matches;
+  const HRESULT hr = set.Select(path.c_str(), matches);
+  *count = matches.Count();
+  return hr;
+}
+
+HRESULT CopyName(const dom::Element& element, CHAR* buffer) {
+  if (!element) return E_POINTER;
+  return element.GetNarrow("name", buffer, xml::kTextSize);
+}
+
+HRESULT AppendSubArea(const dom::Element& area, LONG lSubArea, const CHAR* name) {
+  dom::Element created;
+  const HRESULT hr = xml::CreateElementFor(area, "SubArea", created);
+  if (hr != S_OK) return hr;
+  xml::SetAttr(created, "SubAreaIndex", lSubArea);
+  created.SetNarrow("name", name);
+  return area.AppendChild(created);
+}
+
+// A channel that cannot be read or written is left out.
+void CopyChannel(const dom::Element& source, xml::ChannelElementIndex& elements) {
+  ComPtr<IChannelInfo> record;
+  if (FAILED(CChanInfo::CreateInstance(record.Receive()))) return;
+  record->SetSignalType(InputSignalISDBTerrestrialOneSeg);
+  if (FAILED(xml::CodeChannel(source, record.Get(), xml::Direction::Read))) return;
+  dom::Element target;
+  if (elements.FindOrCreate(record.Get(), target) != S_OK) return;
+  xml::CodeChannel(target, record.Get(), xml::Direction::Write);
+}
+
+// The source may be a channel set itself, or a country.
+void CopyChannels(const dom::Element& source, const dom::Element& target) {
+  dom::ElementList channels;
+  if (FAILED(source.Select("./Channel", channels)) || channels.Count() == 0) {
+    source.Select("./ChannelSet[@inputSignalType = '176']/Channel", channels);
+  }
+  xml::ChannelElementIndex elements(target);
+  for (LONG i = 0; i < channels.Count(); ++i) {
+    dom::Element channel;
+    if (channels.Item(i, channel) == S_OK) CopyChannel(channel, elements);
+  }
+}
+
+void Renumber(const dom::Element& area) {
+  dom::ElementList subAreas;
+  area.Select(kSubAreaPath, subAreas);
+  for (LONG i = 0; i < subAreas.Count(); ++i) {
+    dom::Element subArea;
+    if (subAreas.Item(i, subArea) == S_OK) xml::SetAttr(subArea, "SubAreaIndex", i);
+  }
+}
+
+}  // namespace
+
+HRESULT CXmlPreSetChannelParser::Load() {
+  bool success = false;
+  const HRESULT hr = LoadFile(success);
+  if (success) SetDirty(false);
+  return hr;
+}
+
+HRESULT CXmlPreSetChannelParser::GetPresetChannelSet(dom::Element* set) const {
+  if (set == nullptr) return E_POINTER;
+  *set = dom::Element();
+  dom::Element root;
+  if (GetRoot(root) != S_OK) return E_FAIL;
+  const HRESULT hr = root.SelectSingle(kSetPath, *set);
+  return FAILED(hr) ? hr : S_OK;
+}
+
+HRESULT CXmlPreSetChannelParser::RequirePresetChannelSet(dom::Element& set) const {
+  const HRESULT hr = GetPresetChannelSet(&set);
+  return hr == S_OK && !set ? E_FAIL : hr;
+}
+
+HRESULT CXmlPreSetChannelParser::SelectArea(LONG lArea, dom::Element& area) const {
+  dom::Element set;
+  const HRESULT hr = RequirePresetChannelSet(set);
+  return hr == S_OK ? set.SelectSingle(AreaPath(lArea).c_str(), area) : hr;
+}
+
+HRESULT CXmlPreSetChannelParser::SelectSubArea(LONG lArea, LONG lSubArea,
+                                               dom::Element& subArea) const {
+  dom::Element set;
+  const HRESULT hr = RequirePresetChannelSet(set);
+  return hr == S_OK ? set.SelectSingle(SubAreaPath(lArea, lSubArea).c_str(), subArea) : hr;
+}
+
+HRESULT CXmlPreSetChannelParser::GetAreaCount(LONG* plArea) const {
+  if (plArea == nullptr) return E_INVALIDARG;
+  *plArea = 0;
+  dom::Element set;
+  const HRESULT hr = RequirePresetChannelSet(set);
+  return hr == S_OK ? CountMatches(set, kAreaPath, plArea) : hr;
+}
+
+HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) const {
+  if (plSubArea == nullptr) return E_INVALIDARG;
+  *plSubArea = 0;
+  dom::Element set;
+  const HRESULT hr = RequirePresetChannelSet(set);
+  return hr == S_OK ? CountMatches(set, AreaPath(lArea) + "/SubArea", plSubArea) : hr;
+}
+
+HRESULT CXmlPreSetChannelParser::GetAreaNameByIndex(LONG lArea, CHAR* pArea) const {
+  if (pArea == nullptr) return E_INVALIDARG;
+  dom::Element area;
+  const HRESULT hr = SelectArea(lArea, area);
+  return FAILED(hr) ? hr : CopyName(area, pArea);
+}
+
+HRESULT CXmlPreSetChannelParser::GetSubAreaNameByIndex(LONG lArea, LONG lSubArea,
+                                                       CHAR* pSubArea) const {
+  if (pSubArea == nullptr) return E_INVALIDARG;
+  dom::Element subArea;
+  const HRESULT hr = SelectSubArea(lArea, lSubArea, subArea);
+  return FAILED(hr) ? hr : CopyName(subArea, pSubArea);
+}
+
+HRESULT CXmlPreSetChannelParser::SetArea(LONG lArea, LONG lSubArea) {
+  m_area = lArea;
+  m_subArea = lSubArea;
+  dom::Element set;
+  HRESULT hr = GetPresetChannelSet(&set);
+  if (hr != S_OK) return hr;
+  hr = xml::SetAttr(set, "Area", lArea);
+  return FAILED(hr) ? hr : xml::SetAttr(set, "SubArea", lSubArea);
+}
+
+HRESULT CXmlPreSetChannelParser::GetArea(LONG* plArea, LONG* plSubArea) {
+  if (plArea == nullptr || plSubArea == nullptr) return E_INVALIDARG;
+  dom::Element set;
+  GetPresetChannelSet(&set);
+  // Without a set both stay as they are, an attribute that is missing reads as 0.
+  if (SUCCEEDED(xml::GetAttrInt(set, "Area", &m_area))) {
+    xml::GetAttrInt(set, "SubArea", &m_subArea);
+  }
+  // Hosts take the two for unsigned 16-bit numbers: the upper halves are dropped, here alone.
+  m_area &= 0xFFFF;
+  m_subArea &= 0xFFFF;
+  *plArea = m_area;
+  *plSubArea = m_subArea;
+  return S_OK;
+}
+
+HRESULT CXmlPreSetChannelParser::GetSelectedSubArea(dom::Element* subArea) const {
+  if (subArea == nullptr) return E_POINTER;
+  *subArea = dom::Element();
+  const HRESULT hr = SelectSubArea(m_area, m_subArea, *subArea);
+  return FAILED(hr) ? hr : S_OK;
+}
+
+HRESULT CXmlPreSetChannelParser::GetPresetChannelMgr(LONG lArea, LONG lSubArea,
+                                                     IChannelInfoMgr** ppChannelMgr) {
+  if (ppChannelMgr == nullptr) return E_POINTER;
+  *ppChannelMgr = nullptr;
+  m_list.Reset();
+  dom::Element subArea;
+  const HRESULT hr = SelectSubArea(lArea, lSubArea, subArea);
+  if (FAILED(hr)) return hr;
+  // No list, but S_OK, when it cannot be made: hosts look at the pointer.
+  if (FAILED(CChanInfoMgr::CreateInstance(m_list.Receive()))) return S_OK;
+  m_list->SetSignalType(InputSignalISDBTerrestrialOneSeg);
+  m_list->Load(dom::kIidNode, subArea.Get());
+  *ppChannelMgr = ComPtr<IChannelInfoMgr>(m_list).Detach();
+  return S_OK;
+}
+
+HRESULT CXmlPreSetChannelParser::GetCustomerArea(LONG& lArea, dom::Element& area) const {
+  LONG count = 0;
+  const HRESULT hr = GetAreaCount(&count);
+  if (FAILED(hr)) return hr;
+  lArea = count - 1;
+  return SelectArea(lArea, area);
+}
+
+HRESULT CXmlPreSetChannelParser::PrepareCustomerList(LONG lIndex, const CHAR* szSubArea,
+                                                     dom::Element& list) const {
+  LONG lArea = 0;
+  dom::Element area;
+  HRESULT hr = GetCustomerArea(lArea, area);
+  if (hr != S_OK) return hr;
+  LONG count = 0;
+  hr = GetSubAreaCount(lArea, &count);
+  if (hr != S_OK) return hr;
+  if (SelectSubArea(lArea, lIndex, list) == S_OK) return list.SetNarrow("name", szSubArea);
+  // New lists get the next free number, not the one that was asked for.
+  hr = AppendSubArea(area, count, szSubArea);
+  return hr == S_OK ? SelectSubArea(lArea, lIndex, list) : hr;
+}
+
+HRESULT CXmlPreSetChannelParser::SaveCustomerChannelList(const dom::Element& source, LONG lIndex,
+                                                         const CHAR* szSubArea) {
+  if (!source || szSubArea == nullptr) return E_INVALIDARG;
+  dom::Element list;
+  if (PrepareCustomerList(lIndex, szSubArea, list) != S_OK) return E_FAIL;
+  CopyChannels(source, list);
+  // Whether the file could be written is deliberately not told; callers have always been told S_OK.
+  SaveFile();
+  return S_OK;
+}
+
+HRESULT CXmlPreSetChannelParser::DeleteCustomerChannelList(LONG lIndex) {
+  LONG lArea = 0;
+  dom::Element area;
+  HRESULT hr = GetCustomerArea(lArea, area);
+  if (hr != S_OK) return hr;
+  dom::Element list;
+  hr = area.SelectSingle(SubAreaPath(lIndex).c_str(), list);
+  if (hr != S_OK) return hr;
+  hr = area.RemoveChild(list);
+  if (hr != S_OK) return hr;
+  Renumber(area);
+  return SaveFile();
+}
