@@ -15,10 +15,10 @@ constexpr UINT kCounts[] = {1000, 10000, 100000};
 constexpr UINT kMiddle = 10000;
 constexpr UINT kLarge = 100000;
 
-constexpr struct {
-  const char* name;
-  const char* title;
-} kTimes[] = {
+constexpr UINT kPresets[] = {2, 20, 200};
+constexpr UINT kPreset = 20;
+
+constexpr Report::Row kTimes[] = {
     {"Load/ZorTunedex", "load"},
     {"Load/SaxPass", "  libxml2 SAX2 pass alone"},
     {"Load/XmlTree", "  libxml2 tree"},
@@ -39,16 +39,19 @@ constexpr struct {
     {"Move/LastToFirst", "move the last to the front"},
 };
 
-constexpr struct {
-  const char* work;
-  const char* title;
-} kPeaks[] = {
+constexpr Report::Row kPeaks[] = {
     {"load", "load"},
     {"sax", "  file and libxml2 SAX2 pass"},
     {"tree", "  file and libxml2 tree"},
     {"dvb", "  libdvbv5"},
     {"save", "fill and save"},
     {"save-preformatted", "fill and save, pre-formatted"},
+};
+
+constexpr Report::Row kPresetTimes[] = {
+    {"Presets/Load", "load of the file"},       {"Presets/Count", "count of every area"},
+    {"Presets/Name", "name of every sub-area"}, {"Presets/List", "list of a sub-area"},
+    {"Presets/Select", "select a sub-area"},    {"Presets/Store", "store as a customer list"},
 };
 
 std::string TimeText(double seconds) {
@@ -67,9 +70,9 @@ std::string SizeText(double bytes) {
   return text;
 }
 
-void PrintHeader(const char* title) {
+void PrintHeader(const char* title, const UINT (&counts)[3]) {
   std::printf("\n%-34s", title);
-  for (const UINT count : kCounts) std::printf("%14u", count);
+  for (const UINT count : counts) std::printf("%14u", count);
   std::printf("\n");
 }
 
@@ -113,41 +116,40 @@ void Report::KeepLeast(Values& values, const Key& key, const Run& run, const cha
   known->second = std::min(known->second, seconds);
 }
 
-std::vector<UINT> Report::Counts() const {
+std::vector<UINT> Report::Counts(const std::string& benchmark) const {
   std::set<UINT> counts;
-  for (const auto& [key, seconds] : m_times) counts.insert(key.second);
+  for (const auto& [key, seconds] : m_times) {
+    if (key.first == benchmark) counts.insert(key.second);
+  }
   return {counts.begin(), counts.end()};
 }
 
-void Report::PrintTimes() const {
-  PrintHeader("Shortest time, for channels");
-  for (const auto& row : kTimes) {
-    std::printf("%-34s", row.title);
-    for (const UINT count : kCounts) {
-      const auto found = m_times.find({row.name, count});
-      const bool known = found != m_times.end();
-      std::printf("%14s", known ? TimeText(found->second).c_str() : "-");
-    }
-    std::printf("\n");
+void Report::PrintValues(const Row& row, const UINT (&counts)[3], const Values& values,
+                         std::string (*text)(double)) {
+  std::printf("%-34s", row.title);
+  for (const UINT count : counts) {
+    const auto found = values.find({row.name, count});
+    std::printf("%14s", found != values.end() ? text(found->second).c_str() : "-");
   }
+  std::printf("\n");
 }
 
-void Report::PrintPeaks() const {
-  PrintHeader("Peak memory");
-  for (const auto& row : kPeaks) {
-    std::printf("%-34s", row.title);
-    for (const UINT count : kCounts) {
-      const auto found = m_peaks.find({row.work, count});
-      std::printf("%14s", found != m_peaks.end() ? SizeText(found->second).c_str() : "-");
-    }
-    std::printf("\n");
-  }
+void Report::PrintChannels() const {
+  PrintHeader("Shortest time, for channels", kCounts);
+  for (const Row& row : kTimes) PrintValues(row, kCounts, m_times, TimeText);
+  PrintHeader("Peak memory", kCounts);
+  for (const Row& row : kPeaks) PrintValues(row, kCounts, m_peaks, SizeText);
   std::printf("%-34s", "  (the file and the blocks)");
   for (const UINT count : kCounts) {
     const auto found = m_peaks.find({"load", count});
     std::printf("%14s", found != m_peaks.end() ? SizeText(Necessary(count)).c_str() : "-");
   }
   std::printf("\n");
+}
+
+void Report::PrintPresets() const {
+  PrintHeader("Presets, channels of a sub-area", kPresets);
+  for (const Row& row : kPresetTimes) PrintValues(row, kPresets, m_times, TimeText);
 }
 
 std::optional<double> Report::RatioOf(const Values& values, const Key& a, const Key& b) {
@@ -164,8 +166,8 @@ std::optional<double> Report::RelativePeak(const std::string& work) const {
 }
 
 bool Report::Print() const {
-  PrintTimes();
-  PrintPeaks();
+  PrintChannels();
+  PrintPresets();
   const Key load("Load/ZorTunedex", kMiddle);
   const Key save("Save/First", kMiddle);
   std::printf("\n%-56s%8s%10s\n", "Ratio, at 10000 channels where nothing else is said", "is",
@@ -185,6 +187,13 @@ bool Report::Print() const {
                      RatioOf(m_works, save, {"Save/Dvbv5", kMiddle}), 5);
   good &= PrintRatio("peak of load / file and blocks", RelativePeak("load"), 2.5);
   good &= PrintRatio("peak of fill and save / file and blocks", RelativePeak("save"), 2.5);
+  for (const auto& [name, title] :
+       {std::pair("Presets/List", "preset list, 200 / 20 channels"),
+        std::pair("Presets/Select", "selection, 200 / 20 channels"),
+        std::pair("Presets/Store", "customer list, 200 / 20 channels")}) {
+    good &= PrintRatio((std::string(title) + " (processor time)").c_str(),
+                       RatioOf(m_works, {name, 10 * kPreset}, {name, kPreset}), 12);
+  }
   return good;
 }
 

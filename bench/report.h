@@ -16,6 +16,11 @@ namespace bench {
 /// counts: what else the machine does makes times longer, never shorter.
 class Report : public benchmark::BenchmarkReporter {
  public:
+  struct Row {
+    const char* name;
+    const char* title;
+  };
+
   bool ReportContext(const Context& context) override;
   void ReportRuns(const std::vector<Run>& runs) override;
 
@@ -23,8 +28,8 @@ class Report : public benchmark::BenchmarkReporter {
   void AddPeak(const std::string& work, UINT count, double bytes) {
     m_peaks[{work, count}] = bytes;
   }
-  /// The numbers of channels that something was measured with.
-  std::vector<UINT> Counts() const;
+  /// The numbers of channels that a benchmark was run with.
+  std::vector<UINT> Counts(const std::string& benchmark) const;
   /// False when a ratio is missing or not what it is wanted to be.
   bool Print() const;
 
@@ -36,8 +41,10 @@ class Report : public benchmark::BenchmarkReporter {
                         double mean);
   static std::optional<double> RatioOf(const Values& values, const Key& a, const Key& b);
   std::optional<double> RelativePeak(const std::string& work) const;
-  void PrintTimes() const;
-  void PrintPeaks() const;
+  static void PrintValues(const Row& row, const UINT (&counts)[3], const Values& values,
+                          std::string (*text)(double));
+  void PrintChannels() const;
+  void PrintPresets() const;
 
   Values m_times;
   Values m_works;
