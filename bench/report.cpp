@@ -17,6 +17,8 @@ constexpr UINT kLarge = 100000;
 
 constexpr UINT kCatalogues[] = {2000, 20000, 200000};
 constexpr UINT kCatalogue = 20000;
+constexpr UINT kPresets[] = {2, 20, 200};
+constexpr UINT kPreset = 20;
 
 constexpr Report::Row kTimes[] = {
     {"Load/ZorTunedex", "load"},
@@ -56,6 +58,12 @@ constexpr Report::Row kCatalogueTimes[] = {
 constexpr Report::Row kCataloguePeaks[] = {
     {"catalogue", "peak memory of load"},
     {"catalogue-sax", "  of file and libxml2 SAX2 pass"},
+};
+
+constexpr Report::Row kPresetTimes[] = {
+    {"Presets/Load", "load of the file"},       {"Presets/Count", "count of every area"},
+    {"Presets/Name", "name of every sub-area"}, {"Presets/List", "list of a sub-area"},
+    {"Presets/Select", "select a sub-area"},    {"Presets/Store", "store as a customer list"},
 };
 
 std::string TimeText(double seconds) {
@@ -157,6 +165,11 @@ void Report::PrintCatalogue() const {
   for (const Row& row : kCataloguePeaks) PrintValues(row, kCatalogues, m_peaks, SizeText);
 }
 
+void Report::PrintPresets() const {
+  PrintHeader("Presets, channels of a sub-area", kPresets);
+  for (const Row& row : kPresetTimes) PrintValues(row, kPresets, m_times, TimeText);
+}
+
 std::optional<double> Report::RatioOf(const Values& values, const Key& a, const Key& b) {
   const auto first = values.find(a);
   const auto second = values.find(b);
@@ -173,6 +186,7 @@ std::optional<double> Report::RelativePeak(const std::string& work) const {
 bool Report::Print() const {
   PrintChannels();
   PrintCatalogue();
+  PrintPresets();
   const Key load("Load/ZorTunedex", kMiddle);
   const Key save("Save/First", kMiddle);
   std::printf("\n%-56s%8s%10s\n", "Ratio, at 10000 channels where nothing else is said", "is",
@@ -197,6 +211,13 @@ bool Report::Print() const {
                      RatioOf(m_works, catalogue, {"Catalogue/SaxPass", kCatalogue}), 3.5);
   good &= PrintRatio("catalogue load, 200000 / 20000 (processor time)",
                      RatioOf(m_works, {catalogue.first, 10 * kCatalogue}, catalogue), 12);
+  for (const auto& [name, title] :
+       {std::pair("Presets/List", "preset list, 200 / 20 channels"),
+        std::pair("Presets/Select", "selection, 200 / 20 channels"),
+        std::pair("Presets/Store", "customer list, 200 / 20 channels")}) {
+    good &= PrintRatio((std::string(title) + " (processor time)").c_str(),
+                       RatioOf(m_works, {name, 10 * kPreset}, {name, kPreset}), 12);
+  }
   return good;
 }
 

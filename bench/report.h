@@ -45,6 +45,7 @@ class Report : public benchmark::BenchmarkReporter {
                           std::string (*text)(double));
   void PrintChannels() const;
   void PrintCatalogue() const;
+  void PrintPresets() const;
 
   Values m_times;
   Values m_works;

@@ -692,12 +692,12 @@ struct IZorTunedex : public IUnknown {
   /// Opened for one-segment: replaces the channels of the one-segment list by those of the sub-area
   /// and writes ChanInfo.xml at once. S_OK also when the sub-area is unknown (the list is then
   /// empty, and so is the channel set in the file) and when the file could not be written; E_FAIL
-  /// before Open and after Close. PreSetChannelInfo.xml is read again before, so that GetArea
-  /// answers what that file holds, and the list is bound to the sub-area after it: see
-  /// docs/hosting.md before you clear or change the list.
-  /// Opened for another type: remembers the two numbers and touches no list. E_FAIL, or S_OK when
-  /// presets are still loaded from an earlier Open for one-segment: the next deletion of a customer
-  /// list then writes the selection into their file.
+  /// before Open, after Close, and where PreSetChannelInfo.xml holds no presets: the list then
+  /// stays. PreSetChannelInfo.xml is read again before, so that GetArea answers what that file
+  /// holds, and the list is bound to the sub-area after it: see docs/hosting.md before you clear or
+  /// change the list. Opened for another type: remembers the two numbers and touches no list.
+  /// E_FAIL, or S_OK when presets are still loaded from an earlier Open for one-segment: the next
+  /// deletion of a customer list then writes the selection into their file.
   virtual HRESULT STDMETHODCALLTYPE SetArea(LONG lArea, LONG lSubArea) = 0;
   /// The selection that the file holds, 0 where it does not say; without presets the one that
   /// SetArea was given last. Of both numbers the low 16 bits alone. E_INVALIDARG for a null

@@ -306,15 +306,25 @@ TEST_F(Presets, ASelectionIsWrittenUnderTheOpenedCountry) {
   EXPECT_EQ("", ChannelsInFile());
 }
 
-// The list is emptied and saved whatever becomes of the selection.
 TEST_F(Presets, ASelectionOfNothingEmptiesTheList) {
-  for (const bool withFile : {true, false}) {
-    WriteChannels(3);
-    if (!withFile) std::filesystem::remove(m_directory.File(kPresetFile));
+  WriteChannels(3);
+  const ComPtr<IZorTunedex> database = Open();
+  ExpectHr(S_OK, database->SetArea(0, 2));
+  EXPECT_EQ(0U, CountOf(ListOf(database, kType)));
+  EXPECT_EQ("", ChannelsInFile());
+}
+
+// There is nothing to put in the place of the channels.
+TEST_F(Presets, ASelectionWithoutPresetsLeavesTheList) {
+  WriteChannels(3);
+  const std::string before = ChannelsInFile();
+  for (const char* file : {"", "no XML", "<CHANNELTABLE/>"}) {
+    std::filesystem::remove(m_directory.File(kPresetFile));
+    if (*file != 0) m_directory.Write(kPresetFile, file);
     const ComPtr<IZorTunedex> database = Open();
-    ExpectHr(S_OK, database->SetArea(0, 2));
-    EXPECT_EQ(0U, CountOf(ListOf(database, kType)));
-    EXPECT_EQ("", ChannelsInFile());
+    ExpectHr(E_FAIL, database->SetArea(0, 0));
+    EXPECT_EQ(3U, CountOf(ListOf(database, kType))) << file;
+    EXPECT_EQ(before, ChannelsInFile()) << file;
   }
 }
 
