@@ -104,8 +104,16 @@ class Parser {
     return true;
   }
 
+  /// A word of the language is a name only in quotes.
+  bool IsReserved() const {
+    static constexpr std::string_view kWords[] = {"=", "VAL", "DELETE", "NOREMOVE", "FORCEREMOVE"};
+    return std::any_of(std::begin(kWords), std::end(kWords),
+                       [&](std::string_view word) { return Now().Is(word); });
+  }
+
   bool TakeName(std::string& name) {
-    if (!Now().IsName() || Now().text.empty() || Now().text.size() > kLongestName) return false;
+    if (IsReserved() || !Now().IsName() || Now().text.empty() || Now().text.size() > kLongestName)
+      return false;
     if (!IsPlain(Now().text)) return false;
     name = Now().text;
     m_reader.Advance();
