@@ -40,5 +40,5 @@ bool LoadedLibrary::Copy(const std::string& path) {
 }
 
 std::string LoadedLibrary::Registered(const std::string& path) {
-  return text::ToUtf8(wide_path::Lengthen(FullPath(Wide(path))));
+  return text::ToUtf8(FullPath(Wide(path)));
 }

@@ -21,9 +21,10 @@ const struct {
 
 class Key {
  public:
-  Key(HKEY parent, const std::wstring& path, DWORD options) {
-    if (RegCreateKeyExW(parent, path.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &m_key,
-                        nullptr) != ERROR_SUCCESS) {
+  explicit Key(HKEY key) : m_key(key) {}
+  explicit Key(const std::wstring& path) {
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                        &m_key, nullptr) != ERROR_SUCCESS) {
       throw std::runtime_error("no registry to test with");
     }
   }
@@ -91,7 +92,9 @@ void ReadKey(HKEY key, const std::string& name, bool isRoot, RegistrySandbox::Co
         ERROR_SUCCESS) {
       return;
     }
-    const Key opened(key, {child.data(), length}, 0);
+    HKEY below = nullptr;
+    if (RegOpenKeyExW(key, child.data(), 0, KEY_READ, &below) != ERROR_SUCCESS) continue;
+    const Key opened(below);
     ReadKey(opened.Get(), name + '\\' + text::ToUtf8({child.data(), length}), false, contents);
   }
 }
@@ -108,8 +111,7 @@ RegistrySandbox::RegistrySandbox() : m_place(std::make_unique<Place>()) {
   RegDeleteTreeW(HKEY_CURRENT_USER, m_place->name.c_str());
   for (const auto& [root, name] : kRoots) {
     const std::wstring wide(name, name + std::char_traits<char>::length(name));
-    m_place->keys.push_back(
-        std::make_unique<Key>(HKEY_CURRENT_USER, m_place->name + L'\\' + wide, 0));
+    m_place->keys.push_back(std::make_unique<Key>(m_place->name + L'\\' + wide));
   }
   for (std::size_t i = 0; i < std::size(kRoots); ++i) {
     if (RegOverridePredefKey(kRoots[i].root, m_place->keys[i]->Get()) != ERROR_SUCCESS) {
