@@ -8,7 +8,9 @@
 /// A copy of the library that a test loads from a place of its own.
 class LoadedLibrary {
  public:
-  /// Loads the file at a path in UTF-8. The registry is the sandbox's.
+  /// Loads the file at a path in UTF-8.
+  explicit LoadedLibrary(const std::string& path);
+  /// The same; the registry is the sandbox's.
   LoadedLibrary(const std::string& path, const RegistrySandbox& sandbox);
   LoadedLibrary(const LoadedLibrary&) = delete;
   LoadedLibrary& operator=(const LoadedLibrary&) = delete;

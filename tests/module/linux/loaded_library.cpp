@@ -6,8 +6,11 @@
 
 const bool LoadedLibrary::kHasTypeLibrary = false;
 
+LoadedLibrary::LoadedLibrary(const std::string& path)
+    : m_module(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {}
+
 LoadedLibrary::LoadedLibrary(const std::string& path, const RegistrySandbox& sandbox)
-    : m_module(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : LoadedLibrary(path) {
   using Function = HRESULT (*)(const char*);
   const auto setFile = reinterpret_cast<Function>(Find("ZorTunedexSetRegistryFile"));
   if (setFile != nullptr) setFile(sandbox.FileName().c_str());

@@ -18,6 +18,9 @@ std::wstring FullPath(const std::wstring& path) {
 const bool LoadedLibrary::kHasTypeLibrary = true;
 
 LoadedLibrary::LoadedLibrary(const std::string& path, const RegistrySandbox&)
+    : LoadedLibrary(path) {}
+
+LoadedLibrary::LoadedLibrary(const std::string& path)
     : m_module(LoadLibraryW(wide_path::Lengthen(FullPath(Wide(path))).c_str())) {}
 
 LoadedLibrary::~LoadedLibrary() {
