@@ -1,7 +1,7 @@
 # The type library and a header for client programs, both made of the IDL file by the IDL compiler
 # that comes with the cross compiler. `type_library` builds them into one folder, with the IDL file
 # beside them.
-set(ZORTUNEDEX_TYPE_LIBRARY_DIR ${CMAKE_BINARY_DIR}/type-library)
+set(ZORTUNEDEX_TYPE_LIBRARY_DIR ${CMAKE_BINARY_DIR}/type-library CACHE INTERNAL "")
 
 find_program(WIDL x86_64-w64-mingw32-widl REQUIRED)
 # The platform's basic type library, which ours refers to. Wine has one.
