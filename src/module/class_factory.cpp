@@ -1,7 +1,6 @@
 #include "module/class_factory.h"
 
 #include "core/module_lock.h"
-#include "core/tunedex.h"
 
 HRESULT CClassFactory::QueryInterface(REFIID riid, void** ppvObject) {
   if (ppvObject == nullptr) return E_POINTER;
@@ -24,7 +23,7 @@ HRESULT CClassFactory::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** p
   if (ppvObject == nullptr) return E_POINTER;
   *ppvObject = nullptr;
   if (pUnkOuter != nullptr && riid != IID_IUnknown) return CLASS_E_NOAGGREGATION;
-  return CTunedex::CreateInstance(pUnkOuter, riid, ppvObject);
+  return m_create(pUnkOuter, riid, ppvObject);
 }
 
 HRESULT CClassFactory::LockServer(BOOL fLock) {

@@ -4,9 +4,16 @@
 
 #include "platform/com.h"
 
-/// The class object of CLSID_ZorTunedex. Its own references do not keep the library loaded.
+/// The class object of one class. Its own references do not keep the library loaded.
 class CClassFactory final : public IClassFactory {
  public:
+  /// Makes an instance, alone or as part of an outer object, and asks it for an interface.
+  using Creator = HRESULT (*)(IUnknown* outer, REFIID riid, void** ppv);
+
+  explicit CClassFactory(Creator create) : m_create(create) {}
+  CClassFactory(const CClassFactory&) = delete;
+  CClassFactory& operator=(const CClassFactory&) = delete;
+
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
   ULONG STDMETHODCALLTYPE Release() override;
@@ -20,5 +27,6 @@ class CClassFactory final : public IClassFactory {
  private:
   ~CClassFactory() = default;
 
+  const Creator m_create;
   std::atomic<ULONG> m_count{1};
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/com.h"
 
@@ -30,6 +31,20 @@ HRESULT SetText(Root root, std::string_view key, std::string_view name, std::str
 
 /// Sets a 32-bit value. The key is created.
 HRESULT SetNumber(Root root, std::string_view key, std::string_view name, std::uint32_t value);
+
+/// Sets a list of texts (UTF-8). A list cannot hold empty texts: E_INVALIDARG. The key is created.
+HRESULT SetTexts(Root root, std::string_view key, std::string_view name,
+                 const std::vector<std::string>& values);
+
+/// Sets bytes. The key is created.
+HRESULT SetBytes(Root root, std::string_view key, std::string_view name, std::string_view bytes);
+
+/// Deletes one value, the key's default value where `name` is empty. A missing one is S_OK.
+HRESULT DeleteValue(Root root, std::string_view key, std::string_view name);
+
+/// Deletes the key with its values. S_FALSE, and nothing happens, when a key stands below it. A
+/// missing key is S_OK.
+HRESULT DeleteKey(Root root, std::string_view key);
 
 /// Deletes the key with everything below it. A missing key is S_OK.
 HRESULT DeleteTree(Root root, std::string_view key);

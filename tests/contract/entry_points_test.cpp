@@ -65,12 +65,6 @@ TEST(EntryPoints, ClassObject) {
 
 TEST(EntryPoints, ClassObjectIsMadeOnce) { EXPECT_EQ(GetFactory().Get(), GetFactory().Get()); }
 
-TEST(EntryPoints, RegistrationIsNotThereYet) {
-  host::Prepare();
-  ExpectHr(E_NOTIMPL, host::RegisterServer());
-  ExpectHr(E_NOTIMPL, host::UnregisterServer());
-}
-
 TEST(EntryPoints, CanUnloadWhenNothingIsLeft) {
   const ComPtr<IClassFactory> factory = GetFactory();
   // References on the class object do not count.

@@ -158,6 +158,62 @@ TEST_F(Registry, DeletingWhatIsMissingIsNoError) {
   ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "none\\below"));
 }
 
+TEST_F(Registry, TextListsAndBytes) {
+  using Texts = std::vector<std::string>;
+  ExpectHr(S_OK, registry::SetTexts(Root::LocalMachine, "A", "List", Texts{"b", "c"}));
+  ExpectHr(S_OK, registry::SetTexts(Root::LocalMachine, "A", "None", Texts{}));
+  ExpectHr(S_OK, registry::SetBytes(Root::LocalMachine, "A", "Bytes", std::string("\0\xFF", 2)));
+  ExpectHr(S_OK, registry::SetBytes(Root::LocalMachine, "A", "", ""));
+  const RegistrySandbox::Values expected = {{"", "hex:"},
+                                            {"Bytes", "hex:00,ff"},
+                                            {"List", "hex(7):62,00,00,00,63,00,00,00,00,00"},
+                                            {"None", "hex(7):00,00"}};
+  EXPECT_EQ(expected, m_sandbox.Read()["HKEY_LOCAL_MACHINE\\A"]);
+  ExpectNoText("A", "List");
+  ExpectNoText("A", "Bytes");
+  ExpectHr(E_INVALIDARG, registry::SetTexts(Root::LocalMachine, "A", "List", Texts{"b", ""}));
+  EXPECT_EQ(expected, m_sandbox.Read()["HKEY_LOCAL_MACHINE\\A"]);
+}
+
+TEST_F(Registry, DeletingAValueKeepsTheOthers) {
+  Set("A", "", "1");
+  Set("A", "Name", "2");
+  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "A", "NAME"));
+  ExpectNoText("A", "Name");
+  EXPECT_EQ("1", Text("A", ""));
+  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "A", ""));
+  ExpectNoText("A", "");
+  EXPECT_TRUE(Exists("A"));
+  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "A", "Name"));
+  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "none\\below", "Name"));
+  EXPECT_FALSE(Exists("none"));
+}
+
+TEST_F(Registry, DeletingAKeySparesWhatHasKeysBelow) {
+  Set("A\\B", "Name", "1");
+  Set("A", "Name", "2");
+  ExpectHr(S_FALSE, registry::DeleteKey(Root::LocalMachine, "A"));
+  EXPECT_EQ("1", Text("A\\B", "Name"));
+  EXPECT_EQ("2", Text("A", "Name"));
+  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "A\\B"));
+  EXPECT_FALSE(Exists("A\\B"));
+  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "A"));
+  EXPECT_FALSE(Exists("A"));
+  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "A"));
+  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "none\\below"));
+  ExpectHr(E_INVALIDARG, registry::DeleteKey(Root::LocalMachine, ""));
+}
+
+TEST_F(Registry, RootsAreApart) {
+  ExpectHr(S_OK, registry::SetText(Root::CurrentUser, "A", "", "user"));
+  ExpectHr(S_OK, registry::SetText(Root::ClassesRoot, "A", "", "classes"));
+  Set("A", "", "machine");
+  const RegistrySandbox::Contents expected = {{"HKEY_CLASSES_ROOT\\A", {{"", "\"classes\""}}},
+                                              {"HKEY_CURRENT_USER\\A", {{"", "\"user\""}}},
+                                              {"HKEY_LOCAL_MACHINE\\A", {{"", "\"machine\""}}}};
+  EXPECT_EQ(expected, m_sandbox.Read());
+}
+
 TEST_F(Registry, WholeRootIsNotDeleted) {
   Set("A", "Name", "kept");
   ExpectHr(E_INVALIDARG, registry::DeleteTree(Root::LocalMachine, ""));

@@ -98,8 +98,15 @@ void CoTaskMemFree(void* memory);
 HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 /// S_OK when no object and no lock keeps the library loaded, else S_FALSE.
 HRESULT DllCanUnloadNow();
+/// Writes the class into the registry file, with the library's full path. E_FAIL when the host
+/// named no file, or one that cannot be read or written.
 HRESULT DllRegisterServer();
+/// Takes the class out again; what is missing is no error. S_FALSE when a foreign key below one of
+/// ours kept it.
 HRESULT DllUnregisterServer();
+/// The same two (`install` not 0: register) for one user when a word of `commandLine` is "user": in
+/// Software\Classes of HKEY_CURRENT_USER.
+HRESULT DllInstall(BOOL install, const OLECHAR* commandLine);
 
 /// Code page of narrow texts in this process: 932, 936, 949, 950, 1250 to 1258 or 65001 (UTF-8, the
 /// default). E_INVALIDARG for one that cannot be had; the old one then stays.

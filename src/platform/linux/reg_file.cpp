@@ -98,7 +98,13 @@ void RegFile::SetNumber(std::u16string_view path, std::u16string_view name, std:
   Set(path, {std::u16string(name), {}, std::u16string(view.begin(), view.end())});
 }
 
-void RegFile::DeleteValue(std::u16string_view path, std::u16string_view name) {
+void RegFile::SetBytes(std::u16string_view path, std::u16string_view name, Kind kind,
+                       std::string_view bytes) {
+  const std::u16string_view prefix = kind == Kind::Binary ? u"hex:" : u"hex(7):";
+  Set(path, {std::u16string(name), {}, reg_text::ToHex(prefix, bytes)});
+}
+
+bool RegFile::DeleteValue(std::u16string_view path, std::u16string_view name) {
   const auto key = m_keys.find(reg_text::Fold(path));
-  if (key != m_keys.end()) key->second.values.erase(reg_text::Fold(name));
+  return key != m_keys.end() && key->second.values.erase(reg_text::Fold(name)) > 0;
 }

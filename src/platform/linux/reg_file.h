@@ -31,7 +31,12 @@ class RegFile {
   const std::u16string* FindText(std::u16string_view path, std::u16string_view name) const;
   void SetText(std::u16string_view path, std::u16string_view name, std::u16string_view value);
   void SetNumber(std::u16string_view path, std::u16string_view name, std::uint32_t value);
-  void DeleteValue(std::u16string_view path, std::u16string_view name);
+  enum class Kind { Binary, TextList };
+  /// For a text list the bytes are its UTF-16LE texts, each with its terminator, and one more.
+  void SetBytes(std::u16string_view path, std::u16string_view name, Kind kind,
+                std::string_view bytes);
+  /// False when there is no such value.
+  bool DeleteValue(std::u16string_view path, std::u16string_view name);
 
  private:
   struct Value {

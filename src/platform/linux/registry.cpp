@@ -12,6 +12,7 @@
 #include "platform/files.h"
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/reg_file.h"
+#include "platform/linux/reg_text.h"
 #include "platform/text.h"
 
 namespace registry {
@@ -43,6 +44,9 @@ bool IsName(std::string_view name) {
   return std::none_of(name.begin(), name.end(),
                       [](char byte) { return static_cast<unsigned char>(byte) < 0x20; });
 }
+
+/// Deleting such a key would take everything that the root holds.
+bool IsRoot(std::string_view key) { return key.find_first_not_of('\\') == std::string_view::npos; }
 
 std::u16string PathOf(Root root, std::string_view key) {
   while (key.ends_with('\\')) key.remove_suffix(1);
@@ -149,9 +153,50 @@ HRESULT SetNumber(Root root, std::string_view key, std::string_view name, std::u
   });
 }
 
+HRESULT SetTexts(Root root, std::string_view key, std::string_view name,
+                 const std::vector<std::string>& values) {
+  if (!IsName(key) || !IsName(name)) return E_INVALIDARG;
+  std::u16string list;
+  for (const std::string& value : values) {
+    if (value.empty()) return E_INVALIDARG;
+    list.append(text::FromUtf8(value).View()).push_back(u'\0');
+  }
+  return Change([&](RegFile& file) {
+    file.SetBytes(PathOf(root, key), text::FromUtf8(name).View(), RegFile::Kind::TextList,
+                  reg_text::ToBytes(list + u'\0'));
+    return true;
+  });
+}
+
+HRESULT SetBytes(Root root, std::string_view key, std::string_view name, std::string_view bytes) {
+  if (!IsName(key) || !IsName(name)) return E_INVALIDARG;
+  return Change([&](RegFile& file) {
+    file.SetBytes(PathOf(root, key), text::FromUtf8(name).View(), RegFile::Kind::Binary, bytes);
+    return true;
+  });
+}
+
+HRESULT DeleteValue(Root root, std::string_view key, std::string_view name) {
+  return Change([&](RegFile& file) {
+    return file.DeleteValue(PathOf(root, key), text::FromUtf8(name).View());
+  });
+}
+
+HRESULT DeleteKey(Root root, std::string_view key) {
+  if (IsRoot(key)) return E_INVALIDARG;
+  bool hasSubKeys = false;
+  const HRESULT hr = Change([&](RegFile& file) {
+    const std::u16string path = PathOf(root, key);
+    hasSubKeys = file.HasSubKeys(path);
+    const bool isDeleted = !hasSubKeys && file.HasKey(path);
+    if (isDeleted) file.DeleteTree(path);
+    return isDeleted;
+  });
+  return SUCCEEDED(hr) && hasSubKeys ? S_FALSE : hr;
+}
+
 HRESULT DeleteTree(Root root, std::string_view key) {
-  // Without a key it would be everything that the root holds.
-  if (key.find_first_not_of('\\') == std::string_view::npos) return E_INVALIDARG;
+  if (IsRoot(key)) return E_INVALIDARG;
   return Change([&](RegFile& file) {
     const std::u16string path = PathOf(root, key);
     const bool isThere = file.HasKey(path);

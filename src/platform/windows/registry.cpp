@@ -111,6 +111,38 @@ HRESULT SetNumber(Root root, std::string_view key, std::string_view name, std::u
   return SetValue(root, key, name, REG_DWORD, &value, sizeof(value));
 }
 
+HRESULT SetTexts(Root root, std::string_view key, std::string_view name,
+                 const std::vector<std::string>& values) {
+  std::wstring list;
+  for (const std::string& value : values) {
+    if (value.empty()) return E_INVALIDARG;
+    list.append(text::FromUtf8(value).View()).push_back(L'\0');
+  }
+  return SetValue(root, key, name, REG_MULTI_SZ, list.c_str(), (list.size() + 1) * sizeof(wchar_t));
+}
+
+HRESULT SetBytes(Root root, std::string_view key, std::string_view name, std::string_view bytes) {
+  return SetValue(root, key, name, REG_BINARY, bytes.data(), bytes.size());
+}
+
+HRESULT DeleteValue(Root root, std::string_view key, std::string_view name) {
+  Key opened;
+  LSTATUS status =
+      RegOpenKeyExW(HandleOf(root), text::FromUtf8(key).Get(), 0, KEY_SET_VALUE, opened.Receive());
+  if (status == ERROR_SUCCESS) {
+    status = RegDeleteValueW(opened.Get(), text::FromUtf8(name).Get());
+  }
+  return status == ERROR_FILE_NOT_FOUND ? S_OK : ToHr(status);
+}
+
+HRESULT DeleteKey(Root root, std::string_view key) {
+  if (key.empty()) return E_INVALIDARG;
+  if (HasSubKeys(root, key)) return S_FALSE;
+  // The call itself refuses a key that has got one in the meantime.
+  const LSTATUS status = RegDeleteKeyW(HandleOf(root), text::FromUtf8(key).Get());
+  return status == ERROR_FILE_NOT_FOUND ? S_OK : ToHr(status);
+}
+
 HRESULT DeleteTree(Root root, std::string_view key) {
   // An empty key would mean everything below the root.
   if (key.empty()) return E_INVALIDARG;

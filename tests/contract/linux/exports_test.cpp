@@ -12,13 +12,21 @@
 namespace {
 
 const std::set<std::string> kExports = {
-    "CoTaskMemAlloc",        "CoTaskMemFree",
-    "DllCanUnloadNow",       "DllGetClassObject",
-    "DllRegisterServer",     "DllUnregisterServer",
-    "SysAllocString",        "SysAllocStringByteLen",
-    "SysAllocStringLen",     "SysFreeString",
-    "SysStringByteLen",      "SysStringLen",
-    "ZorTunedexSetCodePage", "ZorTunedexSetRegistryFile",
+    "CoTaskMemAlloc",
+    "CoTaskMemFree",
+    "DllCanUnloadNow",
+    "DllGetClassObject",
+    "DllInstall",
+    "DllRegisterServer",
+    "DllUnregisterServer",
+    "SysAllocString",
+    "SysAllocStringByteLen",
+    "SysAllocStringLen",
+    "SysFreeString",
+    "SysStringByteLen",
+    "SysStringLen",
+    "ZorTunedexSetCodePage",
+    "ZorTunedexSetRegistryFile",
 };
 
 // File of the library that this program is linked with.

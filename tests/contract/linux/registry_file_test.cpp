@@ -50,3 +50,17 @@ TEST_F(RegistryFile, IsNotMadeByReading) {
 }
 
 TEST_F(RegistryFile, CountriesWithoutAName) { EXPECT_EQ("", CountryName(999)); }
+
+TEST_F(RegistryFile, TakesTheClass) {
+  ExpectHr(S_OK, host::SetRegistryFile(nullptr));
+  ExpectHr(E_FAIL, host::RegisterServer());
+  ExpectHr(E_FAIL, host::UnregisterServer());
+  ExpectHr(S_OK, host::SetRegistryFile(m_directory.File("machine.reg").c_str()));
+  ExpectHr(S_OK, host::RegisterServer());
+  const std::size_t registered = m_directory.Read("machine.reg").size();
+  ExpectHr(S_OK, host::UnregisterServer());
+  EXPECT_LT(m_directory.Read("machine.reg").size(), registered);
+  ExpectHr(S_OK, DllInstall(1, u"user"));
+  EXPECT_GT(m_directory.Read("machine.reg").size(), registered);
+  ExpectHr(S_OK, DllInstall(0, u"user"));
+}

@@ -1,14 +1,53 @@
 #include "support/registry_sandbox.h"
 
+#include <sstream>
+
 #include "platform/com.h"
+#include "platform/linux/reg_text.h"
+#include "platform/text.h"
 #include "support/temp_dir.h"
+
+namespace {
+
+constexpr char kFile[] = "machine.reg";
+
+}  // namespace
 
 struct RegistrySandbox::Place {
   TempDir dir;
 };
 
 RegistrySandbox::RegistrySandbox() : m_place(std::make_unique<Place>()) {
-  ZorTunedexSetRegistryFile(m_place->dir.File("machine.reg").c_str());
+  ZorTunedexSetRegistryFile(FileName().c_str());
 }
 
 RegistrySandbox::~RegistrySandbox() { ZorTunedexSetRegistryFile(nullptr); }
+
+std::string RegistrySandbox::FileName() const { return m_place->dir.File(kFile); }
+
+// The file is one that the library wrote: one line for a key or a value, no comments.
+RegistrySandbox::Contents RegistrySandbox::Read() const {
+  std::istringstream lines(text::ToUtf8(reg_text::FromBytes(m_place->dir.Read(kFile))));
+  Contents contents;
+  Values* values = nullptr;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    const std::size_t equals = line.starts_with('@') ? 1 : line.find("\"=") + 1;
+    if (line.starts_with('[')) {
+      const std::string key = line.substr(1, line.size() - 2);
+      for (std::size_t end = key.find('\\', key.find('\\') + 1); end != std::string::npos;
+           end = key.find('\\', end + 1)) {
+        contents[key.substr(0, end)];
+      }
+      values = &contents[key];
+    } else if (values && equals != 0) {
+      const std::string name = equals == 1 ? "" : line.substr(1, equals - 2);
+      (*values)[name] = line.substr(equals + 1);
+    }
+  }
+  // A root is no key that somebody made.
+  std::erase_if(contents, [](const auto& entry) {
+    return entry.first.find('\\') == std::string::npos && entry.second.empty();
+  });
+  return contents;
+}

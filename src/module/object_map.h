@@ -1,0 +1,16 @@
+// The classes that the library makes.
+#pragma once
+
+#include "module/registrar.h"
+#include "platform/com.h"
+
+/// One class that a host can create by its identifier.
+struct ObjectEntry {
+  CLSID clsid;
+  /// Writes or takes out the registry entries of the class.
+  HRESULT (*updateRegistry)(RegistrationScope scope, bool isRegistration);
+  /// Makes an instance, alone or as part of an outer object, and asks it for an interface.
+  HRESULT (*createInstance)(IUnknown* outer, REFIID riid, void** ppv);
+};
+
+extern const ObjectEntry kObjectMap[1];

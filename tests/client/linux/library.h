@@ -1,0 +1,4 @@
+// The library for Linux.
+#pragma once
+
+#include "core/interfaces.h"
