@@ -92,4 +92,3 @@ HRESULT CTunedex::SetStorageType(EStorageType StorageType) {
   m_satelliteFile.SetDirty(true);
   return S_OK;
 }
-
