@@ -1,15 +1,24 @@
 #include "support/registry_sandbox.h"
 
+#include <filesystem>
 #include <sstream>
 
 #include "platform/com.h"
-#include "platform/linux/reg_text.h"
-#include "platform/text.h"
 #include "support/temp_dir.h"
 
 namespace {
 
 constexpr char kFile[] = "machine.reg";
+
+// Host programs, which see the library's exports alone, are linked with this file too.
+std::string ToUtf8(const std::string& littleEndian) {
+  std::u16string wide;
+  for (std::size_t i = 0; i + 1 < littleEndian.size(); i += 2) {
+    wide += static_cast<char16_t>(static_cast<unsigned char>(littleEndian[i]) |
+                                  static_cast<unsigned char>(littleEndian[i + 1]) << 8);
+  }
+  return std::filesystem::path(wide).string();
+}
 
 }  // namespace
 
@@ -27,7 +36,7 @@ std::string RegistrySandbox::FileName() const { return m_place->dir.File(kFile);
 
 // The file is one that the library wrote: one line for a key or a value, no comments.
 RegistrySandbox::Contents RegistrySandbox::Read() const {
-  std::istringstream lines(text::ToUtf8(reg_text::FromBytes(m_place->dir.Read(kFile))));
+  std::istringstream lines(ToUtf8(m_place->dir.Read(kFile)));
   Contents contents;
   Values* values = nullptr;
   for (std::string line; std::getline(lines, line);) {

@@ -6,8 +6,6 @@
 #include <stdexcept>
 #include <vector>
 
-#include "platform/text.h"
-
 namespace {
 
 const struct {
@@ -37,6 +35,16 @@ class Key {
   HKEY m_key = nullptr;
 };
 
+// Host programs, which see the library's exports alone, are linked with this file too.
+std::string ToUtf8(const std::wstring& wide) {
+  const auto length = static_cast<int>(wide.size());
+  std::string utf8(wide.size() * 3, '\0');
+  const int size = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(),
+                                       static_cast<int>(utf8.size()), nullptr, nullptr);
+  utf8.resize(static_cast<std::size_t>(size));
+  return utf8;
+}
+
 std::string Quote(const std::string& text) {
   std::string quoted = "\"";
   for (const char byte : text) {
@@ -51,7 +59,7 @@ std::string Format(DWORD type, const std::vector<BYTE>& data) {
   if (type == REG_SZ) {
     std::wstring wide(reinterpret_cast<const wchar_t*>(data.data()), data.size() / 2);
     if (wide.ends_with(L'\0')) wide.pop_back();
-    return Quote(text::ToUtf8(wide));
+    return Quote(ToUtf8(wide));
   }
   if (type == REG_DWORD) {
     std::snprintf(digits, sizeof(digits), "dword:%08x",
@@ -83,7 +91,7 @@ void ReadKey(HKEY key, const std::string& name, bool isRoot, RegistrySandbox::Co
         ERROR_SUCCESS) {
       break;
     }
-    contents[name][text::ToUtf8({child.data(), length})] =
+    contents[name][ToUtf8({child.data(), length})] =
         Format(type, {data.begin(), data.begin() + size});
   }
   for (DWORD i = 0;; ++i) {
@@ -95,7 +103,7 @@ void ReadKey(HKEY key, const std::string& name, bool isRoot, RegistrySandbox::Co
     HKEY below = nullptr;
     if (RegOpenKeyExW(key, child.data(), 0, KEY_READ, &below) != ERROR_SUCCESS) continue;
     const Key opened(below);
-    ReadKey(opened.Get(), name + '\\' + text::ToUtf8({child.data(), length}), false, contents);
+    ReadKey(opened.Get(), name + '\\' + ToUtf8({child.data(), length}), false, contents);
   }
 }
 
