@@ -59,12 +59,8 @@ HRESULT CXmlUsrConfParser::GetDishSat(const dom::Element& dish, LONG position,
 
 HRESULT CXmlUsrConfParser::FindOrCreateDishSat(const dom::Element& dish, IDishSatInfo* dishSat,
                                                dom::Element* element) {
-  dom::Element found;
-  const HRESULT hr = xml::DishSatIndex(dish).FindOrCreate(dishSat, found);
-  if (FAILED(hr)) return hr;
   if (element == nullptr) return E_POINTER;
-  *element = std::move(found);
-  return hr;
+  return xml::DishSatIndex(dish).FindOrCreate(dishSat, *element);
 }
 
 HRESULT CXmlUsrConfParser::RemoveAllDishSats(const dom::Element& setting) {

@@ -27,7 +27,8 @@ class CXmlUsrConfParser : public CXmlDocument {
   static HRESULT CountDishSats(const dom::Element& dish, LONG* count);
   /// The SAT at a 0-based position: E_POINTER for a negative one, E_INVALIDARG past the end.
   static HRESULT GetDishSat(const dom::Element& dish, LONG position, dom::Element* element);
-  /// The first SAT with the assignment's five values, or a new one at the dish's end.
+  /// The first SAT with the assignment's five values, or a new one at the dish's end. E_POINTER for
+  /// null, and then nothing is made.
   static HRESULT FindOrCreateDishSat(const dom::Element& dish, IDishSatInfo* dishSat,
                                      dom::Element* element);
   /// Empties the dishes that are there; the result is that of the last removal.

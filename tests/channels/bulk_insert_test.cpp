@@ -94,6 +94,60 @@ TEST(BulkInsert, SameAsOneByOneOnPatterns) {
   }
 }
 
+// What the help stands for: each goes in front of the first stored key that is not smaller than
+// its own, and is then stored under another.
+Items OneByOneStored(Items list, const Items& added, const std::vector<std::uint32_t>& stored) {
+  for (std::size_t i = 0; i < added.size(); ++i) {
+    auto place = list.begin();
+    while (place != list.end() && !(place->key && *place->key >= *added[i].key)) ++place;
+    list.insert(place, {added[i].id, stored[i]});
+  }
+  return list;
+}
+
+Items InBulkStored(const Items& list, const Items& added,
+                   const std::vector<std::uint32_t>& stored) {
+  BulkInsert<Item> bulk;
+  for (const Item& item : list) bulk.Append(item, item.key);
+  for (std::size_t i = 0; i < added.size(); ++i) {
+    bulk.Insert({added[i].id, stored[i]}, *added[i].key, stored[i]);
+  }
+  return bulk.Take();
+}
+
+TEST(BulkInsert, PlacedByOneKeyStoredUnderAnother) {
+  EXPECT_EQ((Items{{2, 2}, {1, 1}, {0, 0}}), InBulkStored({}, Keys({2, 0, 1}), {0, 1, 2}));
+  // 1 is stored as 9 and hides 5; 7 then goes in front of it.
+  EXPECT_EQ((Items{{0, 0}, {11, 3}, {10, 9}, {1, 5}}),
+            InBulkStored({{0, 0}, {1, 5}}, Keys({1, 7}, 10), {9, 3}));
+  // Stored under a key that is there already: the first of the two stops the scan.
+  EXPECT_EQ((Items{{11, 1}, {10, 5}, {0, 5}}), InBulkStored({{0, 5}}, Keys({2, 5}, 10), {5, 1}));
+}
+
+TEST(BulkInsert, StoredSameAsOneByOne) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 1500; ++round) {
+    const std::uint32_t range = 1u << (random() % 7);
+    const auto key = [&]() -> std::uint32_t {
+      return random() % 40 == 0 ? 0xFFFFFFFFu : static_cast<std::uint32_t>(random() % range);
+    };
+    Items list(random() % 12);
+    int id = 0;
+    for (Item& item : list) {
+      item.id = id++;
+      if (random() % 8 != 0) item.key = key();
+    }
+    Items added(random() % 30);
+    std::vector<std::uint32_t> stored;
+    for (Item& item : added) {
+      item = {1000 + id++, key()};
+      // As positions in a file, and any other way.
+      stored.push_back(round % 2 == 0 ? static_cast<std::uint32_t>(stored.size()) : key());
+    }
+    ASSERT_EQ(OneByOneStored(list, added, stored), InBulkStored(list, added, stored)) << round;
+  }
+}
+
 // Scanning for each would be 5 * 10^9 steps for every pattern.
 TEST(BulkInsert, LargeListsTakeNoTime) {
   constexpr std::uint32_t kCount = 100'000;
