@@ -204,7 +204,7 @@ TEST(PresetFileParser, NamesThatAreMissingEmptyOrLong) {
   EXPECT_EQ("", file.SubAreaName(0, 0));
   // The byte behind the buffer belongs to somebody else.
   CHAR guarded[262];
-  for (CHAR& place : guarded) place = '#';
+  for (CHAR& letter : guarded) letter = '#';
   ExpectHr(S_OK, file->GetAreaNameByIndex(1, guarded));
   EXPECT_EQ(longName.substr(0, 259), guarded);
   ExpectHr(S_OK, file->GetSubAreaNameByIndex(1, 0, guarded));
