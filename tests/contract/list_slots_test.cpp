@@ -115,8 +115,8 @@ TEST_F(ListSlots, OfADatabase) {
   ExpectHr(E_FAIL, object->LoadChannelFromFile());
   ExpectHr(S_OK, CallSlot(object, 3, PathText(m_directory.Path()).Get(), kGermany, kType));
   EXPECT_EQ(2U, CountOf(ListOf(m_database, kType)));
-  // What is not made yet.
-  for (std::size_t slot = 10; slot <= 26; ++slot) {
+  // What is not made yet; satellite_slots_test.cpp has the slots in between.
+  for (std::size_t slot = 17; slot <= 26; ++slot) {
     LONG unused[2] = {};
     ExpectHr(E_NOTIMPL, CallSlot(object, slot, &unused[0], &unused[1], &unused[1]));
   }
