@@ -31,6 +31,7 @@ void FillChannels(IZorTunedex* database, UINT count) {
     ExpectHr(S_OK, list->CreateChannelInfo(channel.Receive()));
     channel->SetChannelIndex(index);
     channel->SetStationInfo(&station);
+    channel->SetChannelName(Wide("N" + std::to_string(count)).Get());
     ExpectHr(S_OK, list->AddChannelInfo(channel.Get()));
   }
   ExpectHr(S_OK, list->SetDirty(1));
@@ -96,10 +97,16 @@ const std::vector<SavedFile> kSavedFiles = {
      CountDishes},
 };
 
-ComPtr<IZorTunedex> OpenFor(const SavedFile& file, const TempDir& directory) {
+HRESULT NewDatabase(ComPtr<IZorTunedex>& database) {
   void* made = nullptr;
-  ExpectHr(S_OK, CTunedex::CreateInstance(nullptr, IID_IZorTunedex, &made));
-  auto database = ComPtr<IZorTunedex>::Attach(static_cast<IZorTunedex*>(made));
+  const HRESULT hr = CTunedex::CreateInstance(nullptr, IID_IZorTunedex, &made);
+  database = ComPtr<IZorTunedex>::Attach(static_cast<IZorTunedex*>(made));
+  return hr;
+}
+
+ComPtr<IZorTunedex> OpenFor(const SavedFile& file, const TempDir& directory) {
+  ComPtr<IZorTunedex> database;
+  ExpectHr(S_OK, NewDatabase(database));
   const Bstr path = Wide(directory.Path());
   ExpectHr(S_OK, database->Open(path.Get(), kCountry, file.signalType));
   ExpectHr(S_OK, database->SetStorageType(file.storage));

@@ -2,6 +2,7 @@
 // new file is a new row.
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,14 @@ struct SavedFile {
   UINT (*count)(IZorTunedex* database);
 };
 
+inline std::ostream& operator<<(std::ostream& out, const SavedFile& file) {
+  return out << file.label;
+}
+
 extern const std::vector<SavedFile> kSavedFiles;
+
+/// A new database, closed; the result of making it.
+HRESULT NewDatabase(ComPtr<IZorTunedex>& database);
 
 /// A database on the directory, opened for the file; null, and reported, when that fails.
 ComPtr<IZorTunedex> OpenFor(const SavedFile& file, const TempDir& directory);
