@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "reliability/saved_files.h"
+#include "reliability/linux/saved_files.h"
 #include "support/expect.h"
 #include "support/linux/child.h"
 

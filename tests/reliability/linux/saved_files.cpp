@@ -1,4 +1,4 @@
-#include "reliability/saved_files.h"
+#include "reliability/linux/saved_files.h"
 
 #include <filesystem>
 
