@@ -13,6 +13,7 @@
 #include "platform/com_ptr.h"
 #include "platform/critical_section.h"
 #include "platform/dom.h"
+#include "xml/channel_element_index.h"
 
 /// The ordered channels of one signal type. Records may be the host's own, and may call back into
 /// the list: no method holds a place in the array across a call of a record, and every method keeps
@@ -87,6 +88,7 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   HRESULT LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded);
   HRESULT AddLoaded(const Loaded& loaded);
   HRESULT SaveTo(const dom::Element& set);
+  HRESULT SaveRecords(xml::ChannelElementIndex& elements);
 
   Records m_records;
   InputSignalType m_signalType = InputSignalUnknown;

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "channels/chan_info_mgr.h"
+#include "platform/com_error.h"
 #include "xml/xml_chan_parser.h"
 
 namespace {
@@ -75,5 +76,8 @@ bool CChanInfoMgrGroup::SaveIfDirty(UINT position, const dom::Element& country) 
   if (FAILED(CXmlChanParser::FindChannelSet(country, kSignalTypes[position], &set, true))) {
     return false;
   }
-  return list->Save(dom::kIidNode, set.Get()) == S_OK;
+  const HRESULT hr = list->Save(dom::kIidNode, set.Get());
+  // A part of the list must not replace what the file holds.
+  if (hr == E_OUTOFMEMORY) throw ComError(hr);
+  return hr == S_OK;
 }

@@ -91,8 +91,22 @@ HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
 }
 
 HRESULT CChanInfoMgr::SaveTo(const dom::Element& set) {
-  HRESULT hr = S_OK;
   xml::ChannelElementIndex elements(set);
+  try {
+    const HRESULT hr = SaveRecords(elements);
+    SetDirty(0);
+    return hr;
+  } catch (...) {
+    // Half a channel in the document would be saved as one the next time, and records that were
+    // written are not yet in the file.
+    elements.TakeBack();
+    SetDirty(1);
+    throw;
+  }
+}
+
+HRESULT CChanInfoMgr::SaveRecords(xml::ChannelElementIndex& elements) {
+  HRESULT hr = S_OK;
   for (std::size_t position = 0; position < m_records.size(); ++position) {
     const HeldRecord record = At(position);
     dom::Element channel;
@@ -101,6 +115,5 @@ HRESULT CChanInfoMgr::SaveTo(const dom::Element& set) {
     hr = xml::CodeChannel(channel, record.Get(), xml::Direction::Write);
     record->SetDirty(0);
   }
-  SetDirty(0);
   return hr;
 }

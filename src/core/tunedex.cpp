@@ -23,7 +23,7 @@ std::string CTunedex::PathOf(const char* fileName) const {
   return files::PathFromText(m_directory.View()) + fileName;
 }
 
-HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType SignalType) {
+HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType SignalType) try {
   const WideView directory(bstrDir ? bstrDir : OLESTR(""), SysStringLen(bstrDir));
   // A file passes for a directory here; its documents then load as empty ones.
   if (directory.empty() || !files::Exists(files::PathFromText(directory))) return E_INVALIDARG;
@@ -39,6 +39,8 @@ HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType Signal
   if (SUCCEEDED(hr)) hr = LoadUserSettingsFromFile();
   LoadPresetOneSegChannelInfo();  // for one-segment alone; a missing file is no failure
   return FAILED(hr) ? hr : S_OK;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::Close() {
@@ -57,16 +59,18 @@ HRESULT CTunedex::GetChannelInfoMgr(InputSignalType SignalType,
   return m_channelLists.Get(SignalType, ppChannelInfoMgr);
 }
 
-HRESULT CTunedex::LoadChannelFromFile() {
+HRESULT CTunedex::LoadChannelFromFile() try {
   HRESULT hr = m_channelFile.Load();
   if (FAILED(hr)) return hr;
   dom::Element country;
   hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
   if (SUCCEEDED(hr)) m_channelLists.LoadOne(country, m_signalType);
   return hr;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::SaveChannelToFile() {
+HRESULT CTunedex::SaveChannelToFile() try {
   dom::Element country;
   HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
   if (FAILED(hr)) return hr;
@@ -74,6 +78,8 @@ HRESULT CTunedex::SaveChannelToFile() {
   if (FAILED(hr) && !m_channelFile.IsDirty()) return hr;
   m_channelFile.SetDirty(true);
   return m_channelFile.Save();
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::GetStorageType(EStorageType* pStorageType) {

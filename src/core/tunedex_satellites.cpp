@@ -1,4 +1,6 @@
 // The satellite catalogue and the user settings of a database.
+#include <new>
+
 #include "core/tunedex.h"
 
 namespace {
@@ -13,7 +15,7 @@ HRESULT HandOut(List& list, I** out) {
 
 }  // namespace
 
-HRESULT CTunedex::LoadSatInfoFromFile() {
+HRESULT CTunedex::LoadSatInfoFromFile() try {
   if (m_signalType != InputSignalDVBSatellite) return S_FALSE;
   HRESULT hr = m_satelliteFile.Load();
   if (FAILED(hr)) return hr;
@@ -28,10 +30,12 @@ HRESULT CTunedex::LoadSatInfoFromFile() {
   m_lnbs.Open();
   m_lnbs.Load(dom::kIidNode, lnbs.Get());
   return S_OK;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 // Stops at the satellite list, which never writes itself: the file stays as it is.
-HRESULT CTunedex::SaveSatInfoToFile() {
+HRESULT CTunedex::SaveSatInfoToFile() try {
   dom::Element satellites;
   HRESULT hr = m_satelliteFile.GetSatTable(&satellites);
   if (SUCCEEDED(hr)) hr = m_satellites.Save(dom::kIidNode, satellites.Get());
@@ -40,6 +44,8 @@ HRESULT CTunedex::SaveSatInfoToFile() {
   hr = m_satelliteFile.GetLNBTable(&lnbs);
   if (SUCCEEDED(hr)) hr = m_lnbs.Save(dom::kIidNode, lnbs.Get());
   return FAILED(hr) ? hr : m_satelliteFile.Save();
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::GetSatelliteInfoMgr(ISatelliteInfoMgr** ppSatelliteInfoMgr) {
@@ -50,7 +56,7 @@ HRESULT CTunedex::GetLNBInfoMgr(ILNBInfoMgr** ppLNBInfoMgr) {
   return HandOut(m_lnbs, ppLNBInfoMgr);
 }
 
-HRESULT CTunedex::LoadUserSettingsFromFile() {
+HRESULT CTunedex::LoadUserSettingsFromFile() try {
   HRESULT hr = m_settingsFile.Load();
   if (FAILED(hr)) return hr;
   if (m_signalType != InputSignalDVBSatellite) return S_OK;
@@ -60,13 +66,17 @@ HRESULT CTunedex::LoadUserSettingsFromFile() {
   m_dishes.Open();
   m_dishes.Load(dom::kIidNode, setting.Get());
   return S_OK;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::SaveUserSettingsToFile() {
+HRESULT CTunedex::SaveUserSettingsToFile() try {
   dom::Element setting;
   HRESULT hr = m_settingsFile.GetSatSetting(&setting);
   if (SUCCEEDED(hr)) hr = m_dishes.Save(dom::kIidNode, setting.Get());
   return FAILED(hr) ? hr : m_settingsFile.Save();
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::GetDishSatInfoMgr(IDishSatInfoMgr** ppDishSatInfoMgr) {

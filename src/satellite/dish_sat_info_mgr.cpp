@@ -172,7 +172,13 @@ HRESULT CDishSatInfoMgr::SaveDish(const dom::Element& element, const Dish& dish)
     dom::Element sat;
     hr = elements.FindOrCreate(record.Get(), sat);
     if (FAILED(hr)) continue;
-    hr = xml::DishSatElementIO(sat, record.Get(), xml::Direction::Write);
+    try {
+      hr = xml::DishSatElementIO(sat, record.Get(), xml::Direction::Write);
+    } catch (...) {
+      // Half an assignment in the document would be saved as one the next time.
+      elements.TakeBack();
+      throw;
+    }
     record->SetDirty(0);
   }
   return hr;

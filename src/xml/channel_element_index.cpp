@@ -75,6 +75,11 @@ HRESULT ChannelElementIndex::Create(LONG key, dom::Element& channel) {
   return hr;
 }
 
+void ChannelElementIndex::TakeBack() {
+  if (m_last && m_lastCreated) m_set.RemoveChild(m_last);
+  m_last = dom::Element();
+}
+
 void ChannelElementIndex::Settle() {
   if (!m_last) return;
   const IndexValue index = ReadIndex(m_last);

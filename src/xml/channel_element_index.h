@@ -18,6 +18,8 @@ class ChannelElementIndex {
   /// of the first sibling with a greater index, else at the end. A failing GetChannelIndex is
   /// answered as it is.
   HRESULT FindOrCreate(IChannelInfo* channelInfo, dom::Element& channel);
+  /// Takes the element that was handed out last away again, if it is a new one.
+  void TakeBack();
 
  private:
   struct Entry {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/task_block.h"
+#include "platform/com_error.h"
 #include "platform/text.h"
 #include "satellite/tuning_texts.h"
 #include "xml/base64.h"
@@ -32,10 +33,27 @@ struct ChannelValues {
   TaskBlock block;
 };
 
+HRESULT FetchBlock(IChannelInfo* channelInfo, ChannelValues& values) {
+  const HRESULT hr = channelInfo->GetStationInfo(&values.station);
+  // What a failing getter left is not ours.
+  BYTE* block = std::exchange(values.station.pbInformation, nullptr);
+  if (SUCCEEDED(hr)) values.block = TaskBlock::Attach(block);
+  return hr;
+}
+
+// A record that has no memory for its copy answers as one without a station does. Written so, the
+// channel would be lost: the record is asked again while there is memory, else saving ends here.
+HRESULT FetchStation(IChannelInfo* channelInfo, const station_blocks::Layout& layout,
+                     ChannelValues& values) {
+  const HRESULT hr = FetchBlock(channelInfo, values);
+  if (FAILED(hr) || values.block) return hr;
+  if (!TaskBlock(layout.size)) throw ComError(E_OUTOFMEMORY);
+  return FetchBlock(channelInfo, values);
+}
+
 HRESULT FetchValues(IChannelInfo* channelInfo, const station_blocks::Layout& layout,
                     ChannelValues& values) {
-  HRESULT hr = channelInfo->GetStationInfo(&values.station);
-  values.block = TaskBlock::Attach(std::exchange(values.station.pbInformation, nullptr));
+  HRESULT hr = FetchStation(channelInfo, layout, values);
   if (SUCCEEDED(hr)) hr = channelInfo->GetChannelIndex(&values.index);
   if (SUCCEEDED(hr)) hr = channelInfo->GetFavor(&values.favorite);
   if (SUCCEEDED(hr)) hr = channelInfo->GetLock(&values.lock);
@@ -46,7 +64,7 @@ HRESULT FetchValues(IChannelInfo* channelInfo, const station_blocks::Layout& lay
     return values.block ? S_OK : E_FAIL;
   }
   TaskBlock whole(layout.size);
-  if (!whole) return E_FAIL;
+  if (!whole) throw ComError(E_OUTOFMEMORY);
   std::memcpy(whole.Get(), values.block.Get(), values.station.cbInformation);
   values.block = std::move(whole);
   return S_OK;

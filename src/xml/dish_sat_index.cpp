@@ -92,6 +92,11 @@ HRESULT DishSatIndex::FindOrCreate(IDishSatInfo* dishSat, dom::Element& sat) {
   return S_OK;
 }
 
+void DishSatIndex::TakeBack() {
+  if (m_last && !m_lastKey) m_dish.RemoveChild(m_last);
+  m_last = dom::Element();
+}
+
 std::optional<std::string> DishSatIndex::KeyOf(const dom::Element& sat) {
   std::string key;
   std::string value;

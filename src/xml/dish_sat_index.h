@@ -20,6 +20,8 @@ class DishSatIndex {
   /// the dish's end. An assignment whose path is longer than 259 bytes or whose texts hold an
   /// apostrophe matches nothing and gets a new element every time.
   HRESULT FindOrCreate(IDishSatInfo* dishSat, dom::Element& sat);
+  /// Takes the element that was handed out last away again, if it is a new one.
+  void TakeBack();
 
  private:
   /// What identifies an element; none when one of its five attributes is missing.

@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <sys/random.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -10,6 +9,7 @@
 #include "platform/files.h"
 #include "platform/linux/file_copy.h"
 #include "platform/linux/file_descriptor.h"
+#include "platform/linux/temporary_file.h"
 
 namespace files {
 namespace {
@@ -39,16 +39,6 @@ std::optional<std::string> FollowLinks(std::string path) {
   return std::nullopt;
 }
 
-/// A name that nobody can have put in the way. It does not grow with the target's name, which may
-/// be as long as names can be.
-std::optional<std::string> TemporaryName() {
-  std::uint64_t number = 0;
-  if (getrandom(&number, sizeof(number), 0) != sizeof(number)) return std::nullopt;
-  char name[32];
-  std::snprintf(name, sizeof(name), ".tunedex-%016jx", static_cast<std::uintmax_t>(number));
-  return name;
-}
-
 /// True when the target is a file that may be written, or does not exist yet.
 bool MayReplace(const std::string& target, bool& isNew) {
   struct stat old {};
@@ -61,15 +51,15 @@ bool MayReplace(const std::string& target, bool& isNew) {
 
 AtomicFile::AtomicFile(const std::string& path) {
   const std::optional<std::string> target = FollowLinks(path);
-  const std::optional<std::string> name = TemporaryName();
   bool isNew = false;
-  if (!target || target->empty() || target->ends_with('/') || !name) return;
+  if (!target || target->empty() || target->ends_with('/')) return;
   if (!MayReplace(*target, isNew)) return;
   m_target = *target;
-  m_temporary = DirectoryOf(m_target) + "/" + *name;
+  const std::string directory = DirectoryOf(m_target);
+  // First, for the room that they may take on a full disk.
+  temporary_file::RemoveAbandoned(directory);
   // An old file's content may be secret: until it has the old mode, the new one is its owner's.
-  m_handle =
-      open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, isNew ? 0666U : 0600U);
+  m_handle = temporary_file::Create(directory, isNew ? 0666U : 0600U, m_temporary).Release();
 }
 
 AtomicFile::~AtomicFile() {

@@ -8,6 +8,7 @@
 
 #include "platform/linux/file_copy.h"
 #include "platform/linux/file_descriptor.h"
+#include "platform/linux/temporary_file.h"
 #include "platform/text.h"
 
 namespace files {
@@ -23,13 +24,33 @@ bool CopyBytes(int from, int to, std::vector<char>& block) {
   return count == 0;
 }
 
-/// The first free name; not open when none can be made.
-FileDescriptor CreateBeside(const std::string& path, std::string& copy) {
+/// Takes a file away at the end of its scope, when it is still there.
+struct Removal {
+  const std::string& path;
+  ~Removal() { unlink(path.c_str()); }
+};
+
+/// Moves to a name where nothing stands. False when that cannot be told and done.
+bool MoveToFree(const std::string& from, const std::string& to) {
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // The file system cannot do both at once: the name is taken first.
+  const FileDescriptor taken(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (!taken.IsOpen()) return false;
+  if (rename(from.c_str(), to.c_str()) == 0) return true;
+  const int error = errno;
+  unlink(to.c_str());
+  errno = error;
+  return false;
+}
+
+/// Gives a finished copy the first free name beside the path.
+bool PlaceCopy(const std::string& temporary, const std::string& path, std::string& copy) {
   for (unsigned number = 1;; ++number) {
     copy = path + ".unreadable";
     if (number > 1) copy += "." + std::to_string(number);
-    FileDescriptor handle(open(copy.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (handle.IsOpen() || errno != EEXIST) return handle;
+    if (MoveToFree(temporary, copy)) return true;
+    if (errno != EEXIST) return false;
   }
 }
 
@@ -55,16 +76,17 @@ bool KeepUnreadable(const std::string& path) {
   const FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat old {};
   if (!source.IsOpen() || fstat(source.Get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
-  // All the memory first: what throws must not leave a copy behind.
   const std::string directory = DirectoryOf(path);
   std::vector<char> block(kCopyBlock);
-  std::string copy;
-  FileDescriptor target = CreateBeside(path, copy);
+  std::string temporary;
+  FileDescriptor target = temporary_file::Create(directory, 0600, temporary);
   if (!target.IsOpen()) return false;
-  bool isKept = CopyBytes(source.Get(), target.Get(), block);
+  const Removal ofTemporary{temporary};
   KeepOwnerAndMode(target.Get(), old);
-  isKept = isKept && fsync(target.Get()) == 0;
-  isKept = target.Close() && isKept && SyncDirectory(directory);
+  if (!CopyBytes(source.Get(), target.Get(), block) || fsync(target.Get()) != 0) return false;
+  std::string copy;
+  if (!PlaceCopy(temporary, path, copy)) return false;
+  const bool isKept = target.Close() && SyncDirectory(directory);
   if (!isKept) unlink(copy.c_str());
   return isKept;
 }

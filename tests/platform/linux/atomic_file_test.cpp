@@ -230,6 +230,42 @@ TEST_F(AtomicFile, LostTemporaryFileLeavesTheOldOne) {
   EXPECT_EQ(1U, m_dir.Count());
 }
 
+TEST_F(AtomicFile, WhatAKilledProcessLeftIsRemoved) {
+  m_dir.Write("file", "old");
+  EXPECT_EQ(7, ExitStatusOf([&] {
+              files::AtomicFile file(Path("file"));
+              _exit(file.Write("new") ? 7 : 8);
+              return 9;
+            }));
+  m_dir.Write(".tunedex-0123456789abcdef", "abandoned");
+  ASSERT_TRUE(Replace(Path("file"), "newer"));
+  EXPECT_EQ("newer", m_dir.Read("file"));
+  EXPECT_EQ(1U, m_dir.Count());
+}
+
+TEST_F(AtomicFile, WhatIsBeingWrittenIsNotRemoved) {
+  files::AtomicFile first(Path("file"));
+  ASSERT_TRUE(first.Write("first"));
+  EXPECT_TRUE(InChild([&] { return Replace(Path("file"), "child"); }));
+  ASSERT_TRUE(Replace(Path("file"), "second"));
+  EXPECT_TRUE(fs::exists(first.TemporaryPath()));
+  ASSERT_TRUE(first.Commit());
+  EXPECT_EQ("first", m_dir.Read("file"));
+  EXPECT_EQ(1U, m_dir.Count());
+}
+
+TEST_F(AtomicFile, OtherNamesAreNotRemoved) {
+  for (const char* name : {".tunedex-0123456789abcde", ".tunedex-0123456789abcdef0",
+                           ".tunedex-0123456789ABCDEF", ".tunedex-0123456789abcdeg", ".tunedex-"}) {
+    m_dir.Write(name, "mine");
+  }
+  fs::create_directory(Path(".tunedex-0000000000000001"));
+  fs::create_symlink("nowhere", Path(".tunedex-0000000000000002"));
+  ASSERT_EQ(0, mkfifo(Path(".tunedex-0000000000000003").c_str(), 0600));
+  ASSERT_TRUE(Replace(Path("file"), "new"));
+  EXPECT_EQ(9U, m_dir.Count());
+}
+
 TEST_F(AtomicFile, SpentFileDoesNothing) {
   files::AtomicFile file(Path("file"));
   ASSERT_TRUE(file.Write("new"));

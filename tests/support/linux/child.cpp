@@ -3,12 +3,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-bool InChild(const std::function<bool()>& check) {
+int ExitStatusOf(const std::function<int()>& work) {
   const pid_t child = fork();
-  if (child < 0) return false;
-  if (child == 0) _exit(check() ? 0 : 1);
+  if (child < 0) return -1;
+  if (child == 0) _exit(work());
   int status = 0;
-  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  const bool hasEnded = waitpid(child, &status, 0) == child && WIFEXITED(status);
+  return hasEnded ? WEXITSTATUS(status) : -1;
+}
+
+bool InChild(const std::function<bool()>& check) {
+  return ExitStatusOf([&] { return check() ? 0 : 1; }) == 0;
 }
 
 bool AsNobody(const std::function<bool()>& check) {
