@@ -1,11 +1,15 @@
 // The presets and customer lists of one-segment reception.
+#include <new>
+
 #include "core/tunedex.h"
 #include "platform/com_ptr.h"
 
-HRESULT CTunedex::LoadPresetOneSegChannelInfo() {
+HRESULT CTunedex::LoadPresetOneSegChannelInfo() try {
   if (m_signalType != InputSignalISDBTerrestrialOneSeg) return E_FAIL;
   const HRESULT hr = m_presetFile.Open(PathOf("PreSetChannelInfo.xml"));
   return FAILED(hr) ? hr : m_presetFile.Load();
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::GetAreaCount(LONG* plArea) { return m_presetFile.GetAreaCount(plArea); }
@@ -22,7 +26,7 @@ HRESULT CTunedex::GetSubAreaNameByIndex(LONG lArea, LONG lSubArea, CHAR* pSubAre
   return m_presetFile.GetSubAreaNameByIndex(lArea, lSubArea, pSubArea);
 }
 
-HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) {
+HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) try {
   const HRESULT selected = m_presetFile.SetArea(lArea, lSubArea);
   if (m_signalType != InputSignalISDBTerrestrialOneSeg) return selected;
   // What the document made of the selection is deliberately not told: from here on the result is
@@ -40,13 +44,15 @@ HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) {
   hr = list->SetDirty(1);
   SaveChannelToFile();
   return hr;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::GetArea(LONG* plArea, LONG* plSubArea) {
   return m_presetFile.GetArea(plArea, plSubArea);
 }
 
-HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) {
+HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) try {
   dom::Element country;
   const HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
   if (FAILED(hr)) return hr;
@@ -55,12 +61,19 @@ HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) {
   }
   // Deliberately the country element's remaining reference count and not the outcome of the store.
   return static_cast<HRESULT>(country.Release());
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::DeleteCustomerChannelList(LONG lIndex) {
+HRESULT CTunedex::DeleteCustomerChannelList(LONG lIndex) try {
   return m_presetFile.DeleteCustomerChannelList(lIndex);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::GetPresetChannelMgr(LONG lArea, LONG lSubArea, IChannelInfoMgr** ppChannelMgr) {
+HRESULT CTunedex::GetPresetChannelMgr(LONG lArea, LONG lSubArea,
+                                      IChannelInfoMgr** ppChannelMgr) try {
   return m_presetFile.GetPresetChannelMgr(lArea, lSubArea, ppChannelMgr);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
