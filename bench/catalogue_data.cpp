@@ -1,13 +1,10 @@
 #include "bench/catalogue_data.h"
 
-#include <unistd.h>
-
 #include <cstdarg>
 #include <cstdio>
-#include <fstream>
 #include <map>
 
-#include "bench/check.h"
+#include "bench/workspace.h"
 
 namespace bench {
 namespace {
@@ -47,22 +44,6 @@ void AppendSatellite(std::string& text, UINT index, UINT transponders) {
   AppendLine(text, "\t\t</Satellite>");
 }
 
-// Directories that go with the program.
-class Directories {
- public:
-  Directories() = default;
-  Directories(const Directories&) = delete;
-  Directories& operator=(const Directories&) = delete;
-  ~Directories() {
-    std::error_code ignored;
-    for (const auto& [key, path] : m_paths) std::filesystem::remove_all(path, ignored);
-  }
-  std::filesystem::path& operator[](UINT key) { return m_paths[key]; }
-
- private:
-  std::map<UINT, std::filesystem::path> m_paths;
-};
-
 }  // namespace
 
 std::string MakeCatalogueFile(UINT transponders) {
@@ -89,15 +70,10 @@ std::string MakeCatalogueFile(UINT transponders) {
 }
 
 const std::filesystem::path& CatalogueDirectory(UINT transponders) {
-  static Directories directories;
-  std::filesystem::path& directory = directories[transponders];
-  if (!directory.empty()) return directory;
-  std::string name = (std::filesystem::temp_directory_path() / "zortunedex-bench-XXXXXX").string();
-  Check(mkdtemp(name.data()) != nullptr, "no temporary directory");
-  directory = name;
-  std::ofstream file(CatalogueFile(directory), std::ios::binary);
-  file << MakeCatalogueFile(transponders);
-  Check(static_cast<bool>(file.flush()), "no space for the files");
+  static std::map<UINT, TempDirectory> directories;
+  const auto [found, isNew] = directories.try_emplace(transponders);
+  const std::filesystem::path& directory = found->second.Path();
+  if (isNew) WriteFile(CatalogueFile(directory), MakeCatalogueFile(transponders));
   return directory;
 }
 

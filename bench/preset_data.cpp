@@ -55,45 +55,19 @@ std::string Presets(UINT channels) {
   return SetOf(xml);
 }
 
-/// A temporary directory that goes with the program.
-class Directory {
- public:
-  explicit Directory(UINT channels) {
-    std::string name =
-        (std::filesystem::temp_directory_path() / "zortunedex-bench-XXXXXX").string();
-    Check(mkdtemp(name.data()) != nullptr, "no temporary directory");
-    m_path = name;
-    std::string own;
-    AddChannels(own, channels);
-    Write("PreSetChannelInfo.xml", Presets(channels));
-    Write("ChanInfo.xml", SetOf(own));
-  }
-  Directory(const Directory&) = delete;
-  Directory& operator=(const Directory&) = delete;
-  ~Directory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-  }
-
-  const std::filesystem::path& Path() const { return m_path; }
-
- private:
-  void Write(const char* name, const std::string& bytes) const {
-    std::ofstream file(m_path / name, std::ios::binary);
-    file << bytes;
-    Check(static_cast<bool>(file.flush()), "no space for the files");
-  }
-
-  std::filesystem::path m_path;
-};
-
 }  // namespace
 
 const std::filesystem::path& PresetDirectory(UINT channels) {
-  static std::map<UINT, std::unique_ptr<const Directory>> all;
-  std::unique_ptr<const Directory>& found = all[channels];
-  if (!found) found = std::make_unique<const Directory>(channels);
-  return found->Path();
+  static std::map<UINT, TempDirectory> directories;
+  const auto [found, isNew] = directories.try_emplace(channels);
+  const std::filesystem::path& directory = found->second.Path();
+  if (isNew) {
+    std::string own;
+    AddChannels(own, channels);
+    WriteFile(directory / "PreSetChannelInfo.xml", Presets(channels));
+    WriteFile(directory / "ChanInfo.xml", SetOf(own));
+  }
+  return directory;
 }
 
 }  // namespace bench

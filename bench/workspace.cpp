@@ -21,23 +21,31 @@ const Workspace& Workspace::Of(UINT count) {
 }
 
 Workspace::Workspace(std::filesystem::path directory, UINT count)
-    : m_directory(std::move(directory)), m_count(count), m_owned(false) {}
+    : m_directory(std::move(directory)), m_count(count) {}
 
-Workspace::Workspace(UINT count) : m_count(count), m_owned(true) {
-  std::string name = (std::filesystem::temp_directory_path() / "zortunedex-bench-XXXXXX").string();
-  Check(mkdtemp(name.data()) != nullptr, "no temporary directory");
-  m_directory = name;
+Workspace::Workspace(UINT count)
+    : m_owned(std::in_place), m_directory(m_owned->Path()), m_count(count) {
   std::filesystem::create_directory(Source());
   std::filesystem::create_directory(Target());
-  std::ofstream file(SourceFile(), std::ios::binary);
-  file << MakeChannelFile(count);
-  Check(static_cast<bool>(file.flush()), "no space for the files");
+  WriteFile(SourceFile(), MakeChannelFile(count));
   WriteDvbFile(*MakeDvbFile(count), DvbSourceFile());
 }
 
-Workspace::~Workspace() {
+TempDirectory::TempDirectory() {
+  std::string name = (std::filesystem::temp_directory_path() / "zortunedex-bench-XXXXXX").string();
+  Check(mkdtemp(name.data()) != nullptr, "no temporary directory");
+  m_path = name;
+}
+
+TempDirectory::~TempDirectory() {
   std::error_code ignored;
-  if (m_owned) std::filesystem::remove_all(m_directory, ignored);
+  std::filesystem::remove_all(m_path, ignored);
+}
+
+void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file << bytes;
+  Check(static_cast<bool>(file.flush()), "no space for the files");
 }
 
 std::string ReadFile(const std::filesystem::path& path) {

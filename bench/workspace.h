@@ -1,11 +1,29 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "core/interfaces.h"
 
 namespace bench {
+
+/// A directory that goes with its owner.
+class TempDirectory {
+ public:
+  TempDirectory();
+  TempDirectory(const TempDirectory&) = delete;
+  TempDirectory& operator=(const TempDirectory&) = delete;
+  ~TempDirectory();
+
+  const std::filesystem::path& Path() const { return m_path; }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+/// Writes a whole file; ends the program where there is no space for it.
+void WriteFile(const std::filesystem::path& path, const std::string& bytes);
 
 /// The files of one number of channels, in a temporary directory of their own that goes with the
 /// program.
@@ -17,7 +35,6 @@ class Workspace {
   Workspace(std::filesystem::path directory, UINT count);
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
-  ~Workspace();
 
   UINT Count() const { return m_count; }
   const std::filesystem::path& Directory() const { return m_directory; }
@@ -34,9 +51,9 @@ class Workspace {
  private:
   explicit Workspace(UINT count);
 
+  std::optional<TempDirectory> m_owned;
   std::filesystem::path m_directory;
   UINT m_count;
-  bool m_owned;
 };
 
 /// A whole file.
