@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <memory>
 
+#include "platform/windows/module_path.h"
+
 namespace host {
 namespace {
 
@@ -22,15 +24,7 @@ std::string ToUtf8(const wchar_t* wide) {
 }
 
 std::wstring ProgramDirectory() {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    if (length < path.size()) {
-      path.resize(length);
-      break;
-    }
-    path.resize(path.size() * 2);
-  }
+  const std::wstring path = ModulePath(nullptr);
   return path.substr(0, path.find_last_of(L"\\/") + 1);
 }
 

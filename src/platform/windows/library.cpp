@@ -6,24 +6,15 @@
 #include "platform/com_ptr.h"
 #include "platform/text.h"
 #include "platform/windows/module_handle.h"
+#include "platform/windows/module_path.h"
 
 namespace library {
 namespace {
 
-constexpr std::size_t kLongestPath = 32768;
 constexpr std::size_t kLongestHelpDirectory = 260;
 constexpr WORD kScriptResource = 102;
 
-std::wstring WidePath() {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length =
-        GetModuleFileNameW(OwnModule(), path.data(), static_cast<DWORD>(path.size()));
-    if (length < path.size()) return path.substr(0, length);
-    if (path.size() >= kLongestPath) return {};
-    path.resize(path.size() * 2);
-  }
-}
+std::wstring WidePath() { return ModulePath(OwnModule()); }
 
 /// Cut behind the last separator.
 std::wstring HelpDirectory(const std::wstring& path) {
