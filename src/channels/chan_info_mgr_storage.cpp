@@ -5,22 +5,13 @@
 #include "channels/chan_info_mgr.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
-
-namespace {
-
-HRESULT ElementOf(REFIID riid, IUnknown* pUnknown, dom::Element& element) {
-  if (!(riid == dom::kIidNode) && !(riid == dom::kIidElement)) return E_NOTIMPL;
-  if (pUnknown == nullptr) return E_INVALIDARG;
-  return dom::Element::From(pUnknown, element);
-}
-
-}  // namespace
+#include "xml/xml_nodes.h"
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
   const KeepAlive self(this);
   try {
     dom::Element set;
-    const HRESULT hr = ElementOf(riid, pUnknown, set);
+    const HRESULT hr = xml::SourceElement(riid, pUnknown, set);
     return FAILED(hr) ? hr : LoadFrom(set);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
@@ -31,7 +22,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
   const KeepAlive self(this);
   try {
     dom::Element set;
-    const HRESULT hr = ElementOf(riid, pUnknown, set);
+    const HRESULT hr = xml::SourceElement(riid, pUnknown, set);
     return FAILED(hr) ? hr : SaveTo(set);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;

@@ -1,12 +1,10 @@
 #pragma once
 
 #include <new>
-#include <vector>
 
 #include "core/gen_com_obj.h"
 #include "platform/dom.h"
-#include "satellite/record_list.h"
-#include "satellite/source_element.h"
+#include "satellite/record_loading.h"
 #include "xml/xml_nodes.h"
 
 /// What the lists of the satellite catalogue (satellites, transponders, LNB types) have in common.
@@ -40,7 +38,7 @@ class CatalogueList : public CGenComObj<C, M> {
   HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) override;
   HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) override {
     dom::Element element;
-    const HRESULT hr = SourceElement(riid, pUnknown, element);
+    const HRESULT hr = xml::SourceElement(riid, pUnknown, element);
     // The catalogue comes with the application and is never written.
     return FAILED(hr) ? hr : E_NOTIMPL;
   }
@@ -55,7 +53,7 @@ class CatalogueList : public CGenComObj<C, M> {
   }
 
  protected:
-  using Loaded = std::vector<typename RecordList<I>::Loaded>;
+  using Loaded = NewRecords<I>;
 
   const RecordList<I>& Records() const { return m_records; }
 
@@ -102,7 +100,7 @@ template <typename C, typename M, typename I>
 HRESULT STDMETHODCALLTYPE CatalogueList<C, M, I>::Load(REFIID riid, IUnknown* pUnknown) {
   try {
     dom::Element element;
-    const HRESULT hr = SourceElement(riid, pUnknown, element);
+    const HRESULT hr = xml::SourceElement(riid, pUnknown, element);
     return FAILED(hr) ? hr : LoadFrom(element);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
@@ -117,14 +115,10 @@ HRESULT CatalogueList<C, M, I>::LoadFrom(const dom::Element& element) {
   dom::ElementList elements;
   HRESULT hr = element.Select(C::kPath, elements);
   if (FAILED(hr)) return hr;
-  Loaded loaded;
-  loaded.reserve(static_cast<std::size_t>(elements.Count()));
-  for (LONG position = 0; position < elements.Count(); ++position) {
-    dom::Element record;
-    hr = elements.Item(position, record);
-    if (hr == S_OK) hr = static_cast<C*>(this)->LoadRecord(record, position, loaded);
-  }
-  m_records.AddLoaded(loaded);
+  hr = LoadElements(elements, m_records, hr,
+                    [this](const dom::Element& record, LONG position, Loaded& loaded) {
+                      return static_cast<C*>(this)->LoadRecord(record, position, loaded);
+                    });
   this->SetDirty(0);
   return hr;
 }

@@ -3,9 +3,9 @@
 #include <new>
 
 #include "satellite/dish_sat_info.h"
-#include "satellite/source_element.h"
 #include "xml/dish_sat_element.h"
 #include "xml/dish_sat_index.h"
+#include "xml/xml_nodes.h"
 #include "xml/xml_usr_conf_parser.h"
 
 CDishSatInfoMgr::~CDishSatInfoMgr() {
@@ -32,7 +32,7 @@ HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Clear() {
 HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
   try {
     dom::Element setting;
-    const HRESULT hr = SourceElement(riid, pUnknown, setting);
+    const HRESULT hr = xml::SourceElement(riid, pUnknown, setting);
     return FAILED(hr) ? hr : LoadFrom(setting);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
@@ -42,7 +42,7 @@ HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Load(REFIID riid, IUnknown* pUnknown)
 HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
   try {
     dom::Element setting;
-    const HRESULT hr = SourceElement(riid, pUnknown, setting);
+    const HRESULT hr = xml::SourceElement(riid, pUnknown, setting);
     return FAILED(hr) ? hr : SaveTo(setting);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
@@ -115,39 +115,21 @@ HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
   for (UINT dishNum = 0; dishNum < m_dishes.size(); ++dishNum) {
     dom::Element element;
     if (CXmlUsrConfParser::GetDish(setting, dishNum, &element) != S_OK) continue;
-    LONG count = 0;
-    CXmlUsrConfParser::CountDishSats(element, &count);
-    if (count > 0) hr = LoadDish(element, m_dishes[dishNum]);
+    dom::ElementList elements;
+    element.Select(CXmlUsrConfParser::kDishSatPath, elements);
+    hr = LoadElements(elements, m_dishes[dishNum], hr,
+                      [this](const dom::Element& record, LONG position, Loaded& loaded) {
+                        return LoadRecord(record, position, loaded);
+                      });
   }
   SetDirty(0);
   return hr;
 }
 
-HRESULT CDishSatInfoMgr::LoadDish(const dom::Element& element, Dish& dish) {
-  dom::ElementList elements;
-  HRESULT hr = element.Select(CXmlUsrConfParser::kDishSatPath, elements);
-  if (FAILED(hr)) return hr;
-  Loaded loaded;
-  for (LONG position = 0; position < elements.Count(); ++position) {
-    dom::Element record;
-    hr = elements.Item(position, record);
-    if (hr == S_OK) hr = LoadRecord(record, position, loaded);
-  }
-  dish.AddLoaded(loaded);
-  return hr;
-}
-
 HRESULT CDishSatInfoMgr::LoadRecord(const dom::Element& element, LONG position, Loaded& loaded) {
   ComPtr<IDishSatInfo> record;
-  HRESULT hr = CreateDishSatInfo(record.Receive());
-  if (FAILED(hr)) return hr;
-  hr = xml::DishSatElementIO(element, record.Get(), xml::Direction::Read);
-  if (FAILED(hr)) return hr;
-  const UINT index = static_cast<UINT>(position);
-  record->SetIndex(index);
-  record->SetDirty(0);
-  loaded.push_back({std::move(record), index, index});
-  return S_OK;
+  const HRESULT hr = CreateDishSatInfo(record.Receive());
+  return FAILED(hr) ? hr : LoadNumbered(record, xml::DishSatElementIO, element, position, loaded);
 }
 
 // Elements that no assignment has any more stay: only clearing and removing take them out.

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <array>
-#include <vector>
 
 #include "core/gen_com_obj.h"
 #include "platform/dom.h"
-#include "satellite/record_list.h"
+#include "satellite/record_loading.h"
 
 /// The satellites of up to four dishes. Unlike the lists of the catalogue it can save itself. It is
 /// a member of the database object and never destroyed through Release.
@@ -38,10 +37,9 @@ class CDishSatInfoMgr : public CGenComObj<CDishSatInfoMgr, IDishSatInfoMgr> {
 
  private:
   using Dish = RecordList<IDishSatInfo>;
-  using Loaded = std::vector<Dish::Loaded>;
+  using Loaded = NewRecords<IDishSatInfo>;
 
   HRESULT LoadFrom(const dom::Element& setting);
-  HRESULT LoadDish(const dom::Element& element, Dish& dish);
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
   HRESULT SaveTo(const dom::Element& setting);
   static HRESULT SaveDish(const dom::Element& element, const Dish& dish);

@@ -42,13 +42,6 @@ HRESULT CLNBInfoMgr::Renumber(bool ascending) {
 
 HRESULT CLNBInfoMgr::LoadRecord(const dom::Element& element, LONG position, Loaded& loaded) {
   ComPtr<ILNBInfo> record;
-  HRESULT hr = CreateLNBInfo(record.Receive());
-  if (FAILED(hr)) return hr;
-  hr = xml::LNBElementIO(element, record.Get(), xml::Direction::Read);
-  if (FAILED(hr)) return hr;
-  const UINT index = static_cast<UINT>(position);
-  record->SetIndex(index);
-  record->SetDirty(0);
-  loaded.push_back({std::move(record), index, index});
-  return S_OK;
+  const HRESULT hr = CreateLNBInfo(record.Receive());
+  return FAILED(hr) ? hr : LoadNumbered(record, xml::LNBElementIO, element, position, loaded);
 }

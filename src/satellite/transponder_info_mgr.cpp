@@ -57,14 +57,7 @@ HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetDirty(LONG* plDirty) {
 HRESULT CTransponderInfoMgr::LoadRecord(const dom::Element& element, LONG position,
                                         Loaded& loaded) {
   ComPtr<ITransponderInfo> record;
-  HRESULT hr = CreateTransponderInfo(record.Receive());
-  if (FAILED(hr)) return hr;
-  hr = xml::TransponderElementIO(element, record.Get(), xml::Direction::Read);
-  if (FAILED(hr)) return hr;
-  // Its position is its index before it is added, so the file's order is the list's.
-  const UINT index = static_cast<UINT>(position);
-  record->SetIndex(index);
-  record->SetDirty(0);
-  loaded.push_back({std::move(record), index, index});
-  return S_OK;
+  const HRESULT hr = CreateTransponderInfo(record.Receive());
+  return FAILED(hr) ? hr
+                    : LoadNumbered(record, xml::TransponderElementIO, element, position, loaded);
 }

@@ -61,9 +61,7 @@ void ReadWord(std::string_view word, HRESULT (*parse)(std::string_view, T*), BYT
 void ReadBlockField(const dom::Element& element, const Field& field, BYTE* base) {
   BYTE* place = base + field.offset;
   if (field.form == Form::Number || field.form == Form::Language) {
-    LONG number = 0;
-    GetAttrInt(element, field.attribute, &number);
-    const auto bits = static_cast<std::uint32_t>(number);
+    const auto bits = static_cast<std::uint32_t>(AttrInt(element, field.attribute));
     if (field.form == Form::Language) {
       station_blocks::StoreLanguage(place, bits);
     } else {

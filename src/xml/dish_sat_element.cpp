@@ -8,9 +8,7 @@ namespace xml {
 namespace {
 
 DWORD Number(const dom::Element& element, const char* name) {
-  LONG value = 0;
-  GetAttrInt(element, name, &value);
-  return static_cast<DWORD>(value);
+  return static_cast<DWORD>(AttrInt(element, name));
 }
 
 HRESULT ReadDishSat(const dom::Element& element, IDishSatInfo* dishSat) {

@@ -8,15 +8,8 @@ namespace xml {
 
 namespace {
 
-// A missing number reads as 0.
-LONG Number(const dom::Element& element, const char* name) {
-  LONG value = 0;
-  GetAttrInt(element, name, &value);
-  return value;
-}
-
 DWORD Unsigned(const dom::Element& element, const char* name) {
-  return static_cast<DWORD>(Number(element, name));
+  return static_cast<DWORD>(AttrInt(element, name));
 }
 
 // The value of a word, or `notSet` where the text is none.
@@ -29,7 +22,7 @@ T ValueOf(HRESULT (*reader)(std::string_view, T*), std::string_view word, T notS
 
 HRESULT ReadSatellite(const dom::Element& element, ISatelliteInfo* satellite) {
   CarryText texts(element);
-  satellite->SetOrbitalPosition(0, Number(element, "pos"));
+  satellite->SetOrbitalPosition(0, AttrInt(element, "pos"));
   satellite->SetName(texts.Wide("name").Get());
   satellite->SetID(texts.Wide("id").Get());
   satellite->SetRegion(
@@ -37,8 +30,8 @@ HRESULT ReadSatellite(const dom::Element& element, ISatelliteInfo* satellite) {
   satellite->SetDivision(
       ValueOf(tuning_texts::SatDivisionFromNarrow, texts.Narrow("division"), SatcoDX_Unknown));
   // Spelt so in every file there is.
-  satellite->SetAzimuth(Number(element, "azimuthe"));
-  satellite->SetElevation(Number(element, "elevation"));
+  satellite->SetAzimuth(AttrInt(element, "azimuthe"));
+  satellite->SetElevation(AttrInt(element, "elevation"));
   return satellite->SetIndex(Unsigned(element, "index"));
 }
 
@@ -102,7 +95,7 @@ HRESULT TransponderElementIO(const dom::Element& element, ITransponderInfo* tran
   transponder->SetCarrierFrequency(Unsigned(element, "freq"));
   transponder->SetPolarisation(ValueOf(tuning_texts::PolarisationFromNarrow,
                                        texts.Narrow("polarisation"), BDA_POLARISATION_NOT_SET));
-  transponder->SetSymbolRate(Number(element, "symbolRate"));
+  transponder->SetSymbolRate(AttrInt(element, "symbolRate"));
   transponder->SetInnerFECRate(
       ValueOf(tuning_texts::FecRateFromNarrow, texts.Narrow("innerFECRate"), BDA_BCC_RATE_NOT_SET));
   transponder->SetModulationType(

@@ -1,6 +1,5 @@
 #include "xml/xml_chan_parser.h"
 
-#include <cstdio>
 #include <string>
 
 #include "platform/text.h"
@@ -14,13 +13,6 @@ namespace {
 constexpr char kCountryPath[] = "./Country";
 constexpr char kChannelSetPath[] = "./ChannelSet";
 constexpr char kChannelPath[] = "./Channel";
-
-// "./name[@key='value']"
-std::string KeyPath(const char* path, const char* key, LONG value) {
-  char text[256];
-  std::snprintf(text, sizeof(text), "%s[@%s='%d']", path, key, static_cast<int>(value));
-  return text;
-}
 
 // Written for people to read, never looked up. The types that have no text have no codec either.
 const char* SignalTypeText(InputSignalType signalType) {
@@ -115,7 +107,8 @@ HRESULT CXmlChanParser::FindOrCreateCountry(DWORD countryCode, dom::Element* cou
   if (country == nullptr) return E_POINTER;
   dom::Element root;
   if (GetRoot(root) != S_OK) return E_FAIL;
-  const std::string path = KeyPath(kCountryPath, "countrycode", static_cast<LONG>(countryCode));
+  const std::string path =
+      xml::KeyPath(kCountryPath, "countrycode", static_cast<LONG>(countryCode));
   if (root.SelectSingle(path.c_str(), *country) == S_OK) return S_OK;
   return CreateCountry(root, countryCode, country);
 }
@@ -139,17 +132,13 @@ HRESULT CXmlChanParser::FindChannelSet(const dom::Element& country, InputSignalT
   if (!country) return E_POINTER;
   if (set == nullptr) return E_FAIL;
   *set = dom::Element();
-  const std::string path = KeyPath(kChannelSetPath, "inputSignalType", signalType);
+  const std::string path = xml::KeyPath(kChannelSetPath, "inputSignalType", signalType);
   if (country.SelectSingle(path.c_str(), *set) == S_OK) return S_OK;
   return create ? CreateChannelSet(country, signalType, set) : E_FAIL;
 }
 
 HRESULT CXmlChanParser::CountChannels(const dom::Element& set, LONG* count) {
-  if (!set || count == nullptr) return E_POINTER;
-  dom::ElementList channels;
-  const HRESULT hr = set.Select(kChannelPath, channels);
-  *count = channels.Count();
-  return hr;
+  return xml::CountChildren(set, kChannelPath, count);
 }
 
 HRESULT CXmlChanParser::GetChannelElement(const dom::Element& set, LONG position,

@@ -52,6 +52,13 @@ HRESULT CXmlDocument::LoadFile(bool& success) {
   return hr;
 }
 
+HRESULT CXmlDocument::LoadOrEmpty() {
+  bool success = false;
+  const HRESULT hr = LoadFile(success);
+  if (success) m_dirty = false;
+  return success ? S_OK : hr;
+}
+
 bool CXmlDocument::KeepUnreadable() {
   if (m_unreadable && files::Size(m_path) > 0 && !files::KeepUnreadable(m_path)) return false;
   m_unreadable = false;

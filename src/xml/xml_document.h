@@ -33,6 +33,10 @@ class CXmlDocument {
   /// Loads the file and remembers when there was something in it that could not be read. E_FAIL
   /// without a document.
   HRESULT LoadFile(bool& success);
+  /// The same for files that are never made anew: clears the dirty flag when the file was read,
+  /// else leaves it and hands the document's answer up, which is S_FALSE for a missing or
+  /// unreadable file.
+  HRESULT LoadOrEmpty();
   /// Writes the document by itself. A file that could not be read is first kept beside its path;
   /// where that is not possible nothing is written.
   HRESULT SaveFile();

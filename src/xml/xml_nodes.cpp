@@ -1,5 +1,7 @@
 #include "xml/xml_nodes.h"
 
+#include <cstdio>
+
 namespace xml {
 
 HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
@@ -9,6 +11,12 @@ HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
   const HRESULT hr = element.GetInt(name, number);
   if (hr == S_OK) *value = number;
   return hr;
+}
+
+LONG AttrInt(const dom::Element& element, const char* name) {
+  LONG value = 0;
+  GetAttrInt(element, name, &value);
+  return value;
 }
 
 HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer) {
@@ -26,6 +34,18 @@ HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value) {
   return element.SetText(name, value);
 }
 
+std::string KeyPath(const char* path, const char* key, LONG value) {
+  char text[256];
+  std::snprintf(text, sizeof(text), "%s[@%s='%d']", path, key, static_cast<int>(value));
+  return text;
+}
+
+HRESULT SourceElement(REFIID riid, IUnknown* pUnknown, dom::Element& element) {
+  if (!(riid == dom::kIidNode) && !(riid == dom::kIidElement)) return E_NOTIMPL;
+  if (pUnknown == nullptr) return E_INVALIDARG;
+  return dom::Element::From(pUnknown, element);
+}
+
 HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, const char* path,
                      const char* key, LONG value) {
   if (!parent || !child) return E_POINTER;
@@ -33,10 +53,8 @@ HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, cons
   if (parent.Select(path, siblings) == S_OK) {
     for (LONG i = 0; i < siblings.Count(); ++i) {
       dom::Element sibling;
-      LONG siblingKey = 0;
       if (siblings.Item(i, sibling) != S_OK) continue;
-      GetAttrInt(sibling, key, &siblingKey);
-      if (siblingKey > value) return parent.InsertBefore(child, sibling);
+      if (AttrInt(sibling, key) > value) return parent.InsertBefore(child, sibling);
     }
   }
   return parent.AppendChild(child);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "platform/dom.h"
 
@@ -17,6 +18,9 @@ using TextBuffer = char[kTextSize];
 /// null argument or an empty element.
 HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value);
 
+/// The number alone; 0 when it is missing.
+LONG AttrInt(const dom::Element& element, const char* name);
+
 /// The attribute in the system's ANSI code page, cut to 259 bytes on a character boundary. Missing:
 /// S_FALSE, and the buffer keeps what it held.
 HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer);
@@ -24,6 +28,14 @@ HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& b
 HRESULT SetAttr(const dom::Element& element, const char* name, LONG value);
 /// A null text is written empty.
 HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value);
+
+/// "path[@key='value']"
+std::string KeyPath(const char* path, const char* key, LONG value);
+
+/// The element that a list is loaded from or saved to, out of the arguments of Load and Save.
+/// E_NOTIMPL for an identifier other than that of a node or an element, E_INVALIDARG for null and
+/// for what is not an element of this library's documents.
+HRESULT SourceElement(REFIID riid, IUnknown* pUnknown, dom::Element& element);
 
 /// Inserts `child` before the first sibling of the path whose numeric `key` attribute is greater
 /// than `value`, else appends it. A missing key reads as 0; siblings that are out of order stay so.

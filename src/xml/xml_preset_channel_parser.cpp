@@ -1,6 +1,5 @@
 #include "xml/xml_preset_channel_parser.h"
 
-#include <cstdio>
 #include <string>
 
 #include "channels/chan_info.h"
@@ -15,25 +14,14 @@ constexpr char kSetPath[] = "./Country[@countrycode='81']/ChannelSet[@inputSigna
 constexpr char kAreaPath[] = "./Area";
 constexpr char kSubAreaPath[] = "./SubArea";
 
-std::string PathOf(const char* element, const char* key, LONG value) {
-  char text[256];
-  std::snprintf(text, sizeof(text), "%s[@%s='%d']", element, key, static_cast<int>(value));
-  return text;
+std::string AreaPath(LONG lArea) { return xml::KeyPath(kAreaPath, "AreaIndex", lArea); }
+
+std::string SubAreaPath(LONG lSubArea) {
+  return xml::KeyPath(kSubAreaPath, "SubAreaIndex", lSubArea);
 }
-
-std::string AreaPath(LONG lArea) { return PathOf(kAreaPath, "AreaIndex", lArea); }
-
-std::string SubAreaPath(LONG lSubArea) { return PathOf(kSubAreaPath, "SubAreaIndex", lSubArea); }
 
 std::string SubAreaPath(LONG lArea, LONG lSubArea) {
   return AreaPath(lArea) + SubAreaPath(lSubArea).substr(1);
-}
-
-HRESULT CountMatches(const dom::Element& set, const std::string& path, LONG* count) {
-  dom::ElementList matches;
-  const HRESULT hr = set.Select(path.c_str(), matches);
-  *count = matches.Count();
-  return hr;
 }
 
 HRESULT CopyName(const dom::Element& element, CHAR* buffer) {
@@ -85,13 +73,6 @@ void Renumber(const dom::Element& area) {
 
 }  // namespace
 
-HRESULT CXmlPreSetChannelParser::Load() {
-  bool success = false;
-  const HRESULT hr = LoadFile(success);
-  if (success) SetDirty(false);
-  return hr;
-}
-
 HRESULT CXmlPreSetChannelParser::GetPresetChannelSet(dom::Element* set) const {
   if (set == nullptr) return E_POINTER;
   *set = dom::Element();
@@ -124,7 +105,7 @@ HRESULT CXmlPreSetChannelParser::GetAreaCount(LONG* plArea) const {
   *plArea = 0;
   dom::Element set;
   const HRESULT hr = RequirePresetChannelSet(set);
-  return hr == S_OK ? CountMatches(set, kAreaPath, plArea) : hr;
+  return hr == S_OK ? xml::CountChildren(set, kAreaPath, plArea) : hr;
 }
 
 HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) const {
@@ -132,7 +113,8 @@ HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) co
   *plSubArea = 0;
   dom::Element set;
   const HRESULT hr = RequirePresetChannelSet(set);
-  return hr == S_OK ? CountMatches(set, AreaPath(lArea) + "/SubArea", plSubArea) : hr;
+  return hr == S_OK ? xml::CountChildren(set, (AreaPath(lArea) + "/SubArea").c_str(), plSubArea)
+                    : hr;
 }
 
 HRESULT CXmlPreSetChannelParser::GetAreaNameByIndex(LONG lArea, CHAR* pArea) const {

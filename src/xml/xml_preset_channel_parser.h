@@ -13,7 +13,7 @@ class CXmlPreSetChannelParser : public CXmlDocument {
  public:
   /// S_OK, or S_FALSE (the document's failure) for a missing or unreadable file: the document is
   /// then empty, and stays so. E_FAIL without a document.
-  HRESULT Load();
+  HRESULT Load() { return LoadOrEmpty(); }
 
   /// The channel set of the presets; S_OK with an empty element when the file lacks it.
   HRESULT GetPresetChannelSet(dom::Element* set) const;

@@ -2,14 +2,6 @@
 
 #include "xml/xml_nodes.h"
 
-HRESULT CXmlSatParser::Load() {
-  bool success = false;
-  const HRESULT hr = LoadFile(success);
-  if (!success) return hr;
-  SetDirty(false);
-  return S_OK;
-}
-
 HRESULT CXmlSatParser::CountSatellites(const dom::Element& table, LONG* count) {
   return xml::CountChildren(table, "./Satellite", count);
 }

@@ -10,7 +10,7 @@ class CXmlSatParser : public CXmlDocument {
  public:
   /// S_FALSE for a file that is missing or cannot be read; the document is then empty and the dirty
   /// flag as it was. E_FAIL without a document.
-  HRESULT Load();
+  HRESULT Load() { return LoadOrEmpty(); }
   /// As CXmlDocument::SaveUnlessDirty.
   HRESULT Save() { return SaveUnlessDirty(); }
 

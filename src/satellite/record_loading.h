@@ -1,0 +1,45 @@
+// How the lists of the satellite model are filled from elements.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "platform/dom.h"
+#include "satellite/record_list.h"
+#include "xml/direction.h"
+
+template <typename I>
+using NewRecords = std::vector<typename RecordList<I>::Loaded>;
+
+/// Adds a record for every element. `loadRecord(element, position, loaded)` appends it to `loaded`,
+/// or nothing when it fails: that element is left out. What is in the list stays. The result is
+/// that of the last element, `none` where there is none.
+template <typename I, typename LoadRecord>
+HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, HRESULT none,
+                     LoadRecord loadRecord) {
+  HRESULT hr = none;
+  NewRecords<I> loaded;
+  loaded.reserve(static_cast<std::size_t>(elements.Count()));
+  for (LONG position = 0; position < elements.Count(); ++position) {
+    dom::Element element;
+    hr = elements.Item(position, element);
+    if (hr == S_OK) hr = loadRecord(element, position, loaded);
+  }
+  records.AddLoaded(loaded);
+  return hr;
+}
+
+/// Reads a new record. Its position is its index before it is added, so the order of the file is
+/// that of the list.
+template <typename I>
+HRESULT LoadNumbered(const ComPtr<I>& record,
+                     HRESULT (*codec)(const dom::Element&, I*, xml::Direction),
+                     const dom::Element& element, LONG position, NewRecords<I>& loaded) {
+  const HRESULT hr = codec(element, record.Get(), xml::Direction::Read);
+  if (FAILED(hr)) return hr;
+  const UINT index = static_cast<UINT>(position);
+  record->SetIndex(index);
+  record->SetDirty(0);
+  loaded.push_back({record, index, index});
+  return S_OK;
+}
