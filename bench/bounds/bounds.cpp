@@ -53,8 +53,22 @@ std::string Descending(const char* before, std::size_t number, const char* after
 }
 
 const Input kInputs[] = {
-    {"attributes of one channel", "ChanInfo.xml", std::string(kSetHead) + "<Channel",
+    {"attributes of one element (refused)", "ChanInfo.xml", std::string(kSetHead) + "<Channel",
      [](std::size_t n) { return " a" + std::to_string(n) + "=''"; }, std::string("/>") + kSetTail},
+    {"channels of 1,024 attributes", "ChanInfo.xml", kSetHead,
+     [](std::size_t) {
+       std::string channel = "<Channel";
+       for (int n = 0; n < 1024; ++n) channel += " a" + std::to_string(n) + "=''";
+       return channel + "/>";
+     },
+     kSetTail},
+    {"elements below 256 namespaces", "ChanInfo.xml",
+     [] {
+       std::string head = "<CHANNELTABLE";
+       for (int n = 0; n < 256; ++n) head += " xmlns:p" + std::to_string(n) + "='u'";
+       return head + ">";
+     }(),
+     Always("<p0:a/>"), "</CHANNELTABLE>"},
     {"channels with equal indexes", "ChanInfo.xml", kSetHead, Always("<Channel index='5'/>"),
      kSetTail},
     {"channels with descending indexes", "ChanInfo.xml", kSetHead,
@@ -73,7 +87,7 @@ const Input kInputs[] = {
      Always("&#8364;"), std::string("'/>") + kSetTail},
     {"empty countries", "ChanInfo.xml", "<CHANNELTABLE>", Always("<Country/>"), "</CHANNELTABLE>"},
     {"nesting (refused beyond 256 levels)", "ChanInfo.xml", "<CHANNELTABLE>", Always("<a>"), ""},
-    {"namespace declarations", "ChanInfo.xml", "<CHANNELTABLE",
+    {"namespaces of one element (refused)", "ChanInfo.xml", "<CHANNELTABLE",
      [](std::size_t n) { return " xmlns:p" + std::to_string(n) + "='u'"; }, "/>"},
     {"satellites with descending indexes", "SatelliteInfo.xml", kSatHead,
      [](std::size_t n) { return Descending("<Satellite index='", n, "'/>"); }, kSatTail},

@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "platform/linux/file_descriptor.h"
 
@@ -27,6 +29,16 @@ bool FileBytes::Read(const std::string& path) {
     m_size += static_cast<std::size_t>(count);
   }
   m_bytes[m_size] = '\0';
+  return true;
+}
+
+bool FileBytes::Assign(std::string_view bytes) {
+  if (bytes.size() > kLargest) return false;
+  std::unique_ptr<char[]> copy(new char[bytes.size() + 1]);
+  std::copy(bytes.begin(), bytes.end(), copy.get());
+  copy[bytes.size()] = '\0';
+  m_bytes = std::move(copy);
+  m_size = bytes.size();
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace domtree {
 
@@ -16,6 +17,9 @@ class FileBytes {
   /// False for what is no regular file, cannot be read or is larger than kLargest.
   /// Raises std::bad_alloc.
   bool Read(const std::string& path);
+  /// Replaces the bytes by a copy of others. False when these are more than kLargest. Raises
+  /// std::bad_alloc.
+  bool Assign(std::string_view bytes);
   void Reset() { *this = FileBytes(); }
 
   const char* Data() const { return m_bytes.get(); }

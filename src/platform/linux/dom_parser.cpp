@@ -7,6 +7,8 @@
 #include <memory>
 #include <mutex>
 
+#include "platform/linux/dom_attribute_bound.h"
+#include "platform/linux/dom_encoding.h"
 #include "platform/linux/dom_tree_builder.h"
 
 namespace domtree {
@@ -32,21 +34,11 @@ class Silence {
   void* m_context;
 };
 
-enum class Feed { InPlace, Converted };
-
-xmlParserInput* NewInput(xmlParserCtxt* parser, const FileBytes& file, Feed feed) {
-  if (feed == Feed::InPlace) {
-    xmlParserInput* input = xmlNewInputStream(parser);
-    if (input == nullptr) return nullptr;
-    input->base = input->cur = reinterpret_cast<const xmlChar*>(file.Data());
-    input->end = input->base + file.Size();
-    return input;
-  }
-  xmlParserInputBuffer* copy = xmlParserInputBufferCreateMem(
-      file.Data(), static_cast<int>(file.Size()), XML_CHAR_ENCODING_NONE);
-  if (copy == nullptr) return nullptr;
-  xmlParserInput* input = xmlNewIOInputStream(parser, copy, XML_CHAR_ENCODING_NONE);
-  if (input == nullptr) xmlFreeParserInputBuffer(copy);
+xmlParserInput* NewInput(xmlParserCtxt* parser, const FileBytes& file) {
+  xmlParserInput* input = xmlNewInputStream(parser);
+  if (input == nullptr) return nullptr;
+  input->base = input->cur = reinterpret_cast<const xmlChar*>(file.Data());
+  input->end = input->base + file.Size();
   return input;
 }
 
@@ -57,18 +49,16 @@ bool Push(xmlParserCtxt* parser, xmlParserInput* input) {
   return false;
 }
 
-/// The parser takes a zero for the end of its input, and what cannot be converted too.
+/// The parser takes a zero for the end of its input.
 bool HasReadAll(const xmlParserInput* input) {
-  if (input == nullptr || input->cur != input->end) return false;
-  const xmlParserInputBuffer* buffer = input->buf;
-  return !buffer || (!buffer->error && (!buffer->raw || xmlBufUse(buffer->raw) == 0));
+  return input != nullptr && input->cur == input->end;
 }
 
 /// The parser believes bytes that it reads in place to be UTF-8 whatever they say they are.
-bool IsLabelledRight(const xmlParserCtxt* parser, Feed feed) {
+bool IsLabelledRight(const xmlParserCtxt* parser) {
   const xmlChar* label = parser->encoding;
-  return feed == Feed::Converted || label == nullptr ||
-         xmlStrcasecmp(label, BAD_CAST "UTF-8") == 0 || xmlStrcasecmp(label, BAD_CAST "UTF8") == 0;
+  return label == nullptr || xmlStrcasecmp(label, BAD_CAST "UTF-8") == 0 ||
+         xmlStrcasecmp(label, BAD_CAST "UTF8") == 0;
 }
 
 Declaration DeclarationOf(const xmlParserCtxt* parser) {
@@ -84,21 +74,23 @@ Declaration DeclarationOf(const xmlParserCtxt* parser) {
   }
 }
 
-bool Parse(Store& store, Feed feed) {
+bool ParseUtf8(Store& store, int options) {
+  const FileBytes& file = store.File();
+  if (!IsWithinAttributeBound({file.Data(), file.Size()})) return false;
   const Silence silence;
   const Parser parser(xmlNewParserCtxt());
   if (!parser) return false;
   // Without NOENT an ampersand in an attribute is reported as a reference. There are no entities to
   // substitute but the predefined ones: the builder stops at a document type.
-  xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
+  xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOENT | options);
   TreeBuilder builder(store, parser.get());
   *parser->sax = TreeBuilder::Handler();
   parser->userData = &builder;
-  if (!Push(parser.get(), NewInput(parser.get(), store.File(), feed))) return false;
+  if (!Push(parser.get(), NewInput(parser.get(), file))) return false;
   if (xmlParseDocument(parser.get()) != 0 || builder.HasFailed()) return false;
   if (parser->disableSAX || parser->errNo == XML_ERR_NO_MEMORY) return false;
   if (!parser->wellFormed || !parser->nsWellFormed) return false;
-  if (!HasReadAll(parser->input) || !IsLabelledRight(parser.get(), feed)) return false;
+  if (!HasReadAll(parser->input) || !IsLabelledRight(parser.get())) return false;
   store.SetDeclaration(DeclarationOf(parser.get()));
   return true;
 }
@@ -108,11 +100,10 @@ bool Parse(Store& store, Feed feed) {
 bool Parse(Store& store) {
   static std::once_flag once;
   std::call_once(once, xmlInitParser);
-  if (Parse(store, Feed::InPlace)) return true;
+  if (ParseUtf8(store, 0)) return true;
   // Another encoding is refused in front of the first node.
-  if (store.Root().First() || !Parse(store, Feed::Converted)) return false;
-  store.File().Reset();
-  return true;
+  return !store.Root().First() && ConvertToUtf8(store.File()) &&
+         ParseUtf8(store, XML_PARSE_IGNORE_ENC);
 }
 
 }  // namespace domtree

@@ -80,6 +80,8 @@ void TreeBuilder::StartElement(const xmlChar* local, const xmlChar* prefix, int 
                                const xmlChar** namespaces, int attributeCount,
                                const xmlChar** attributes) {
   if (++m_depth > kDeepest) return Fail();
+  m_declared[m_depth] = m_declared[m_depth - 1] + static_cast<std::size_t>(namespaceCount);
+  if (m_declared[m_depth] > kMostDeclared) return Fail();
   EndText();
   const int count = namespaceCount + attributeCount;
   Node& element =

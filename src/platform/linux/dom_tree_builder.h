@@ -43,10 +43,16 @@ class TreeBuilder {
   void EndText();
   NameId NameOf(const xmlChar* local, const xmlChar* prefix);
 
+  /// Namespace declarations that may be in force at once: the parser looks through them for every
+  /// element.
+  static constexpr std::size_t kMostDeclared = 256;
+
   Store& m_store;
   xmlParserCtxt* m_parser;
   Node* m_current;
   std::uint32_t m_depth = 0;
+  /// By level, how many are in force there.
+  std::array<std::size_t, kDeepest + 1> m_declared{};
   std::string m_text;
   bool m_sawSpace = false;
   bool m_failed = false;

@@ -3,9 +3,10 @@
 #include <iconv.h>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
-/// Converts one character at a time between two of iconv's encodings.
+/// Converts between two of iconv's encodings.
 class IconvConverter {
  public:
   IconvConverter(const char* to, const char* from) : m_handle(iconv_open(to, from)) {}
@@ -20,6 +21,9 @@ class IconvConverter {
 
   /// Bytes written; 0 when the character does not exist or needs more than `room` bytes.
   std::size_t Convert(std::string_view character, char* bytes, std::size_t room);
+
+  /// Appends a whole text. False when a character does not exist or the last one is cut.
+  bool ConvertAll(std::string_view text, std::string& converted);
 
  private:
   iconv_t m_handle;

@@ -27,6 +27,13 @@ std::string Utf16(const std::string& ascii, bool isBigEndian) {
   return bytes;
 }
 
+/// " a0='' a1='' ..."
+std::string Attributes(int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += " a" + std::to_string(i) + "=''";
+  return text;
+}
+
 std::string Nested(std::size_t levels) {
   std::string text;
   for (std::size_t i = 0; i < levels; ++i) text += "<a>";
@@ -119,6 +126,35 @@ TEST(DomParser, LimitsNesting) {
   EXPECT_FALSE(Loads(Nested(100000)));
 }
 
+TEST(DomParser, LimitsAttributesOfAnElement) {
+  EXPECT_TRUE(Loads("<a" + Attributes(1024) + "/>"));
+  EXPECT_FALSE(Loads("<a" + Attributes(1025) + "/>"));
+  EXPECT_FALSE(Loads("<a><b>text</b><c" + Attributes(1025) + "></c></a>"));
+  EXPECT_FALSE(Loads(Utf16("<a" + Attributes(1025) + "/>", false)));
+  EXPECT_FALSE(Loads("<?xml version='1.0' encoding='windows-1252'?><a" + Attributes(1025) + "/>"));
+  EXPECT_TRUE(Loads("<a><b" + Attributes(1024) + "/><c" + Attributes(1024) + "/></a>"))
+      << "the limit is that of one element";
+}
+
+TEST(DomParser, LimitsNothingThatOnlyLooksLikeAttributes) {
+  const std::string many = Attributes(5000);
+  EXPECT_TRUE(Loads("<a>" + many + "</a>"));
+  EXPECT_TRUE(Loads("<a b=\"" + many + "\"/>"));
+  EXPECT_TRUE(Loads("<a><!-- <b" + many + "/> --></a>"));
+  EXPECT_TRUE(Loads("<a><![CDATA[<b" + many + "/>]]></a>"));
+  EXPECT_TRUE(Loads("<a><?pi <b" + many + "/> ?></a>"));
+  EXPECT_FALSE(Loads("<a><!-- <!-- --><b" + many + "/></a>")) << "behind a comment it is one";
+}
+
+TEST(DomParser, LimitsNamespacesInForce) {
+  std::string all;
+  for (int i = 0; i < 256; ++i) all += " xmlns:p" + std::to_string(i) + "='u'";
+  EXPECT_TRUE(Loads("<a" + all + "><p7:b/></a>"));
+  EXPECT_FALSE(Loads("<a" + all + "><b xmlns='v'/></a>")) << "257 inside b";
+  EXPECT_FALSE(Loads("<a" + all + " xmlns='v'/>"));
+  EXPECT_TRUE(Loads("<t><a" + all + "/><a" + all + "/></t>")) << "the first ones have ended";
+}
+
 TEST(DomParser, ReadsOtherEncodings) {
   EXPECT_EQ("a[b=\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9]",
             Describe(Root(LoadBytes(
@@ -139,6 +175,17 @@ TEST(DomParser, ReadsOtherEncodings) {
   EXPECT_FALSE(Loads("<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE a><a/>"));
   EXPECT_FALSE(Loads("<?xml version='1.0' encoding='Shift_JIS'?><a b='\x83'/>"));
   EXPECT_FALSE(Loads("<?xml version='1.0' encoding='ISO-8859-1'?>" + Nested(257)));
+  EXPECT_EQ("a[b=\xE2\x82\xAC]",
+            Describe(Root(LoadBytes(
+                "<?xml version = '1.0'  encoding\n=\t\"WINDOWS-1252\" ?><a b='\x80'/>"))));
+}
+
+TEST(DomParser, ReadsNoEncodingsThatChangeMidway) {
+  for (const char* name : {"UTF-7", "ISO-2022-JP", "ISO-2022-CN-EXT", "IBM037", "UTF-16//TRANSLIT",
+                           "windows-1252//IGNORE", "", "windows-9999", "GB"}) {
+    const std::string text = std::string("<?xml version='1.0' encoding='") + name + "'?><a/>";
+    EXPECT_FALSE(Loads(text)) << name;
+  }
 }
 
 TEST(DomParser, ReadsLargeFilesInOtherEncodings) {
