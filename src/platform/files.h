@@ -29,8 +29,8 @@ bool KeepUnreadable(const std::string& path);
 /// Replaces a file as a whole or not at all: what is written goes to a temporary file beside the
 /// target, `Commit` makes it durable and puts it in the target's place. Without a successful
 /// `Commit` the target stays as it was and the temporary file goes. A symbolic link is followed,
-/// the old file's mode and (where allowed) owner are kept. On Linux, what a killed process left of
-/// this is removed by the next save in the same directory.
+/// the old file's mode and (where allowed) owner are kept. What a killed process left of this is
+/// removed by the next save in the same directory.
 class AtomicFile {
  public:
   explicit AtomicFile(const std::string& path);

@@ -30,8 +30,10 @@ FileHandle OpenWritten(const std::string& temporary) {
 AtomicFile::AtomicFile(const std::string& path) : m_target(path), m_failed(true) {
   const std::wstring target = TargetOf(path);
   if (target.empty() || !IsReplaceable(target)) return;
+  const std::wstring directory = wide_path::DirectoryOf(target);
+  temporary_file::RemoveAbandoned(directory);
   std::wstring name;
-  FileHandle file = temporary_file::Create(wide_path::DirectoryOf(target), name);
+  FileHandle file = temporary_file::Create(directory, name);
   if (!file.IsOpen()) return;
   file.Close();
   m_temporary = text::ToNarrow(name);

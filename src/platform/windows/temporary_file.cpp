@@ -3,6 +3,7 @@
 #include <aclapi.h>
 
 #include <atomic>
+#include <cstdint>
 #include <cwchar>
 
 #include "platform/windows/wide_path.h"
@@ -11,6 +12,9 @@ namespace temporary_file {
 namespace {
 
 constexpr int kMaxTries = 1000;
+constexpr wchar_t kNameForm[] = L"zt%08lx%08lx.tmp";
+// In units of 100 ns; file systems round a file's time by up to two seconds.
+constexpr std::uint64_t kClockSlack = 50000000;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN |
                                   FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
@@ -18,9 +22,55 @@ constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN
 std::wstring NextName() {
   static std::atomic<DWORD> next{GetTickCount()};
   wchar_t name[32];
-  std::swprintf(name, sizeof(name) / sizeof(name[0]), L"zt%08lx%08lx.tmp", GetCurrentProcessId(),
-                next++);
+  std::swprintf(name, sizeof(name) / sizeof(name[0]), kNameForm, GetCurrentProcessId(), next++);
   return name;
+}
+
+/// The process that made a file of that name; 0 for a name that is not of that form.
+DWORD MakerOf(const wchar_t* name) {
+  unsigned long process = 0;
+  unsigned long number = 0;
+  if (std::swscanf(name, L"zt%8lx%8lx.tmp", &process, &number) != 2) return 0;
+  wchar_t same[32];
+  std::swprintf(same, sizeof(same) / sizeof(same[0]), kNameForm, process, number);
+  return std::wcscmp(name, same) == 0 ? process : 0;
+}
+
+std::uint64_t TimeOf(const FILETIME& time) {
+  return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
+/// True when a process of that number may have made a file at that time and still lives. Numbers
+/// are given out again: a process that began after the file is another one.
+bool IsAlive(DWORD process, const FILETIME& made) {
+  const HANDLE handle = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process);
+  if (handle == nullptr) return GetLastError() != ERROR_INVALID_PARAMETER;
+  DWORD status = STILL_ACTIVE;
+  FILETIME begun{};
+  FILETIME unused{};
+  GetExitCodeProcess(handle, &status);
+  const bool isYounger = GetProcessTimes(handle, &begun, &unused, &unused, &unused) &&
+                         TimeOf(begun) > TimeOf(made) + kClockSlack;
+  CloseHandle(handle);
+  return status == STILL_ACTIVE && !isYounger;
+}
+
+bool IsAbandoned(const WIN32_FIND_DATAW& entry) {
+  constexpr DWORD kNoFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+  const DWORD process = MakerOf(entry.cFileName);
+  return process != 0 && !(entry.dwFileAttributes & kNoFile) &&
+         !IsAlive(process, entry.ftCreationTime);
+}
+
+/// True for a directory of this machine.
+bool IsLocal(const std::wstring& directory) {
+  std::wstring volume(directory.size() + MAX_PATH, L'\0');
+  const std::wstring path = directory.empty() ? L".\\" : directory;
+  if (!GetVolumePathNameW(path.c_str(), volume.data(), static_cast<DWORD>(volume.size()))) {
+    return false;
+  }
+  const UINT type = GetDriveTypeW(volume.c_str());
+  return type == DRIVE_FIXED || type == DRIVE_REMOVABLE || type == DRIVE_RAMDISK;
 }
 
 void KeepAccessList(const std::wstring& old, const std::wstring& fresh) {
@@ -55,6 +105,17 @@ FileHandle Create(const std::wstring& directory, std::wstring& name) {
     if (file.IsOpen() || GetLastError() != ERROR_FILE_EXISTS) return file;
   }
   return {};
+}
+
+void RemoveAbandoned(const std::wstring& directory) {
+  if (!IsLocal(directory)) return;
+  WIN32_FIND_DATAW entry{};
+  const HANDLE search = FindFirstFileW((directory + L"zt*.tmp").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return;
+  do {
+    if (IsAbandoned(entry)) DeleteFileW((directory + entry.cFileName).c_str());
+  } while (FindNextFileW(search, &entry));
+  FindClose(search);
 }
 
 void KeepAccess(const std::wstring& old, const std::wstring& fresh) {

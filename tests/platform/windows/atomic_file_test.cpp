@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 #include "support/temp_dir.h"
@@ -61,6 +64,88 @@ TEST(AtomicFile, AnotherWriterMayTakeTheTemporaryPath) {
   EXPECT_TRUE(file.Commit());
   EXPECT_EQ("theirs", dir.Read("new.xml"));
   EXPECT_EQ(1U, dir.Count());
+}
+
+bool Replace(const std::string& path, std::string_view bytes) {
+  files::AtomicFile file(path);
+  return file.Write(bytes) && file.Commit();
+}
+
+/// The name that a process gives its temporary files.
+std::string NameOf(DWORD process) {
+  char name[32];
+  std::snprintf(name, sizeof(name), "zt%08lx0123abcd.tmp", process);
+  return name;
+}
+
+/// A number that no process has now.
+DWORD NoProcess() {
+  for (DWORD process = 0x7FFFFFF0;; process -= 4) {
+    const HANDLE handle = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process);
+    if (handle == nullptr && GetLastError() == ERROR_INVALID_PARAMETER) return process;
+    CloseHandle(handle);
+  }
+}
+
+void MakeOld(const std::string& path) {
+  const HANDLE file = CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(INVALID_HANDLE_VALUE, file);
+  const SYSTEMTIME then = {2001, 2, 0, 3, 4, 5, 6, 7};
+  FILETIME time{};
+  EXPECT_TRUE(SystemTimeToFileTime(&then, &time));
+  EXPECT_TRUE(SetFileTime(file, &time, &time, &time));
+  CloseHandle(file);
+}
+
+TEST(AtomicFile, FilesOfProcessesThatAreGoneAreRemoved) {
+  const TempDir dir;
+  dir.Write(NameOf(NoProcess()), "abandoned");
+  dir.Write("file", "old");
+  EXPECT_TRUE(Replace(dir.File("file"), "new"));
+  EXPECT_EQ("new", dir.Read("file"));
+  EXPECT_EQ(1U, dir.Count());
+}
+
+// The process of that number is another one than the one that made the file.
+TEST(AtomicFile, FilesThatAreOlderThanTheirProcessAreRemoved) {
+  const TempDir dir;
+  const std::string name = NameOf(GetCurrentProcessId());
+  dir.Write(name, "abandoned");
+  MakeOld(dir.File(name));
+  FILETIME made{};
+  const HANDLE file = CreateFileA(dir.File(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+  EXPECT_TRUE(GetFileTime(file, &made, nullptr, nullptr));
+  CloseHandle(file);
+  if (made.dwHighDateTime > 0x01C20000) GTEST_SKIP() << "no time of creation can be set here";
+  EXPECT_TRUE(Replace(dir.File("file"), "new"));
+  EXPECT_FALSE(dir.Has(name));
+}
+
+TEST(AtomicFile, WhatIsBeingWrittenIsNotRemoved) {
+  const TempDir dir;
+  files::AtomicFile first(dir.File("file"));
+  ASSERT_TRUE(first.IsOpen());
+  dir.Write(NameOf(GetCurrentProcessId()), "of this process");
+  EXPECT_TRUE(Replace(dir.File("file"), "second"));
+  EXPECT_TRUE(dir.Has(NameOf(GetCurrentProcessId())));
+  EXPECT_TRUE(first.Write("first"));
+  EXPECT_TRUE(first.Commit());
+  EXPECT_EQ("first", dir.Read("file"));
+}
+
+TEST(AtomicFile, OtherNamesAreNotRemoved) {
+  const TempDir dir;
+  const std::string name = NameOf(NoProcess());
+  const std::string others[] = {
+      name + "x",       "x" + name, name.substr(0, 17) + ".tmp", "zt00000000.tmp",
+      "ztxxxxxxxx.tmp", "zt.tmp",   "zt 7fffff01234567.tmp"};
+  for (const std::string& other : others) dir.Write(other, "somebody's");
+  std::filesystem::create_directory(dir.File(name));
+  EXPECT_TRUE(Replace(dir.File("file"), "new"));
+  for (const std::string& other : others) EXPECT_EQ("somebody's", dir.Read(other)) << other;
+  EXPECT_TRUE(dir.Has(name)) << "a directory";
 }
 
 }  // namespace

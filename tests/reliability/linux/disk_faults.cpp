@@ -1,9 +1,10 @@
-#include "reliability/linux/disk_faults.h"
+#include "reliability/disk_faults.h"
 
 #include <fcntl.h>
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
@@ -53,6 +54,8 @@ auto Answer(Call really) -> decltype(really()) {
 }
 
 }  // namespace
+
+const bool kIsInterruptible = true;
 
 Scope::Scope(Fault fault, int position) {
   chosen = fault;

@@ -6,7 +6,7 @@
 #include <functional>
 #include <new>
 
-#include "reliability/linux/saved_files.h"
+#include "reliability/saved_files.h"
 #include "support/expect.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <thread>
 
-#include "reliability/linux/saved_files.h"
+#include "reliability/saved_files.h"
 #include "support/expect.h"
 #include "support/random.h"
 

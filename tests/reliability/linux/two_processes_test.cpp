@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "reliability/linux/saved_files.h"
+#include "reliability/saved_files.h"
 #include "support/expect.h"
 
 namespace {

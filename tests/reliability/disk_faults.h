@@ -1,22 +1,23 @@
 // Makes the system calls of saving fail, stop half-way or end the process. This program links with
-// --wrap for each of them: calls from the library's objects come through here, those of the test
-// framework and the standard library do not.
+// --wrap for each of them, on Windows for the library's pointers to them: calls of the library's
+// objects come through here.
 #pragma once
-
-#include <cerrno>
 
 namespace disk_faults {
 
 /// What happens at the chosen call.
 enum class Fault {
-  NoSpace,      ///< ENOSPC
-  NoRights,     ///< EACCES
-  Device,       ///< EIO
-  Interrupted,  ///< EINTR, once
+  NoSpace,
+  NoRights,
+  Device,       ///< it is broken
+  Interrupted,  ///< EINTR, once; Linux alone
   Short,        ///< a write takes half of its bytes; other calls work
   KillBefore,   ///< the process ends in place of the call
   KillHalf,     ///< the process ends after half of a write, or after the whole of another call
 };
+
+/// Whether calls can be interrupted here.
+extern const bool kIsInterruptible;
 
 /// While it lives, call number `position` (0 for the next one) of those that save meets the fault.
 /// NoSpace, NoRights and Device stay: every later write, create, flush and rename fails, too.

@@ -29,6 +29,9 @@ inline std::ostream& operator<<(std::ostream& out, const SavedFile& file) {
 
 extern const std::vector<SavedFile> kSavedFiles;
 
+/// The country that their databases are opened with.
+constexpr DWORD kSavedCountry = 49;
+
 /// A new database, closed; the result of making it.
 HRESULT NewDatabase(ComPtr<IZorTunedex>& database);
 

@@ -1,13 +1,12 @@
 // Every call of every save fails, stops half-way or is the last one of its process: the directory
 // then holds the old or the new records, whole, and the next save leaves nothing else behind.
-#include "reliability/linux/disk_faults.h"
+#include "reliability/disk_faults.h"
 
 #include <filesystem>
 #include <functional>
 
-#include "reliability/linux/saved_files.h"
+#include "reliability/killed_save.h"
 #include "support/expect.h"
-#include "support/linux/child.h"
 
 namespace {
 
@@ -123,6 +122,7 @@ TEST(DiskFaults, BrokenDeviceAtEveryCall) {
 }
 
 TEST(DiskFaults, InterruptionAtEveryCall) {
+  if (!disk_faults::kIsInterruptible) GTEST_SKIP() << "no call of this system is interrupted";
   ForEveryCall([](const Case& now, int position) { FailAt(now, position, Fault::Interrupted); });
 }
 
@@ -145,13 +145,7 @@ TEST(DiskFaults, ShortWriteAtEveryCall) {
 void KillAt(const Case& now, int position, Fault fault) {
   const TempDir directory;
   const std::string old = Prepare(now, directory);
-  const ComPtr<IZorTunedex> database = OpenFor(now.file, directory);
-  now.file.fill(database.Get(), kNew);
-  EXPECT_EQ(disk_faults::kKilled, ExitStatusOf([&] {
-              const disk_faults::Scope scope(fault, position);
-              now.file.save(database.Get());
-              return 0;
-            }));
+  EXPECT_EQ(disk_faults::kKilled, StatusOfKilledSave(now.file, directory, kNew, fault, position));
   ExpectOldOrNew(now, directory, old);
   ExpectNextSaveIsClean(now, directory, old);
 }

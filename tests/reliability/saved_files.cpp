@@ -1,4 +1,4 @@
-#include "reliability/linux/saved_files.h"
+#include "reliability/saved_files.h"
 
 #include <filesystem>
 
@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr DWORD kCountry = 49;
 constexpr InputSignalType kChannels = InputSignalFMRadio;
 
 ComPtr<IChannelInfoMgr> ListOf(IZorTunedex* database) {
@@ -108,7 +107,7 @@ ComPtr<IZorTunedex> OpenFor(const SavedFile& file, const TempDir& directory) {
   ComPtr<IZorTunedex> database;
   ExpectHr(S_OK, NewDatabase(database));
   const Bstr path = Wide(directory.Path());
-  ExpectHr(S_OK, database->Open(path.Get(), kCountry, file.signalType));
+  ExpectHr(S_OK, database->Open(path.Get(), kSavedCountry, file.signalType));
   ExpectHr(S_OK, database->SetStorageType(file.storage));
   return database;
 }
