@@ -1,6 +1,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/windows/file_handle.h"
+#include "platform/windows/in_use.h"
 #include "platform/windows/temporary_file.h"
 #include "platform/windows/wide_path.h"
 
@@ -70,12 +71,12 @@ bool AtomicFile::Commit() {
   const std::wstring temporary = wide_path::From(m_temporary);
   const std::wstring target = TargetOf(m_target);
   temporary_file::KeepAccess(target, temporary);
-  if (!MoveFileExW(temporary.c_str(), target.c_str(),
-                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-    return false;
-  }
-  m_temporary.clear();
-  return true;
+  const bool isMoved = in_use::Retry([&] {
+    return MoveFileExW(temporary.c_str(), target.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+  });
+  if (isMoved) m_temporary.clear();
+  return isMoved;
 }
 
 }  // namespace files

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/windows/file_handle.h"
+#include "platform/windows/in_use.h"
 #include "platform/windows/wide_path.h"
 
 namespace memory_stream {
@@ -17,9 +18,14 @@ constexpr std::size_t kBlock = std::size_t{256} * 1024;
 HRESULT Create(ComPtr<IStream>& out) { return CreateStreamOnHGlobal(nullptr, TRUE, out.Receive()); }
 
 HRESULT FromFile(const std::string& path, ComPtr<IStream>& out) {
-  const FileHandle file(wide_path::From(path), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                        OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN);
-  if (!file.IsOpen()) return HRESULT_FROM_WIN32(GetLastError());
+  const std::wstring name = wide_path::From(path);
+  FileHandle file;
+  const bool isOpen = in_use::Retry([&] {
+    file = FileHandle(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
+                      FILE_FLAG_SEQUENTIAL_SCAN);
+    return file.IsOpen();
+  });
+  if (!isOpen) return HRESULT_FROM_WIN32(GetLastError());
   ComPtr<IStream> stream;
   HRESULT hr = Create(stream);
   std::vector<char> block(kBlock);

@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <thread>
 
+#include "platform/dom.h"
 #include "platform/files.h"
 #include "support/temp_dir.h"
 
@@ -49,6 +51,47 @@ TEST(AtomicFile, FileInUseStays) {
   EXPECT_EQ("old", dir.Read("old.xml"));
   EXPECT_EQ(1U, dir.Count());
   CloseHandle(held);
+}
+
+/// Has a file open, alone, and lets go of it a moment later.
+class HeldForAMoment {
+ public:
+  explicit HeldForAMoment(const std::string& path)
+      : m_file(CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)),
+        m_thread([this] {
+          Sleep(60);
+          CloseHandle(m_file);
+        }) {
+    EXPECT_NE(INVALID_HANDLE_VALUE, m_file);
+  }
+
+ private:
+  HANDLE m_file;
+  std::jthread m_thread;
+};
+
+TEST(AtomicFile, FileInUseForAMomentIsReplaced) {
+  const TempDir dir;
+  dir.Write("old.xml", "old");
+  {
+    files::AtomicFile file(dir.File("old.xml"));
+    EXPECT_TRUE(file.Write("new"));
+    const HeldForAMoment held(dir.File("old.xml"));
+    EXPECT_TRUE(file.Commit());
+  }
+  EXPECT_EQ("new", dir.Read("old.xml"));
+  EXPECT_EQ(1U, dir.Count());
+}
+
+TEST(AtomicFile, FileInUseForAMomentIsRead) {
+  const TempDir dir;
+  dir.Write("a.xml", "<a b='1'/>");
+  const HeldForAMoment held(dir.File("a.xml"));
+  dom::Document document;
+  ASSERT_HRESULT_SUCCEEDED(document.Create());
+  bool success = false;
+  EXPECT_EQ(S_OK, document.Load(dir.File("a.xml"), success));
+  EXPECT_TRUE(success);
 }
 
 TEST(AtomicFile, AnotherWriterMayTakeTheTemporaryPath) {
