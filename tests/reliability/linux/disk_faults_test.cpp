@@ -1,11 +1,13 @@
 // Every call of every save fails, stops half-way or is the last one of its process: the directory
 // then holds the old or the new records, whole, and the next save leaves nothing else behind.
+//
+// Linux only: faults are put into calls that the files and documents of Windows do not make
 #include "reliability/linux/disk_faults.h"
 
 #include <filesystem>
 #include <functional>
 
-#include "reliability/linux/saved_files.h"
+#include "reliability/saved_files.h"
 #include "support/expect.h"
 #include "support/linux/child.h"
 

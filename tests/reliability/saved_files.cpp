@@ -1,4 +1,4 @@
-#include "reliability/linux/saved_files.h"
+#include "reliability/saved_files.h"
 
 #include <filesystem>
 
