@@ -7,12 +7,10 @@
 #include <cstdio>
 #include <memory>
 
-#include "platform/windows/module_path.h"
+#include "platform/component.h"
 
 namespace host {
 namespace {
-
-constexpr wchar_t kModule[] = L"ZorTunedex.dll";
 
 std::string ToUtf8(const wchar_t* wide) {
   const int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
@@ -23,25 +21,8 @@ std::string ToUtf8(const wchar_t* wide) {
   return utf8;
 }
 
-std::wstring ProgramDirectory() {
-  const std::wstring path = ModulePath(nullptr);
-  return path.substr(0, path.find_last_of(L"\\/") + 1);
-}
-
-/// Loaded from the program's own directory alone, once, and never unloaded.
-HMODULE Library() {
-  static const HMODULE library = LoadLibraryW((ProgramDirectory() + kModule).c_str());
-  return library;
-}
-
-template <typename Function>
-Function* EntryPoint(const char* name) {
-  if (Library() == nullptr) return nullptr;
-  return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(Library(), name)));
-}
-
 HRESULT CallPlain(const char* name) {
-  const auto function = EntryPoint<HRESULT __stdcall()>(name);
+  const auto function = component::EntryPoint<HRESULT __stdcall()>(name);
   return function ? function() : HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
 }
 
@@ -70,9 +51,7 @@ bool InputIsTerminal() {
 }
 
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
-  const auto function =
-      EntryPoint<HRESULT __stdcall(REFCLSID, REFIID, void**)>("DllGetClassObject");
-  return function ? function(rclsid, riid, ppv) : HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
+  return component::GetClassObject(rclsid, riid, ppv);
 }
 
 HRESULT CanUnloadNow() { return CallPlain("DllCanUnloadNow"); }

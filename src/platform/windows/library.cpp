@@ -7,6 +7,7 @@
 #include "platform/text.h"
 #include "platform/windows/module_handle.h"
 #include "platform/windows/module_path.h"
+#include "platform/windows/type_registration.h"
 
 namespace library {
 namespace {
@@ -21,14 +22,6 @@ std::wstring HelpDirectory(const std::wstring& path) {
   const std::size_t end = path.find_last_of(L"\\/:");
   const std::size_t length = end == std::wstring::npos ? 0 : end + 1;
   return path.substr(0, std::min(length, kLongestHelpDirectory));
-}
-
-/// A function of OLE Automation that older systems lack. Null when this one does.
-template <typename Function>
-Function* FindAutomation(const char* name) {
-  const HMODULE automation = GetModuleHandleW(L"OLEAUT32.DLL");
-  if (automation == nullptr) return nullptr;
-  return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(automation, name)));
 }
 
 HRESULT LoadOwnTypeLibrary(const std::wstring& path, ComPtr<ITypeLib>& types) {
@@ -49,32 +42,17 @@ std::string RegistryScript() {
 }
 
 HRESULT RegisterTypeLibrary(bool forUser) {
-  std::wstring path = WidePath();
+  const std::wstring path = WidePath();
   ComPtr<ITypeLib> types;
   const HRESULT hr = LoadOwnTypeLibrary(path, types);
   if (FAILED(hr)) return hr;
-  std::wstring directory = HelpDirectory(path);
-  using Function = decltype(RegisterTypeLib);
-  Function* const perUser = forUser ? FindAutomation<Function>("RegisterTypeLibForUser") : nullptr;
-  Function* const registration = perUser ? perUser : RegisterTypeLib;
-  return registration(types.Get(), path.data(), directory.data());
+  return type_registration::Register(types.Get(), path, HelpDirectory(path), forUser);
 }
 
 HRESULT UnregisterTypeLibrary(bool forUser) {
   ComPtr<ITypeLib> types;
-  HRESULT hr = LoadOwnTypeLibrary(WidePath(), types);
-  if (FAILED(hr)) return hr;
-  TLIBATTR* found = nullptr;
-  hr = types->GetLibAttr(&found);
-  if (FAILED(hr)) return hr;
-  const TLIBATTR attributes = *found;
-  types->ReleaseTLibAttr(found);
-  using Function = decltype(UnRegisterTypeLib);
-  Function* const perUser =
-      forUser ? FindAutomation<Function>("UnRegisterTypeLibForUser") : nullptr;
-  Function* const unregistration = perUser ? perUser : UnRegisterTypeLib;
-  return unregistration(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum,
-                        attributes.lcid, attributes.syskind);
+  const HRESULT hr = LoadOwnTypeLibrary(WidePath(), types);
+  return FAILED(hr) ? hr : type_registration::Unregister(types.Get(), forUser);
 }
 
 }  // namespace library

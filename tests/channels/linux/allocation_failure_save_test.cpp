@@ -1,5 +1,7 @@
 // Saving without memory, where every allocation is ours. Windows' document makes its own and is not
 // reached by a failing operator new; some of its answers are not handed up yet.
+//
+// Linux only: MSXML allocates without operator new, which is what fails here
 #include "channels/channel_records.h"
 #include "channels/channel_set.h"
 #include "channels/failing_new.h"

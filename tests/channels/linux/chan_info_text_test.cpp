@@ -1,4 +1,6 @@
 // Names in other code pages than UTF-8: the cut of a long one must not leave half a character.
+//
+// Linux only: only there does the process choose its code page
 #include "channels/channel_records.h"
 
 namespace {

@@ -1,4 +1,6 @@
 // References on the element that a list holds; other platforms' nodes are not counted so plainly.
+//
+// Linux only: about the document tree that only Linux has
 #include "channels/channel_records.h"
 #include "channels/channel_set.h"
 

@@ -1,4 +1,6 @@
 // The process-wide code page of narrow texts.
+//
+// Linux only: only there does the process choose its code page
 #include "contract/database.h"
 #include "contract/stations.h"
 #include "platform/host.h"

@@ -1,4 +1,6 @@
 // What libZorTunedex.so exports: these names, and nothing of its inside.
+//
+// Linux only: what the shared object exports; contract/windows/exports_test.cpp is its twin
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,6 @@
 // What a directory may be, and what happens to its file, on Linux.
+//
+// Linux only: file names, modes and links that Windows does not have
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -1,4 +1,6 @@
 // The file that stands for the registry, as a host names it.
+//
+// Linux only: only there does a file stand for the registry
 #include "contract/database.h"
 #include "contract/stations.h"
 #include "platform/host.h"

@@ -1,4 +1,6 @@
 // UserSettings.xml as Linux writes it, byte for byte.
+//
+// Linux only: MSXML writes other bytes, and Wine others again
 #include <fstream>
 #include <iterator>
 

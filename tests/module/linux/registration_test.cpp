@@ -1,4 +1,6 @@
 // What belongs to the file that stands for the registry.
+//
+// Linux only: only there does a file stand for the registry
 #include <sys/stat.h>
 
 #include <filesystem>

@@ -28,10 +28,11 @@ std::string Small(std::string text) {
   return text;
 }
 
-// Makes a key below HKEY_CLASSES_ROOT that everybody may read and nobody may write.
-void MakeReadOnlyKey(const wchar_t* path) {
+// Gives everybody these rights on a key below HKEY_CLASSES_ROOT, and nobody others; the key is made
+// where it is missing.
+void Allow(const wchar_t* path, DWORD rights) {
   HKEY key = nullptr;
-  ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CLASSES_ROOT, path, 0, nullptr, 0, KEY_ALL_ACCESS,
+  ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CLASSES_ROOT, path, 0, nullptr, 0, WRITE_DAC,
                                            nullptr, &key, nullptr));
   SID_IDENTIFIER_AUTHORITY world = SECURITY_WORLD_SID_AUTHORITY;
   PSID everybody = nullptr;
@@ -41,7 +42,7 @@ void MakeReadOnlyKey(const wchar_t* path) {
   const auto acl = reinterpret_cast<ACL*>(list);
   SECURITY_DESCRIPTOR descriptor;
   EXPECT_TRUE(InitializeAcl(acl, sizeof(list), ACL_REVISION));
-  EXPECT_TRUE(AddAccessAllowedAce(acl, ACL_REVISION, KEY_READ | DELETE | WRITE_DAC, everybody));
+  EXPECT_TRUE(AddAccessAllowedAce(acl, ACL_REVISION, rights | WRITE_DAC, everybody));
   EXPECT_TRUE(InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION));
   EXPECT_TRUE(SetSecurityDescriptorDacl(&descriptor, TRUE, acl, FALSE));
   EXPECT_EQ(ERROR_SUCCESS, RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor));
@@ -121,7 +122,7 @@ TEST_F(TypeLibraryRegistration, PathsOfMoreThan260Characters) {
 
 TEST_F(TypeLibraryRegistration, WithoutRights) {
   const LoadedLibrary library(ZORTUNEDEX_LIBRARY, m_sandbox);
-  MakeReadOnlyKey(L"ZorTunedex.ZorTunedex");
+  Allow(L"ZorTunedex.ZorTunedex", KEY_READ | DELETE);
   ExpectHr(E_ACCESSDENIED, library.Register());
   // The steps before the one that failed were done, those behind it were not.
   EXPECT_EQ((Values{{"", "\"ZorTunedex Class\""}}),
@@ -130,4 +131,26 @@ TEST_F(TypeLibraryRegistration, WithoutRights) {
   EXPECT_EQ((Values{{"missing", m_class}}), ValuesOf(m_class));
   EXPECT_EQ((Values{{"missing", m_root}}), ValuesOf(m_root));
   EXPECT_EQ(ERROR_SUCCESS, RegDeleteKeyW(HKEY_CLASSES_ROOT, L"ZorTunedex.ZorTunedex"));
+}
+
+// What could not be taken out goes once the rights are there, and a foreign key stays all the time.
+TEST_F(TypeLibraryRegistration, UnregisteringWithoutRights) {
+  const LoadedLibrary library(ZORTUNEDEX_LIBRARY, m_sandbox);
+  const std::string name = "hkey_classes_root\\zortunedex.zortunedex";
+  ExpectHr(S_OK, library.Register());
+  // Wine deletes a key without asking for the right, but none with a key below.
+  ExpectHr(S_OK, registry::SetText(registry::Root::ClassesRoot, "ZorTunedex.ZorTunedex\\shell", "",
+                                   "foreign"));
+  Allow(L"ZorTunedex.ZorTunedex", KEY_READ);
+  ExpectHr(E_ACCESSDENIED, library.Unregister());
+  EXPECT_EQ((Values{{"", "\"ZorTunedex Class\""}}), ValuesOf(name));
+  EXPECT_EQ((Values{{"", "\"foreign\""}}), ValuesOf(name + "\\shell"));
+  EXPECT_EQ((Values{{"", "\"ZorTunedex Class\""}}), ValuesOf(m_class));
+  EXPECT_EQ(Values{}, ValuesOf(m_root));
+  Allow(L"ZorTunedex.ZorTunedex", KEY_ALL_ACCESS);
+  ExpectHr(S_FALSE, library.Unregister());
+  EXPECT_EQ(2U, KeysWith("zortunedex").size());
+  EXPECT_EQ((Values{{"", "\"foreign\""}}), ValuesOf(name + "\\shell"));
+  EXPECT_EQ((Values{{"missing", m_class}}), ValuesOf(m_class));
+  EXPECT_EQ((Values{{"missing", m_root}}), ValuesOf(m_root));
 }

@@ -1,3 +1,4 @@
+// Linux only: modes, owners, links and limits; platform/windows/atomic_file_test.cpp is its twin
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>

@@ -1,3 +1,4 @@
+// Linux only: only there does the process choose its code page
 #include <gtest/gtest.h>
 #include <iconv.h>
 

@@ -1,4 +1,6 @@
 // Narrow text in attributes and paths under code pages other than UTF-8.
+//
+// Linux only: only there does the process choose its code page
 #include <gtest/gtest.h>
 
 #include <cstring>

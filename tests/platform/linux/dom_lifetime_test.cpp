@@ -1,4 +1,6 @@
 // Who holds what, and until when.
+//
+// Linux only: about the document tree that only Linux has
 #include <gtest/gtest.h>
 
 #include <string>

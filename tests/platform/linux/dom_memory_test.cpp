@@ -1,4 +1,6 @@
 // Memory that runs out, and memory that must not grow.
+//
+// Linux only: about the document tree that only Linux has
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -1,4 +1,6 @@
 // What the parser accepts and refuses.
+//
+// Linux only: about the document tree that only Linux has
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,4 +1,6 @@
 // The bytes that are written.
+//
+// Linux only: about the document tree that only Linux has
 #include <gtest/gtest.h>
 
 #include <string>

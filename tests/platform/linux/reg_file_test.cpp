@@ -1,3 +1,4 @@
+// Linux only: only there does a file stand for the registry
 #include "platform/linux/reg_file.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Linux only: only there does a file stand for the registry
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

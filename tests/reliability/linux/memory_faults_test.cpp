@@ -1,6 +1,8 @@
 // Memory runs out at every allocation in turn, once or for good: the caller learns of it, files
 // hold the old or the new records, and everything can be used again afterwards. What leaked would
 // be reported at the program's end.
+//
+// Linux only: faults are put into calls that the files and documents of Windows do not make
 #include "reliability/linux/memory_faults.h"
 
 #include <functional>

@@ -1,5 +1,7 @@
 // Processes that work on one directory at the same time: a reader finds a whole file at any moment,
 // and the last writer's records stand.
+//
+// Linux only: a file cannot be replaced on Windows while another database reads it
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -1,4 +1,6 @@
 // Names outside ASCII, which the shell of every platform does not hand on.
+//
+// Linux only: names outside ASCII do not pass the shell of Windows
 #include <fstream>
 #include <iterator>
 

@@ -1,4 +1,6 @@
 // The question that is asked at a terminal.
+//
+// Linux only: the terminal is played by a forked process
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,4 +1,6 @@
 // What the channel file is byte for byte, and what the file system may have in store for it.
+//
+// Linux only: MSXML writes other bytes, and Wine others again
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 

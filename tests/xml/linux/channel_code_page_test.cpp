@@ -1,4 +1,6 @@
 // Texts of the file in code pages whose characters have several bytes.
+//
+// Linux only: only there does the process choose its code page
 #include <gtest/gtest.h>
 
 #include <cstring>

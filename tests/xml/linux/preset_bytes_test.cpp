@@ -1,4 +1,6 @@
 // The preset file to the byte, and its names in both code pages of Japanese files.
+//
+// Linux only: MSXML writes other bytes, and Wine others again
 #include <gtest/gtest.h>
 
 #include "support/linux/code_page_scope.h"

@@ -1,4 +1,6 @@
 // Texts and bytes of the sample presets, where the code page is UTF-8.
+//
+// Linux only: only there does the process choose its code page
 #include <gtest/gtest.h>
 
 #include <fstream>

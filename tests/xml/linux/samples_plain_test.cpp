@@ -1,3 +1,4 @@
+// Linux only: MSXML writes other bytes, and Wine others again
 #include <gtest/gtest.h>
 
 #include <fstream>

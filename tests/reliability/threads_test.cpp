@@ -1,24 +1,17 @@
 // Many threads: the locked methods of one list against what a plain model lets them see, and
 // databases of their own over every file.
 #include <atomic>
-#include <functional>
-#include <thread>
+#include <vector>
 
+#include "reliability/in_threads.h"
 #include "reliability/saved_files.h"
 #include "support/expect.h"
 #include "support/random.h"
 
 namespace {
 
-constexpr UINT kThreads = 8;
 constexpr UINT kOfEach = 30;
 constexpr InputSignalType kType = InputSignalFMRadio;
-
-void InThreads(const std::function<void(UINT number)>& work) {
-  std::vector<std::thread> threads;
-  for (UINT number = 0; number < kThreads; ++number) threads.emplace_back(work, number);
-  for (std::thread& thread : threads) thread.join();
-}
 
 ComPtr<IChannelInfo> NewChannel(const ComPtr<IChannelInfoMgr>& list, UINT number) {
   ComPtr<IChannelInfo> channel;
@@ -98,21 +91,6 @@ TEST(Threads, EachWithADirectoryOfItsOwn) {
       EXPECT_EQ(1U, directory.Count());
     }
   });
-}
-
-// Writers in one process keep apart like those of several.
-TEST(Threads, AllOnOneDirectory) {
-  for (const SavedFile& file : kSavedFiles) {
-    const TempDir directory;
-    InThreads([&](UINT thread) {
-      for (UINT round = 0; round < 5; ++round) {
-        ExpectHr(S_OK, SaveRecords(file, directory, 10 + thread));
-        const UINT count = LoadedRecords(file, directory);
-        EXPECT_TRUE(count >= 10 && count < 10 + kThreads) << count;
-      }
-    });
-    EXPECT_EQ(1U, directory.Count());
-  }
 }
 
 }  // namespace

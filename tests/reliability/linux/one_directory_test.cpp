@@ -1,0 +1,21 @@
+// Many threads, each with databases of its own on the same files.
+//
+// Linux only: a file cannot be replaced on Windows while another database reads it
+#include "reliability/in_threads.h"
+#include "reliability/saved_files.h"
+#include "support/expect.h"
+
+// Writers in one process keep apart like those of several.
+TEST(Threads, AllOnOneDirectory) {
+  for (const SavedFile& file : kSavedFiles) {
+    const TempDir directory;
+    InThreads([&](UINT thread) {
+      for (UINT round = 0; round < 5; ++round) {
+        ExpectHr(S_OK, SaveRecords(file, directory, 10 + thread));
+        const UINT count = LoadedRecords(file, directory);
+        EXPECT_TRUE(count >= 10 && count < 10 + kThreads) << count;
+      }
+    });
+    EXPECT_EQ(1U, directory.Count());
+  }
+}
