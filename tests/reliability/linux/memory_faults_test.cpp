@@ -2,7 +2,7 @@
 // hold the old or the new records, and everything can be used again afterwards. What leaked would
 // be reported at the program's end.
 //
-// Linux only: faults are put into calls that the files and documents of Windows do not make
+// Linux only: MSXML allocates without operator new, which is what fails here
 #include "reliability/linux/memory_faults.h"
 
 #include <functional>
