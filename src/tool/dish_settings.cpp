@@ -131,9 +131,10 @@ void Rehearse(const Location& location, const Dishes& meant) {
   for (std::size_t dish = 0; dish < meant.size(); ++dish) {
     if (meant[dish].empty() || !found[dish].empty()) continue;
     const std::string number = std::to_string(dish + 1);
-    throw Failure{E_FAIL, std::string(kFile) + " has no DISH_" + number +
-                              " element: it cannot hold satellites of dish " + number +
-                              ". It was left as it was"};
+    std::string message = kFile;
+    message += " has no DISH_" + number;
+    message += " element: it cannot hold satellites of dish " + number;
+    throw Failure{E_FAIL, message += ". It was left as it was"};
   }
   Require(hr, std::string(kFile) + " cannot be written");
   if (found != meant) {

@@ -49,7 +49,8 @@ HRESULT GetRegistryCountryName(std::uint32_t code, char* buffer) {
   if (FAILED(hr)) return E_FAIL;
   if (name[0] == '\0') return S_OK;
   // Parts change places and a comma becomes a blank: never longer than what was read.
-  std::strcpy(buffer, Rearranged(identifier, name).c_str());
+  const std::string rearranged = Rearranged(identifier, name);
+  std::memcpy(buffer, rearranged.c_str(), rearranged.size() + 1);
   return S_OK;
 }
 

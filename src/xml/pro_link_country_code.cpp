@@ -9,5 +9,6 @@ std::int32_t CProLinkCountryCode::GetIndexByCode(std::uint32_t code) const {
 char* CProLinkCountryCode::GetTableName(std::int32_t row, char* buffer) const {
   const countries::CountryRow* country = countries::RowAt(row);
   if (country == nullptr || buffer == nullptr) return nullptr;
-  return std::strcpy(buffer, country->name);
+  std::memcpy(buffer, country->name, std::strlen(country->name) + 1);
+  return buffer;
 }

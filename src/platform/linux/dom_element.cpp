@@ -125,7 +125,11 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
       std::vector<IUnknown*> found;
       while (Node* node = matches.Next()) found.push_back(node);
       ElementList list;
-      if (!found.empty()) list.m_items = new IUnknown*[found.size()];
+      if (found.empty()) {
+        out = std::move(list);
+        return S_OK;
+      }
+      list.m_items = new IUnknown*[found.size()];
       for (IUnknown* node : found) {
         node->AddRef();
         list.m_items[list.m_count++] = node;

@@ -57,7 +57,8 @@ FileDescriptor Create(const std::string& directory, unsigned mode, std::string& 
   for (int count = 0; count < kMostTries; ++count) {
     const std::string name = NewName();
     if (name.empty()) return {};
-    path = directory + "/" + name;
+    path = directory;
+    path.append("/").append(name);
     FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (!file.IsOpen() || Claim(file.Get())) return file;
   }
