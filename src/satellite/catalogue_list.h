@@ -123,6 +123,8 @@ HRESULT CatalogueList<C, M, I>::LoadFrom(const dom::Element& element) {
     dom::Element record;
     hr = elements.Item(position, record);
     if (hr == S_OK) hr = static_cast<C*>(this)->LoadRecord(record, position, loaded);
+    // A part of the records must not pass for all of them.
+    if (hr == E_OUTOFMEMORY) return hr;
   }
   m_records.AddLoaded(loaded);
   this->SetDirty(0);

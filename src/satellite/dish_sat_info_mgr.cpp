@@ -118,6 +118,7 @@ HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
     LONG count = 0;
     CXmlUsrConfParser::CountDishSats(element, &count);
     if (count > 0) hr = LoadDish(element, m_dishes[dishNum]);
+    if (hr == E_OUTOFMEMORY) return hr;
   }
   SetDirty(0);
   return hr;
@@ -132,6 +133,8 @@ HRESULT CDishSatInfoMgr::LoadDish(const dom::Element& element, Dish& dish) {
     dom::Element record;
     hr = elements.Item(position, record);
     if (hr == S_OK) hr = LoadRecord(record, position, loaded);
+    // A part of the assignments must not pass for all of them.
+    if (hr == E_OUTOFMEMORY) return hr;
   }
   dish.AddLoaded(loaded);
   return hr;
