@@ -10,8 +10,7 @@ void Fuzz(const BYTE* data, std::size_t size) {
   const ComPtr<IZorTunedex> database = OpenDatabase(scratch, {});
   ChangeDishes(database);
   Require(database->SaveUserSettingsToFile() == S_OK);
-  const std::string kept = scratch.Read("UserSettings.xml.unreadable");
-  Require(kept.empty() || kept == bytes);
+  scratch.RequireCopyIs("UserSettings.xml", bytes);
 
   const ComPtr<IZorTunedex> saved = OpenDatabase(scratch, {});
   Require(DescribeDishes(saved) == DescribeDishes(database));

@@ -11,6 +11,7 @@ using station_blocks::Field;
 using station_blocks::Source;
 
 constexpr DWORD kAllServices = 0xFFFFFFFF;
+constexpr UINT kLastIndex = 0xFFFFFFFE;  // the one above it is none
 
 struct Station : _StationTuneInfo {
   explicit Station(IChannelInfo* channel) : _StationTuneInfo() {
@@ -50,8 +51,7 @@ void WalkChannel(IChannelInfo* channel) {
 }
 
 // One value of those that a row of the file's layout names.
-std::string DescribeSource(IChannelInfo* channel, const Field& field) {
-  const Station station(channel);
+std::string DescribeSource(IChannelInfo* channel, const Station& station, const Field& field) {
   UINT number = 0;
   BOOL lock = 0;
   Bstr text;
@@ -92,10 +92,14 @@ std::string DescribeChannel(IChannelInfo* channel, bool withStation) {
   channel->GetSignalType(&signalType);
   const station_blocks::Layout* layout = station_blocks::Find(signalType);
   Require(layout != nullptr);
-  std::string line;
-  for (const Field& field : layout->channel) line += DescribeSource(channel, field) + " ";
   const Station station(channel);
-  if (withStation) line += Hex(station.pbInformation, station.cbInformation);
+  std::string line;
+  for (const Field& field : layout->channel) line += DescribeSource(channel, station, field) + " ";
+  if (withStation) {
+    const std::string_view block(reinterpret_cast<const char*>(station.pbInformation),
+                                 station.cbInformation);
+    line += std::to_string(std::hash<std::string_view>()(block));
+  }
   return line + "\n";
 }
 
@@ -165,3 +169,20 @@ void ChangeChannels(const ComPtr<IChannelInfoMgr>& list) {
 std::string DescribeChannels(const ComPtr<IChannelInfoMgr>& list) { return Describe(list, false); }
 
 std::string DescribeStations(const ComPtr<IChannelInfoMgr>& list) { return Describe(list, true); }
+
+// A channel that was seen gets the last index, so that the next one with its own is found. A list
+// of one channel cannot be walked: there is one more, at the end.
+std::string DescribeEach(const ComPtr<IChannelInfoMgr>& list) {
+  std::string text;
+  UINT index = 0;
+  ComPtr<IChannelInfo> channel;
+  Require(list->CreateChannelInfo(channel.Receive()) == S_OK);
+  channel->SetChannelIndex(kLastIndex);
+  Require(list->AddChannelInfo(channel.Get()) == S_OK);
+  for (UINT place = 0; list->FindNextChannel(place, &index, kAllServices, 0, 0) == S_OK; ++place) {
+    Require(list->GetChannelInfoByIndex(index, channel.Receive()) == S_OK);
+    text += DescribeChannel(channel.Get(), true);
+    channel->SetChannelIndex(kLastIndex);
+  }
+  return text;
+}

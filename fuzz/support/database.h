@@ -30,6 +30,9 @@ void ChangeChannels(const ComPtr<IChannelInfoMgr>& list);
 std::string DescribeChannels(const ComPtr<IChannelInfoMgr>& list);
 /// The same with every byte of the stations.
 std::string DescribeStations(const ComPtr<IChannelInfoMgr>& list);
+/// The same of a list with any indexes, which has no use afterwards: its indexes are spent, and
+/// there is one channel more.
+std::string DescribeEach(const ComPtr<IChannelInfoMgr>& list);
 
 /// Everything in the catalogue of a database, asked in every way.
 std::string DescribeCatalogue(const ComPtr<IZorTunedex>& database);

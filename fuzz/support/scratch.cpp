@@ -40,6 +40,11 @@ std::string Scratch::Read(const std::string& name) const {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+void Scratch::RequireCopyIs(const std::string& name, const std::string& bytes) const {
+  const std::string kept = Read(name + ".unreadable");
+  Require(kept.empty() || kept == bytes);
+}
+
 void Scratch::RequireNoStrayFile() const {
   for (const fs::directory_entry& entry : fs::directory_iterator(m_path)) {
     const std::string name = entry.path().filename().string();

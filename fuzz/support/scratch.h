@@ -17,6 +17,8 @@ class Scratch {
   void Write(const std::string& name, std::string_view bytes) const;
   /// The whole file; empty when there is none.
   std::string Read(const std::string& name) const;
+  /// Ends the run when the copy of an unreadable file is there and holds other bytes.
+  void RequireCopyIs(const std::string& name, const std::string& bytes) const;
   /// Ends the run when something stands there that is none of the database's files.
   void RequireNoStrayFile() const;
 

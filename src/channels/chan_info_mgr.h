@@ -85,7 +85,7 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   void Renumber(bool ascending);
   void DropElements() const;
   HRESULT LoadFrom(const dom::Element& set);
-  HRESULT LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded);
+  HRESULT LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded);
   HRESULT AddLoaded(const Loaded& loaded);
   HRESULT SaveTo(const dom::Element& set);
   HRESULT SaveRecords(xml::ChannelElementIndex& elements);

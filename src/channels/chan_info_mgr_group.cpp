@@ -25,11 +25,11 @@ CChanInfoMgrGroup::~CChanInfoMgrGroup() { DestroyAll(); }
 HRESULT CChanInfoMgrGroup::CreateAll() {
   for (const InputSignalType signalType : kSignalTypes) {
     ComPtr<IChannelInfoMgr> list;
-    if (FAILED(CChanInfoMgr::CreateInstance(list.Receive()))) continue;
+    if (FAILED(RaiseLackOfMemory(CChanInfoMgr::CreateInstance(list.Receive())))) continue;
     list->SetSignalType(signalType);
     list->Open();
     // A list that is there already stays.
-    m_lists.Register(signalType, list.Get());
+    RaiseLackOfMemory(m_lists.Register(signalType, list.Get()));
   }
   return S_OK;
 }
@@ -53,7 +53,7 @@ HRESULT CChanInfoMgrGroup::LoadOne(const dom::Element& country, InputSignalType 
   if (FAILED(m_lists.Get(signalType, list.Receive()))) return S_OK;
   dom::Element set;
   if (FAILED(CXmlChanParser::FindChannelSet(country, signalType, &set, false))) return S_OK;
-  list->Load(dom::kIidNode, set.Get());
+  RaiseLackOfMemory(list->Load(dom::kIidNode, set.Get()));
   return S_OK;
 }
 
@@ -76,8 +76,6 @@ bool CChanInfoMgrGroup::SaveIfDirty(UINT position, const dom::Element& country) 
   if (FAILED(CXmlChanParser::FindChannelSet(country, kSignalTypes[position], &set, true))) {
     return false;
   }
-  const HRESULT hr = list->Save(dom::kIidNode, set.Get());
   // A part of the list must not replace what the file holds.
-  if (hr == E_OUTOFMEMORY) throw ComError(hr);
-  return hr == S_OK;
+  return RaiseLackOfMemory(list->Save(dom::kIidNode, set.Get())) == S_OK;
 }

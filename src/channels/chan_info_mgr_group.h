@@ -5,7 +5,7 @@
 #include "platform/dom.h"
 
 /// The channel lists, one for each signal type that has one. Their order is fixed: it is the order
-/// of positions and of saving.
+/// of positions and of saving. Lack of memory is raised, where other failures are not told, too.
 class CChanInfoMgrGroup {
  public:
   CChanInfoMgrGroup() = default;

@@ -3,6 +3,7 @@
 
 #include "channels/bulk_insert.h"
 #include "channels/chan_info_mgr.h"
+#include "channels/channel_loading.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
 #include "xml/xml_nodes.h"
@@ -37,21 +38,21 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   if (FAILED(hr)) return hr;
   Loaded loaded;
   for (LONG position = 0; position < channels.Count(); ++position) {
-    hr = LoadChannel(channels, position, loaded);
+    hr = LoadOne(channels, position, loaded);
+    // A part of the channels must not pass for all of them.
+    if (hr == E_OUTOFMEMORY) return hr;
   }
   const HRESULT added = AddLoaded(loaded);
   SetDirty(0);
   return FAILED(added) ? added : hr;
 }
 
-HRESULT CChanInfoMgr::LoadChannel(const dom::ElementList& channels, LONG position, Loaded& loaded) {
-  Record record;
-  HRESULT hr = CreateChannelInfo(record.Receive());
-  if (FAILED(hr)) return hr;
+HRESULT CChanInfoMgr::LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded) {
   dom::Element channel;
-  hr = channels.Item(position, channel);
+  HRESULT hr = channels.Item(position, channel);
   if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
-  hr = xml::CodeChannel(channel, record.Get(), xml::Direction::Read);
+  Record record;
+  hr = LoadChannel(channel, m_signalType, record);
   if (FAILED(hr)) return hr;
   UINT index = 0;
   hr = record->GetChannelIndex(&index);

@@ -8,7 +8,9 @@
 // - A BSTR that is handed out is a fresh copy, which the caller frees with SysFreeString; a text
 //   that was never set comes out null. A BSTR that is handed in is copied; null stores null.
 // - BOOL is 32-bit, 0 or 1 unless said otherwise. Indexes are 1-based unless said otherwise.
-// - Where no memory is left for a text, a ComError carrying E_OUTOFMEMORY is raised.
+// - Where no memory is left for a text, a ComError carrying E_OUTOFMEMORY is raised. Loading,
+// saving
+//   and opening answer or raise it wherever memory ends: part of a list never passes for the whole.
 // - Objects may be called from any thread, one at a time; only reference counts are atomic, and the
 //   channel list locks the methods that say so.
 // - The order of the methods is the order of their slots behind the three of IUnknown, and is
@@ -713,8 +715,9 @@ struct IZorTunedex : public IUnknown {
   /// name and for another signal type.
   virtual HRESULT STDMETHODCALLTYPE SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) = 0;
   /// Removes a customer list, numbers the others 0, 1, 2, ... and writes the file; the result is
-  /// that of writing, and a failure leaves the old file. S_FALSE, and nothing happens, when there
-  /// is no such list.
+  /// that of writing, and a failure leaves the old file. The list may be gone from memory all the
+  /// same: LoadPresetOneSegChannelInfo brings it back. S_FALSE, and nothing happens, when there is
+  /// no such list.
   virtual HRESULT STDMETHODCALLTYPE DeleteCustomerChannelList(LONG lIndex) = 0;
   /// A new list with the channels of a sub-area, of signal type one-segment; empty for an unknown
   /// sub-area. E_POINTER for null; null is stored with E_FAIL, and with S_OK when no memory is left

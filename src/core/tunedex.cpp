@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "platform/com_error.h"
 #include "platform/com_ptr.h"
 #include "platform/files.h"
 
@@ -33,11 +34,12 @@ HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType Signal
   HRESULT hr = m_channelFile.Open(PathOf("ChanInfo.xml"));
   if (FAILED(hr)) return hr;
   m_channelLists.CreateAll();
-  LoadChannelFromFile();
-  m_satelliteFile.Open(PathOf("SatelliteInfo.xml"));
+  RaiseLackOfMemory(LoadChannelFromFile());
+  RaiseLackOfMemory(m_satelliteFile.Open(PathOf("SatelliteInfo.xml")));
   hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
   if (SUCCEEDED(hr)) hr = LoadUserSettingsFromFile();
-  LoadPresetOneSegChannelInfo();  // for one-segment alone; a missing file is no failure
+  // For one-segment alone; a missing file is no failure.
+  RaiseLackOfMemory(LoadPresetOneSegChannelInfo());
   return FAILED(hr) ? hr : S_OK;
 } catch (const std::bad_alloc&) {
   return E_OUTOFMEMORY;

@@ -2,6 +2,7 @@
 #include <new>
 
 #include "core/tunedex.h"
+#include "platform/com_error.h"
 #include "platform/com_ptr.h"
 
 HRESULT CTunedex::LoadPresetOneSegChannelInfo() try {
@@ -12,18 +13,28 @@ HRESULT CTunedex::LoadPresetOneSegChannelInfo() try {
   return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::GetAreaCount(LONG* plArea) { return m_presetFile.GetAreaCount(plArea); }
+HRESULT CTunedex::GetAreaCount(LONG* plArea) try {
+  return m_presetFile.GetAreaCount(plArea);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
+}
 
-HRESULT CTunedex::GetAreaNameByIndex(LONG lArea, CHAR* pArea) {
+HRESULT CTunedex::GetAreaNameByIndex(LONG lArea, CHAR* pArea) try {
   return m_presetFile.GetAreaNameByIndex(lArea, pArea);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::GetSubAreaCount(LONG lArea, LONG* plSubArea) {
+HRESULT CTunedex::GetSubAreaCount(LONG lArea, LONG* plSubArea) try {
   return m_presetFile.GetSubAreaCount(lArea, plSubArea);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::GetSubAreaNameByIndex(LONG lArea, LONG lSubArea, CHAR* pSubArea) {
+HRESULT CTunedex::GetSubAreaNameByIndex(LONG lArea, LONG lSubArea, CHAR* pSubArea) try {
   return m_presetFile.GetSubAreaNameByIndex(lArea, lSubArea, pSubArea);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) try {
@@ -31,7 +42,7 @@ HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) try {
   if (m_signalType != InputSignalISDBTerrestrialOneSeg) return selected;
   // What the document made of the selection is deliberately not told: from here on the result is
   // the list's. The load also takes the selection out of the document again.
-  LoadPresetOneSegChannelInfo();
+  RaiseLackOfMemory(LoadPresetOneSegChannelInfo());
   dom::Element subArea;
   HRESULT hr = m_presetFile.GetSelectedSubArea(&subArea);
   // Without presets there is nothing to put in the place of the user's channels: they stay.
@@ -40,16 +51,18 @@ HRESULT CTunedex::SetArea(LONG lArea, LONG lSubArea) try {
   hr = m_channelLists.Get(InputSignalISDBTerrestrialOneSeg, list.Receive());
   if (FAILED(hr)) return hr;
   list->Clear();
-  list->Load(dom::kIidNode, subArea.Get());
+  RaiseLackOfMemory(list->Load(dom::kIidNode, subArea.Get()));
   hr = list->SetDirty(1);
-  SaveChannelToFile();
+  RaiseLackOfMemory(SaveChannelToFile());
   return hr;
 } catch (const std::bad_alloc&) {
   return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::GetArea(LONG* plArea, LONG* plSubArea) {
+HRESULT CTunedex::GetArea(LONG* plArea, LONG* plSubArea) try {
   return m_presetFile.GetArea(plArea, plSubArea);
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) try {
@@ -57,7 +70,7 @@ HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) tr
   const HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
   if (FAILED(hr)) return hr;
   if (m_signalType == InputSignalISDBTerrestrialOneSeg) {
-    m_presetFile.SaveCustomerChannelList(country, lIndex, szSubArea);
+    RaiseLackOfMemory(m_presetFile.SaveCustomerChannelList(country, lIndex, szSubArea));
   }
   // Deliberately the country element's remaining reference count and not the outcome of the store.
   return static_cast<HRESULT>(country.Release());

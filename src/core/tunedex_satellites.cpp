@@ -2,6 +2,7 @@
 #include <new>
 
 #include "core/tunedex.h"
+#include "platform/com_error.h"
 
 namespace {
 
@@ -23,12 +24,12 @@ HRESULT CTunedex::LoadSatInfoFromFile() try {
   hr = m_satelliteFile.GetSatTable(&satellites);
   if (FAILED(hr)) return hr;
   m_satellites.Open();
-  m_satellites.Load(dom::kIidNode, satellites.Get());
+  RaiseLackOfMemory(m_satellites.Load(dom::kIidNode, satellites.Get()));
   dom::Element lnbs;
   hr = m_satelliteFile.GetLNBTable(&lnbs);
   if (FAILED(hr)) return hr;
   m_lnbs.Open();
-  m_lnbs.Load(dom::kIidNode, lnbs.Get());
+  RaiseLackOfMemory(m_lnbs.Load(dom::kIidNode, lnbs.Get()));
   return S_OK;
 } catch (const std::bad_alloc&) {
   return E_OUTOFMEMORY;
@@ -64,7 +65,7 @@ HRESULT CTunedex::LoadUserSettingsFromFile() try {
   hr = m_settingsFile.GetSatSetting(&setting);
   if (FAILED(hr)) return hr;
   m_dishes.Open();
-  m_dishes.Load(dom::kIidNode, setting.Get());
+  RaiseLackOfMemory(m_dishes.Load(dom::kIidNode, setting.Get()));
   return S_OK;
 } catch (const std::bad_alloc&) {
   return E_OUTOFMEMORY;

@@ -12,3 +12,9 @@ class ComError {
  private:
   HRESULT m_hr;
 };
+
+/// Raises lack of memory, for callers to whom no other failure matters; hands the rest back.
+inline HRESULT RaiseLackOfMemory(HRESULT hr) {
+  if (hr == E_OUTOFMEMORY) throw ComError(hr);
+  return hr;
+}

@@ -119,6 +119,7 @@ HRESULT CatalogueList<C, M, I>::LoadFrom(const dom::Element& element) {
                     [this](const dom::Element& record, LONG position, Loaded& loaded) {
                       return static_cast<C*>(this)->LoadRecord(record, position, loaded);
                     });
+  if (hr == E_OUTOFMEMORY) return hr;
   this->SetDirty(0);
   return hr;
 }

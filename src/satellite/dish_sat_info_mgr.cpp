@@ -116,11 +116,14 @@ HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
     dom::Element element;
     if (CXmlUsrConfParser::GetDish(setting, dishNum, &element) != S_OK) continue;
     dom::ElementList elements;
-    element.Select(CXmlUsrConfParser::kDishSatPath, elements);
-    hr = LoadElements(elements, m_dishes[dishNum], hr,
-                      [this](const dom::Element& record, LONG position, Loaded& loaded) {
-                        return LoadRecord(record, position, loaded);
-                      });
+    const HRESULT selected = element.Select(CXmlUsrConfParser::kDishSatPath, elements);
+    hr = FAILED(selected)
+             ? selected
+             : LoadElements(elements, m_dishes[dishNum], hr,
+                            [this](const dom::Element& record, LONG position, Loaded& loaded) {
+                              return LoadRecord(record, position, loaded);
+                            });
+    if (hr == E_OUTOFMEMORY) return hr;
   }
   SetDirty(0);
   return hr;

@@ -13,7 +13,7 @@ using NewRecords = std::vector<typename RecordList<I>::Loaded>;
 
 /// Adds a record for every element. `loadRecord(element, position, loaded)` appends it to `loaded`,
 /// or nothing when it fails: that element is left out. What is in the list stays. The result is
-/// that of the last element, `none` where there is none.
+/// that of the last element, `none` where there is none. Without memory nothing is added.
 template <typename I, typename LoadRecord>
 HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, HRESULT none,
                      LoadRecord loadRecord) {
@@ -24,6 +24,8 @@ HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, H
     dom::Element element;
     hr = elements.Item(position, element);
     if (hr == S_OK) hr = loadRecord(element, position, loaded);
+    // A part of the records must not pass for all of them.
+    if (hr == E_OUTOFMEMORY) return hr;
   }
   records.AddLoaded(loaded);
   return hr;

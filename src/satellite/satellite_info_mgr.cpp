@@ -125,7 +125,8 @@ HRESULT CSatelliteInfoMgr::LoadRecord(const dom::Element& element, LONG position
   record->SetIndex(index);
   record->SetDirty(0);
   loaded.push_back({record, key, index});
-  LoadBand(element, record.Get(), SatFreqBand_CBand);
+  hr = LoadBand(element, record.Get(), SatFreqBand_CBand);
+  if (hr == E_OUTOFMEMORY) return hr;
   // The last step for the last satellite is the result of the whole load, so a catalogue that ends
   // with a satellite without a Ku-Band answers E_FAIL although everything was loaded.
   return LoadBand(element, record.Get(), SatFreqBand_KuBand);

@@ -2,8 +2,9 @@
 
 #include <string>
 
-#include "channels/chan_info.h"
 #include "channels/chan_info_mgr.h"
+#include "channels/channel_loading.h"
+#include "platform/com_error.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
 #include "xml/xml_nodes.h"
@@ -38,12 +39,11 @@ HRESULT AppendSubArea(const dom::Element& area, LONG lSubArea, const CHAR* name)
   return area.AppendChild(created);
 }
 
-// A channel that cannot be read or written is left out.
+// A channel that cannot be read or written is left out; lack of memory is raised.
 void CopyChannel(const dom::Element& source, xml::ChannelElementIndex& elements) {
   ComPtr<IChannelInfo> record;
-  if (FAILED(CChanInfo::CreateInstance(record.Receive()))) return;
-  record->SetSignalType(InputSignalISDBTerrestrialOneSeg);
-  if (FAILED(xml::CodeChannel(source, record.Get(), xml::Direction::Read))) return;
+  const HRESULT hr = LoadChannel(source, InputSignalISDBTerrestrialOneSeg, record);
+  if (FAILED(RaiseLackOfMemory(hr))) return;
   dom::Element target;
   if (elements.FindOrCreate(record.Get(), target) != S_OK) return;
   xml::CodeChannel(target, record.Get(), xml::Direction::Write);
@@ -56,9 +56,15 @@ void CopyChannels(const dom::Element& source, const dom::Element& target) {
     source.Select("./ChannelSet[@inputSignalType = '176']/Channel", channels);
   }
   xml::ChannelElementIndex elements(target);
-  for (LONG i = 0; i < channels.Count(); ++i) {
-    dom::Element channel;
-    if (channels.Item(i, channel) == S_OK) CopyChannel(channel, elements);
+  try {
+    for (LONG i = 0; i < channels.Count(); ++i) {
+      dom::Element channel;
+      if (channels.Item(i, channel) == S_OK) CopyChannel(channel, elements);
+    }
+  } catch (...) {
+    // Half a channel in the document would be saved as one the next time.
+    elements.TakeBack();
+    throw;
   }
 }
 
@@ -176,7 +182,7 @@ HRESULT CXmlPreSetChannelParser::GetPresetChannelMgr(LONG lArea, LONG lSubArea,
   // No list, but S_OK, when it cannot be made: hosts look at the pointer.
   if (FAILED(CChanInfoMgr::CreateInstance(m_list.Receive()))) return S_OK;
   m_list->SetSignalType(InputSignalISDBTerrestrialOneSeg);
-  m_list->Load(dom::kIidNode, subArea.Get());
+  RaiseLackOfMemory(m_list->Load(dom::kIidNode, subArea.Get()));
   *ppChannelMgr = ComPtr<IChannelInfoMgr>(m_list).Detach();
   return S_OK;
 }

@@ -21,6 +21,8 @@ struct Case {
   bool isUnreadable;  ///< what stands there before is no XML
 };
 
+std::size_t FileCount(const Case& now) { return now.file.FileCount() + (now.isUnreadable ? 1 : 0); }
+
 std::string Prepare(const Case& now, const TempDir& directory) {
   if (now.isUnreadable) {
     directory.Write(now.file.name, kMalformed);
@@ -45,7 +47,7 @@ void ExpectNothingElse(const Case& now, const TempDir& directory, const std::str
   const std::string copy = std::string(now.file.name) + ".unreadable";
   for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
     const std::string name = entry.path().filename().string();
-    if (name == now.file.name) continue;
+    if (name == now.file.name || (now.file.other != nullptr && name == now.file.other)) continue;
     EXPECT_TRUE(now.isUnreadable && name.starts_with(copy)) << name;
     EXPECT_EQ(old, directory.Read(name)) << name;
   }
@@ -76,6 +78,7 @@ int CallsOf(const Case& now) {
 void ForEveryCall(const std::function<void(const Case& now, int position)>& check) {
   for (const SavedFile& file : kSavedFiles) {
     for (const bool isUnreadable : {false, true}) {
+      if (isUnreadable && file.start != nullptr) continue;  // nothing is written
       const Case now = {file, isUnreadable};
       const int calls = CallsOf(now);
       // Create, write, flush, rename, close, and the directory's own three at least.
@@ -106,7 +109,7 @@ void FailAt(const Case& now, int position, Fault fault) {
   ExpectHr(S_OK, database->SetStorageType(now.file.storage));
   ExpectHr(S_OK, now.file.save(database.Get()));
   EXPECT_EQ(kNew, LoadedRecords(now.file, directory));
-  EXPECT_EQ(now.isUnreadable ? 2U : 1U, directory.Count());
+  EXPECT_EQ(FileCount(now), directory.Count());
 }
 
 TEST(DiskFaults, FullDiskAtEveryCall) {
@@ -138,7 +141,7 @@ TEST(DiskFaults, ShortWriteAtEveryCall) {
       ExpectHr(S_OK, now.file.save(database.Get()));
     }
     EXPECT_EQ(kNew, LoadedRecords(now.file, directory));
-    EXPECT_EQ(now.isUnreadable ? 2U : 1U, directory.Count());
+    EXPECT_EQ(FileCount(now), directory.Count());
   });
 }
 

@@ -2,6 +2,7 @@
 // new file is a new row.
 #pragma once
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -21,6 +22,14 @@ struct SavedFile {
   HRESULT (*save)(IZorTunedex* database);
   /// How many records there are; their values are checked, too.
   UINT (*count)(IZorTunedex* database);
+  /// What has to be in the file before records can be saved in it; null where a save makes the
+  /// file. Such a file is never written over one that cannot be read.
+  const char* start = nullptr;
+  /// A file beside it that `fill` writes; null for none.
+  const char* other = nullptr;
+
+  /// How many files there are after a save.
+  std::size_t FileCount() const { return other == nullptr ? 1 : 2; }
 };
 
 inline std::ostream& operator<<(std::ostream& out, const SavedFile& file) {
@@ -35,7 +44,8 @@ constexpr DWORD kSavedCountry = 49;
 /// A new database, closed; the result of making it.
 HRESULT NewDatabase(ComPtr<IZorTunedex>& database);
 
-/// A database on the directory, opened for the file; null, and reported, when that fails.
+/// A database on the directory, opened for the file, which is started where it has to be; null, and
+/// reported, when that fails.
 ComPtr<IZorTunedex> OpenFor(const SavedFile& file, const TempDir& directory);
 
 /// Fills and saves; the result of saving.

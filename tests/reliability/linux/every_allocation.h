@@ -1,0 +1,22 @@
+// Calls with memory that ends at each of their allocations in turn.
+#pragma once
+
+#include <functional>
+
+#include "reliability/linux/memory_faults.h"
+#include "support/expect.h"
+
+/// A call, what it needs each time, and what has to hold afterwards: `check` is told the result, the
+/// raised one where it was raised, and whether memory was missing.
+struct Attempt {
+  std::function<void()> prepare;
+  std::function<HRESULT()> call;
+  std::function<void(HRESULT hr, bool hasFailed)> check;
+};
+
+/// Makes the attempt with memory that ends one allocation later each time, until none is missing.
+/// First one allocation alone fails, then all that follow it, too.
+void ForEveryAllocation(const Attempt& attempt);
+
+/// The call answers or raises E_OUTOFMEMORY wherever memory ends.
+void ExpectToldEverywhere(const std::function<HRESULT()>& call);
