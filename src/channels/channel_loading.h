@@ -5,7 +5,7 @@
 #include "platform/dom.h"
 
 /// Makes a record of the signal type and reads it from an element of a file. E_OUTOFMEMORY also
-/// where a record does not tell: its setter answers S_OK with its station zeroed, and such a channel
-/// must not pass for the one in the file.
+/// where a record does not tell: its setter answers S_OK with its station zeroed, and such a
+/// channel must not pass for the one in the file.
 HRESULT LoadChannel(const dom::Element& element, InputSignalType signalType,
                     ComPtr<IChannelInfo>& record);

@@ -6,8 +6,8 @@
 #include "reliability/linux/memory_faults.h"
 #include "support/expect.h"
 
-/// A call, what it needs each time, and what has to hold afterwards: `check` is told the result, the
-/// raised one where it was raised, and whether memory was missing.
+/// A call, what it needs each time, and what has to hold afterwards: `check` is told the result,
+/// the raised one where it was raised, and whether memory was missing.
 struct Attempt {
   std::function<void()> prepare;
   std::function<HRESULT()> call;
