@@ -15,6 +15,7 @@ void Fuzz(const BYTE* data, std::size_t size) {
   dom::Element element;
   if (document.DocumentElement(element) != S_OK) return;
   const ComPtr<IChannelInfo> channel = ReadElement(element, signalType);
+  if (!HasIndex(channel.Get())) return;
   RequireStable(channel.Get(), signalType);
   RequireSavedIsLoaded(scratch, WriteElement(channel.Get()));
   RequireSavedIsLoaded(scratch, document);

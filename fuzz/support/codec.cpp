@@ -35,6 +35,11 @@ ComPtr<IChannelInfo> ReadElement(const dom::Element& element, InputSignalType si
   return channel;
 }
 
+bool HasIndex(IChannelInfo* channel) {
+  UINT index = 0;
+  return channel->GetChannelIndex(&index) == S_OK;
+}
+
 dom::Document WriteElement(IChannelInfo* channel) {
   dom::Document document;
   dom::Element element;

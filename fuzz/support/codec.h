@@ -14,6 +14,9 @@ InputSignalType BlockType(BYTE choice);
 /// A record of the type, as reading the element leaves it.
 ComPtr<IChannelInfo> ReadElement(const dom::Element& element, InputSignalType signalType);
 
+/// False for the number that stands for none: such a channel is in no list, and never written.
+bool HasIndex(IChannelInfo* channel);
+
 /// A new document whose root is the record's element.
 dom::Document WriteElement(IChannelInfo* channel);
 

@@ -67,6 +67,24 @@ TEST_F(Storage, AChangedChannelIsSaved) {
   ExpectText(OLESTR("another"), name.Get());
 }
 
+// The number stands for no index: no list can hold the channel, and no save may take it away.
+TEST_F(Storage, AChannelWithTheNumberOfNoIndexStaysInTheFile) {
+  const std::string other = "<Channel index=\"4294967295\" name=\"other\"/>";
+  m_directory.Write(
+      kFile, "<CHANNELTABLE><Country countrycode=\"49\"><ChannelSet inputSignalType=\"64\">" +
+                 other +
+                 "<Channel index=\"1\" name=\"one\"/></ChannelSet></Country></CHANNELTABLE>");
+  const ComPtr<IZorTunedex> database = Open();
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  UINT count = 0;
+  ExpectHr(S_OK, list->GetChannelCount(static_cast<DWORD>(ServiceAll), &count));
+  EXPECT_EQ(1U, count);
+  ExpectHr(S_OK, ChannelAt(list, 1)->SetChannelName(Wide("renamed").Get()));
+  ExpectHr(S_OK, database->SaveChannelToFile());
+  EXPECT_NE(std::string::npos, Place("renamed"));
+  EXPECT_NE(std::string::npos, Place("name=\"other\""));
+}
+
 // A save leaves its document marked, and the next one writes it again.
 TEST_F(Storage, SavingAgainWritesAgain) {
   const ComPtr<IZorTunedex> database = Open();
