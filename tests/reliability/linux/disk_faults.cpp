@@ -1,5 +1,3 @@
-#include "reliability/disk_faults.h"
-
 #include <fcntl.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -9,13 +7,10 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "reliability/disk_fault_plan.h"
+
 namespace disk_faults {
 namespace {
-
-bool isOn = false;
-Fault chosen = Fault::Device;
-int left = 0;
-int calls = 0;
 
 int ErrorOf(Fault fault) {
   switch (fault) {
@@ -30,43 +25,19 @@ int ErrorOf(Fault fault) {
   }
 }
 
-bool Stays() {
-  return chosen == Fault::NoSpace || chosen == Fault::NoRights || chosen == Fault::Device;
-}
-
-/// True when this call is the chosen one, or follows it and the fault stays.
-bool IsHit() {
-  if (!isOn) return false;
-  const int number = calls++;
-  return number == left || (number > left && Stays());
-}
-
-bool EndsProcess() { return chosen == Fault::KillBefore || chosen == Fault::KillHalf; }
-
 /// Answers for a call that is hit; `really` is the call itself.
 template <typename Call>
 auto Answer(Call really) -> decltype(really()) {
-  if (!IsHit() || chosen == Fault::Short) return really();
-  if (chosen == Fault::KillHalf) static_cast<void>(really());
+  if (!IsHit() || Chosen() == Fault::Short) return really();
+  if (Chosen() == Fault::KillHalf) static_cast<void>(really());
   if (EndsProcess()) _exit(kKilled);
-  errno = ErrorOf(chosen);
+  errno = ErrorOf(Chosen());
   return -1;
 }
 
 }  // namespace
 
 const bool kIsInterruptible = true;
-
-Scope::Scope(Fault fault, int position) {
-  chosen = fault;
-  left = position;
-  calls = 0;
-  isOn = true;
-}
-
-Scope::~Scope() { isOn = false; }
-
-int Calls() { return calls; }
 
 }  // namespace disk_faults
 
@@ -91,8 +62,8 @@ int __wrap_open(const char* path, int flags, ...) {
 }
 
 ssize_t __wrap_write(int handle, const void* bytes, std::size_t count) {
-  using disk_faults::chosen;
   using disk_faults::Fault;
+  const Fault chosen = disk_faults::Chosen();
   if (!disk_faults::IsHit()) return __real_write(handle, bytes, count);
   if (chosen == Fault::Short) return __real_write(handle, bytes, (count + 1) / 2);
   if (chosen == Fault::KillHalf) static_cast<void>(__real_write(handle, bytes, count / 2));
@@ -116,11 +87,11 @@ int __wrap_renameat2(int fromAt, const char* from, int toAt, const char* to, uns
 // A close that reports an error has closed all the same.
 int __wrap_close(int handle) {
   if (!disk_faults::IsHit()) return __real_close(handle);
-  if (disk_faults::chosen == disk_faults::Fault::KillBefore) _exit(disk_faults::kKilled);
+  if (disk_faults::Chosen() == disk_faults::Fault::KillBefore) _exit(disk_faults::kKilled);
   const int result = __real_close(handle);
   if (disk_faults::EndsProcess()) _exit(disk_faults::kKilled);
-  if (disk_faults::chosen == disk_faults::Fault::Short) return result;
-  errno = disk_faults::ErrorOf(disk_faults::chosen);
+  if (disk_faults::Chosen() == disk_faults::Fault::Short) return result;
+  errno = disk_faults::ErrorOf(disk_faults::Chosen());
   return -1;
 }
 

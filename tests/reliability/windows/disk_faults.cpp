@@ -1,14 +1,8 @@
-#include "reliability/disk_faults.h"
-
 #include "platform/com.h"
+#include "reliability/disk_fault_plan.h"
 
 namespace disk_faults {
 namespace {
-
-bool isOn = false;
-Fault chosen = Fault::Device;
-int left = 0;
-int calls = 0;
 
 DWORD ErrorOf(Fault fault) {
   switch (fault) {
@@ -21,46 +15,23 @@ DWORD ErrorOf(Fault fault) {
   }
 }
 
-bool Stays() {
-  return chosen == Fault::NoSpace || chosen == Fault::NoRights || chosen == Fault::Device;
-}
-
-bool IsHit() {
-  if (!isOn) return false;
-  const int number = calls++;
-  return number == left || (number > left && Stays());
-}
-
 void EndProcess() {
-  if (chosen == Fault::KillBefore || chosen == Fault::KillHalf) {
-    TerminateProcess(GetCurrentProcess(), kKilled);
-  }
+  if (EndsProcess()) TerminateProcess(GetCurrentProcess(), kKilled);
 }
 
 /// Answers `failed` for a call that is hit; `really` is the call itself.
 template <typename Result, typename Call>
 Result Answer(Result failed, Call really) {
-  if (!IsHit() || chosen == Fault::Short) return really();
-  if (chosen == Fault::KillHalf) static_cast<void>(really());
+  if (!IsHit() || Chosen() == Fault::Short) return really();
+  if (Chosen() == Fault::KillHalf) static_cast<void>(really());
   EndProcess();
-  SetLastError(ErrorOf(chosen));
+  SetLastError(ErrorOf(Chosen()));
   return failed;
 }
 
 }  // namespace
 
 const bool kIsInterruptible = false;
-
-Scope::Scope(Fault fault, int position) {
-  chosen = fault;
-  left = position;
-  calls = 0;
-  isOn = true;
-}
-
-Scope::~Scope() { isOn = false; }
-
-int Calls() { return calls; }
 
 }  // namespace disk_faults
 
@@ -85,8 +56,8 @@ static HANDLE WINAPI FaultyCreate(LPCWSTR path, DWORD access, DWORD share,
 
 static BOOL WINAPI FaultyWrite(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
                                LPOVERLAPPED overlapped) {
-  using disk_faults::chosen;
   using disk_faults::Fault;
+  const Fault chosen = disk_faults::Chosen();
   const auto write = [=](DWORD some) {
     return __real___imp_WriteFile(file, bytes, some, written, overlapped);
   };
@@ -108,8 +79,8 @@ static BOOL WINAPI FaultyMove(LPCWSTR from, LPCWSTR to, DWORD flags) {
 
 // A handle whose closing reports an error is closed all the same.
 static BOOL WINAPI FaultyClose(HANDLE handle) {
-  using disk_faults::chosen;
   using disk_faults::Fault;
+  const Fault chosen = disk_faults::Chosen();
   if (!disk_faults::IsHit()) return __real___imp_CloseHandle(handle);
   if (chosen == Fault::KillBefore) disk_faults::EndProcess();
   const BOOL result = __real___imp_CloseHandle(handle);

@@ -1,0 +1,38 @@
+#include "reliability/disk_fault_plan.h"
+
+namespace disk_faults {
+namespace {
+
+bool isOn = false;
+Fault chosen = Fault::Device;
+int left = 0;
+int calls = 0;
+
+bool Stays() {
+  return chosen == Fault::NoSpace || chosen == Fault::NoRights || chosen == Fault::Device;
+}
+
+}  // namespace
+
+bool IsHit() {
+  if (!isOn) return false;
+  const int number = calls++;
+  return number == left || (number > left && Stays());
+}
+
+Fault Chosen() { return chosen; }
+
+bool EndsProcess() { return chosen == Fault::KillBefore || chosen == Fault::KillHalf; }
+
+Scope::Scope(Fault fault, int position) {
+  chosen = fault;
+  left = position;
+  calls = 0;
+  isOn = true;
+}
+
+Scope::~Scope() { isOn = false; }
+
+int Calls() { return calls; }
+
+}  // namespace disk_faults
