@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cwchar>
+#include <memory>
 
 #include "platform/windows/wide_path.h"
 
@@ -110,12 +111,13 @@ FileHandle Create(const std::wstring& directory, std::wstring& name) {
 void RemoveAbandoned(const std::wstring& directory) {
   if (!IsLocal(directory)) return;
   WIN32_FIND_DATAW entry{};
-  const HANDLE search = FindFirstFileW((directory + L"zt*.tmp").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return;
+  const HANDLE first = FindFirstFileW((directory + L"zt*.tmp").c_str(), &entry);
+  if (first == INVALID_HANDLE_VALUE) return;
+  // Ends also where memory does not suffice for a path.
+  const std::unique_ptr<void, BOOL(WINAPI*)(HANDLE)> search(first, FindClose);
   do {
     if (IsAbandoned(entry)) DeleteFileW((directory + entry.cFileName).c_str());
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
+  } while (FindNextFileW(search.get(), &entry));
 }
 
 void KeepAccess(const std::wstring& old, const std::wstring& fresh) {
