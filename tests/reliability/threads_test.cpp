@@ -3,9 +3,9 @@
 #include <atomic>
 #include <vector>
 
-#include "reliability/in_threads.h"
 #include "reliability/saved_files.h"
 #include "support/expect.h"
+#include "support/in_threads.h"
 #include "support/random.h"
 
 namespace {

@@ -42,13 +42,16 @@ bool Claim(int handle) {
   return fstat(handle, &state) != 0 || state.st_nlink != 0;
 }
 
-bool IsAbandoned(int directory, const char* name) {
+/// The lock is held until the name is gone: who has just made the file and still waits for its lock
+/// finds out in `Claim`.
+void RemoveIfAbandoned(int directory, const char* name) {
   // Not blocking: what has such a name need not be a file.
   const FileDescriptor file(
       openat(directory, name, O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
   struct stat state {};
-  return file.IsOpen() && fstat(file.Get(), &state) == 0 && S_ISREG(state.st_mode) &&
-         flock(file.Get(), LOCK_EX | LOCK_NB) == 0;
+  if (!file.IsOpen() || fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode)) return;
+  // A name is never used twice, so it cannot have become another file's since it was opened.
+  if (flock(file.Get(), LOCK_EX | LOCK_NB) == 0) unlinkat(directory, name, 0);
 }
 
 }  // namespace
@@ -70,10 +73,7 @@ void RemoveAbandoned(const std::string& directory) {
   if (!entries) return;
   const int handle = dirfd(entries.get());
   while (const dirent* entry = readdir(entries.get())) {
-    // A name is never used twice, so it cannot have become another file's since it was asked.
-    if (IsName(entry->d_name) && IsAbandoned(handle, entry->d_name)) {
-      unlinkat(handle, entry->d_name, 0);
-    }
+    if (IsName(entry->d_name)) RemoveIfAbandoned(handle, entry->d_name);
   }
 }
 

@@ -12,6 +12,7 @@
 
 #include "platform/files.h"
 #include "support/allocations.h"
+#include "support/in_threads.h"
 #include "support/linux/child.h"
 #include "support/temp_dir.h"
 
@@ -252,6 +253,16 @@ TEST_F(AtomicFile, WhatIsBeingWrittenIsNotRemoved) {
   EXPECT_TRUE(fs::exists(first.TemporaryPath()));
   ASSERT_TRUE(first.Commit());
   EXPECT_EQ("first", m_dir.Read("file"));
+  EXPECT_EQ(1U, m_dir.Count());
+}
+
+// Each looks for abandoned files while the others make theirs.
+TEST_F(AtomicFile, WritersDoNotRemoveEachOthersFiles) {
+  InThreads([&](UINT thread) {
+    for (int round = 0; round < 50; ++round) {
+      EXPECT_TRUE(Replace(Path("file"), std::string(thread + 1, 'x')));
+    }
+  });
   EXPECT_EQ(1U, m_dir.Count());
 }
 

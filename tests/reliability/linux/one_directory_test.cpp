@@ -1,9 +1,9 @@
 // Many threads, each with databases of its own on the same files.
 //
 // Linux only: a file cannot be replaced on Windows while another database reads it
-#include "reliability/in_threads.h"
 #include "reliability/saved_files.h"
 #include "support/expect.h"
+#include "support/in_threads.h"
 
 // Writers in one process keep apart like those of several.
 TEST(Threads, AllOnOneDirectory) {
