@@ -8,13 +8,11 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
-
 // One channel with a different answer to every question.
 class ChannelSlots : public testing::Test {
  protected:
-  ChannelSlots() : m_database(OpenDatabase(m_directory.Path(), kType)) {
-    Channel channel = MakeChannel(kType, 2);
+  ChannelSlots() : m_database(OpenDatabase(m_directory.Path(), kSatellite)) {
+    Channel channel = MakeChannel(kSatellite, 2);
     BYTE* block = channel.station.block.data();
     station_blocks::Store(block, 4, 10);        // digital radio
     station_blocks::Store(block + 948, 4, 11);  // conditional access
@@ -24,7 +22,7 @@ class ChannelSlots : public testing::Test {
     channel.station.info.lPhysicalChannel = 15;
     channel.station.info.dwFrequency = 16;
     channel.station.info.lOffsetFreq = 17;
-    m_channel = Add(ListOf(m_database, kType), channel);
+    m_channel = Add(ListOf(m_database, kSatellite), channel);
     ExpectHr(S_OK, m_channel->SetDirty(18));
     m_expected = channel;
   }
@@ -51,7 +49,7 @@ class ChannelSlots : public testing::Test {
 }  // namespace
 
 TEST_F(ChannelSlots, Numbers) {
-  ExpectGet(3, kType);
+  ExpectGet(3, kSatellite);
   ExpectGet(5, ServiceDigitalRadio);
   ExpectSet(6, E_NOTIMPL, ServiceAnalogTV);
   ExpectGet(25, BOOL{18});

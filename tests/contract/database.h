@@ -24,6 +24,11 @@ inline constexpr InputSignalType kUnlistedTypes[] = {
     InputSignalAMRadio, static_cast<InputSignalType>(-1), static_cast<InputSignalType>(177),
 };
 
+constexpr InputSignalType kSatellite = InputSignalDVBSatellite;
+constexpr InputSignalType kTerrestrial = InputSignalDVBTerrestrial;
+
+inline constexpr char kChannelFile[] = "ChanInfo.xml";
+
 constexpr DWORD kGermany = 49;
 constexpr DWORD kUnitedKingdom = 44;
 constexpr DWORD kAllServices = 0xFFFFFFFF;

@@ -7,12 +7,11 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBTerrestrial;
-
 class ListSlots : public testing::Test {
  protected:
   ListSlots()
-      : m_database(OpenDatabase(m_directory.Path(), kType)), m_list(ListOf(m_database, kType)) {}
+      : m_database(OpenDatabase(m_directory.Path(), kTerrestrial)),
+        m_list(ListOf(m_database, kTerrestrial)) {}
 
   // Asks one of the methods that hand out a channel for the index of it.
   template <typename... Arguments>
@@ -40,10 +39,10 @@ TEST_F(ListSlots, OfAChannelList) {
   ExpectHr(S_OK, CallSlot(m_list.Get(), 3));
   ExpectHr(E_NOTIMPL, CallSlot(m_list.Get(), 6, &IID_IUnknown, m_list.Get()));
   ExpectHr(E_NOTIMPL, CallSlot(m_list.Get(), 7, &IID_IUnknown, m_list.Get()));
-  EXPECT_EQ(kType, Get<InputSignalType>(8));
+  EXPECT_EQ(kTerrestrial, Get<InputSignalType>(8));
   EXPECT_EQ(0U, IndexFrom(10));
-  AddMade(m_list, kType, 3);
-  Channel fourth = MakeChannel(kType, 4);
+  AddMade(m_list, kTerrestrial, 3);
+  Channel fourth = MakeChannel(kTerrestrial, 4);
   const ComPtr<IChannelInfo> channel = Add(m_list, fourth);
   ExpectHr(S_OK, CallSlot(m_list.Get(), 12, channel.Get()));
   EXPECT_EQ(3U, CountOf(m_list));
@@ -58,7 +57,7 @@ TEST_F(ListSlots, OfAChannelList) {
 }
 
 TEST_F(ListSlots, OfAChannelListInOrder) {
-  AddMade(m_list, kType, 4);
+  AddMade(m_list, kTerrestrial, 4);
   UINT index = 0;
   ExpectHr(S_OK, CallSlot(m_list.Get(), 17, UINT{3}, &index, kAllServices, BOOL{0}, BOOL{0}));
   EXPECT_EQ(2U, index);
@@ -78,31 +77,32 @@ TEST_F(ListSlots, OfAChannelListInOrder) {
   EXPECT_EQ(InputSignalFMRadio, Get<InputSignalType>(8));
   ExpectHr(S_OK, CallSlot(m_list.Get(), 5));
   EXPECT_EQ(0U, CountOf(m_list));
-  AddMade(m_list, kType, 1);
+  AddMade(m_list, kTerrestrial, 1);
   ExpectHr(S_OK, CallSlot(m_list.Get(), 4));
   EXPECT_EQ(0U, CountOf(m_list));
 }
 
 // Clear strips the element that the list was loaded from, Close lets go of it first.
 TEST_F(ListSlots, CloseAndClearAreNotExchanged) {
-  AddMade(m_list, kType, 2);
+  AddMade(m_list, kTerrestrial, 2);
   ExpectHr(S_OK, m_database->SaveChannelToFile());
   for (const bool clear : {false, true}) {
-    const ComPtr<IZorTunedex> database = OpenDatabase(m_directory.Path(), kType);
-    ExpectHr(S_OK, CallSlot(ListOf(database, kType).Get(), clear ? 5 : 4));
+    const ComPtr<IZorTunedex> database = OpenDatabase(m_directory.Path(), kTerrestrial);
+    ExpectHr(S_OK, CallSlot(ListOf(database, kTerrestrial).Get(), clear ? 5 : 4));
     ExpectHr(S_OK, database->SetStorageType(StorageXML));
     ExpectHr(S_OK, database->SaveChannelToFile());
-    EXPECT_EQ(clear ? 0U : 2U, CountOf(ListOf(OpenDatabase(m_directory.Path(), kType), kType)));
+    EXPECT_EQ(clear ? 0U : 2U,
+              CountOf(ListOf(OpenDatabase(m_directory.Path(), kTerrestrial), kTerrestrial)));
   }
 }
 
 TEST_F(ListSlots, OfADatabase) {
   IZorTunedex* object = m_database.Get();
   IChannelInfoMgr* list = nullptr;
-  ExpectHr(S_OK, CallSlot(object, 5, kType, &list));
+  ExpectHr(S_OK, CallSlot(object, 5, kTerrestrial, &list));
   EXPECT_EQ(m_list.Get(), list);
   list->Release();
-  AddMade(m_list, kType, 2);
+  AddMade(m_list, kTerrestrial, 2);
   ExpectHr(S_OK, CallSlot(object, 7));
   EXPECT_TRUE(m_directory.Has("ChanInfo.xml"));
   ExpectHr(S_OK, CallSlot(object, 6));
@@ -113,8 +113,8 @@ TEST_F(ListSlots, OfADatabase) {
   EXPECT_EQ(StoragePreFmtXML, storage);
   ExpectHr(S_OK, CallSlot(object, 4));
   ExpectHr(E_FAIL, object->LoadChannelFromFile());
-  ExpectHr(S_OK, CallSlot(object, 3, PathText(m_directory.Path()).Get(), kGermany, kType));
-  EXPECT_EQ(2U, CountOf(ListOf(m_database, kType)));
+  ExpectHr(S_OK, CallSlot(object, 3, PathText(m_directory.Path()).Get(), kGermany, kTerrestrial));
+  EXPECT_EQ(2U, CountOf(ListOf(m_database, kTerrestrial)));
 }
 
 TEST_F(ListSlots, OfTheClassObject) {

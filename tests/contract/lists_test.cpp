@@ -8,11 +8,9 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
-
 class Lists : public testing::Test {
  protected:
-  Lists() : m_database(OpenDatabase(m_directory.Path(), kType)) {}
+  Lists() : m_database(OpenDatabase(m_directory.Path(), kSatellite)) {}
 
   TempDir m_directory;
   ComPtr<IZorTunedex> m_database;
@@ -44,7 +42,7 @@ TEST_F(Lists, NoOtherTypeHasOne) {
     EXPECT_EQ(static_cast<void*>(m_database.Get()), static_cast<void*>(list));
     ExpectHr(E_POINTER, m_database->GetChannelInfoMgr(signalType, nullptr));
   }
-  ExpectHr(E_POINTER, m_database->GetChannelInfoMgr(kType, nullptr));
+  ExpectHr(E_POINTER, m_database->GetChannelInfoMgr(kSatellite, nullptr));
 }
 
 TEST_F(Lists, NewChannelsAreOfTheListsType) {
@@ -58,41 +56,41 @@ TEST_F(Lists, NewChannelsAreOfTheListsType) {
 }
 
 TEST_F(Lists, OutliveTheirDatabaseEmpty) {
-  const ComPtr<IChannelInfoMgr> list = ListOf(m_database, kType);
-  AddMade(list, kType, 3);
+  const ComPtr<IChannelInfoMgr> list = ListOf(m_database, kSatellite);
+  AddMade(list, kSatellite, 3);
   const ComPtr<IChannelInfo> channel = ChannelAt(list, 2);
   ExpectRefCount(2, channel.Get());
   ExpectHr(S_OK, m_database->Close());
   EXPECT_EQ(0U, CountOf(list));
   ExpectRefCount(1, list.Get());
   ExpectRefCount(1, channel.Get());
-  ExpectChannel(MakeChannel(kType, 2), Fetch(channel));
+  ExpectChannel(MakeChannel(kSatellite, 2), Fetch(channel));
   m_database.Reset();
   // The list works on by itself.
-  AddMade(list, kType, 2);
-  ExpectMade(list, kType, 2);
+  AddMade(list, kSatellite, 2);
+  ExpectMade(list, kSatellite, 2);
 }
 
 TEST_F(Lists, OutliveADatabaseThatWasNeverClosed) {
-  AddMade(ListOf(m_database, kType), kType, 2);
+  AddMade(ListOf(m_database, kSatellite), kSatellite, 2);
   ExpectHr(S_OK, m_database->SaveChannelToFile());
-  ComPtr<IZorTunedex> loaded = OpenDatabase(m_directory.Path(), kType);
-  const ComPtr<IChannelInfoMgr> list = ListOf(loaded, kType);
+  ComPtr<IZorTunedex> loaded = OpenDatabase(m_directory.Path(), kSatellite);
+  const ComPtr<IChannelInfoMgr> list = ListOf(loaded, kSatellite);
   const ComPtr<IChannelInfo> channel = ChannelAt(list, 1);
   loaded.Reset();
   EXPECT_EQ(0U, CountOf(list));
-  ExpectChannel(MakeChannel(kType, 1), Fetch(channel));
+  ExpectChannel(MakeChannel(kSatellite, 1), Fetch(channel));
   ExpectHr(S_OK, list->Clear());
   ExpectHr(S_OK, list->Close());
 }
 
 // A list that lost its database does not reach the next one that is opened.
 TEST_F(Lists, AClosedListStaysOutOfTheNextOpen) {
-  const ComPtr<IChannelInfoMgr> old = ListOf(m_database, kType);
+  const ComPtr<IChannelInfoMgr> old = ListOf(m_database, kSatellite);
   ExpectHr(S_OK, m_database->Close());
-  AddMade(old, kType, 2);
-  ExpectHr(S_OK, m_database->Open(PathText(m_directory.Path()).Get(), kGermany, kType));
-  EXPECT_NE(old.Get(), ListOf(m_database, kType).Get());
+  AddMade(old, kSatellite, 2);
+  ExpectHr(S_OK, m_database->Open(PathText(m_directory.Path()).Get(), kGermany, kSatellite));
+  EXPECT_NE(old.Get(), ListOf(m_database, kSatellite).Get());
   ExpectHr(E_FAIL, m_database->SaveChannelToFile());
   EXPECT_EQ(0U, m_directory.Count());
 }

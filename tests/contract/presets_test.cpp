@@ -13,9 +13,8 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalISDBTerrestrialOneSeg;
+constexpr InputSignalType kOneSegment = InputSignalISDBTerrestrialOneSeg;
 constexpr DWORD kJapan = 81;
-constexpr char kChannelFile[] = "ChanInfo.xml";
 constexpr char kPresetFile[] = "PreSetChannelInfo.xml";
 
 /// Three areas: North (0) with Harbour (channels 1 and 2) and Hills (none), South (1) with Plain
@@ -30,7 +29,7 @@ class Presets : public testing::Test {
  protected:
   Presets() { m_directory.Write(kPresetFile, PresetBytes()); }
 
-  ComPtr<IZorTunedex> Open(InputSignalType signalType = kType, DWORD country = kJapan) const {
+  ComPtr<IZorTunedex> Open(InputSignalType signalType = kOneSegment, DWORD country = kJapan) const {
     return OpenDatabase(m_directory.Path(), signalType, country);
   }
   /// What another host that opens the directory finds in ChanInfo.xml.
@@ -39,7 +38,7 @@ class Presets : public testing::Test {
   /// Makes ChanInfo.xml with so many made channels.
   void WriteChannels(UINT count) const {
     const ComPtr<IZorTunedex> database = Open();
-    AddMade(ListOf(database, kType), kType, count);
+    AddMade(ListOf(database, kOneSegment), kOneSegment, count);
     ExpectHr(S_OK, database->SaveChannelToFile());
   }
   void ExpectPresetFileUntouched() const {
@@ -71,7 +70,7 @@ std::string Describe(const ComPtr<IZorTunedex>& database, LONG lArea, LONG lSubA
 }
 
 std::string Presets::ChannelsInFile(DWORD country) const {
-  return Describe(ListOf(Open(kType, country), kType));
+  return Describe(ListOf(Open(kOneSegment, country), kOneSegment));
 }
 
 std::string Presets::PresetsInFile(LONG lArea, LONG lSubArea) const {
@@ -152,7 +151,7 @@ TEST_F(Presets, WithoutAFile) {
   ExpectHr(S_FALSE, database->LoadPresetOneSegChannelInfo());
   ExpectNone(database);
   ExpectHr(S_OK, database->SaveCustomerChannelList(0, "name"));
-  ExpectMade(ListOf(database, kType), kType, 2);
+  ExpectMade(ListOf(database, kOneSegment), kOneSegment, 2);
   EXPECT_EQ(1U, m_directory.Count());
 }
 
@@ -163,7 +162,7 @@ TEST_F(Presets, WithAFileThatCannotBeUsed) {
                             "</CHANNELTABLE>"}) {
     SCOPED_TRACE(bytes);
     m_directory.Write(kPresetFile, bytes);
-    const ComPtr<IZorTunedex> database = Open(kType, kGermany);
+    const ComPtr<IZorTunedex> database = Open(kOneSegment, kGermany);
     const bool readable = std::string(bytes).ends_with("/>") || std::string(bytes).size() > 40;
     ExpectHr(readable ? S_OK : S_FALSE, database->LoadPresetOneSegChannelInfo());
     ExpectNone(database);
@@ -216,7 +215,7 @@ TEST_F(Presets, BySlot) {
   ExpectHr(S_OK, CallSlot(object, 21, LONG{0}, LONG{1}, static_cast<CHAR*>(name)));
   EXPECT_STREQ("Hills", name);
   ExpectHr(S_OK, CallSlot(object, 22, LONG{0}, LONG{0}));
-  EXPECT_EQ("1:27 2:26", Describe(ListOf(database, kType)));
+  EXPECT_EQ("1:27 2:26", Describe(ListOf(database, kOneSegment)));
   ExpectHr(S_OK, CallSlot(object, 23, &count, &subArea));
   EXPECT_EQ(1, count);
   EXPECT_EQ(0, subArea);
@@ -251,8 +250,8 @@ TEST_F(Presets, AListBesideTheHostsOwn) {
   EXPECT_EQ("1:27 2:26", Describe(list));
   InputSignalType signalType = InputSignalUnknown;
   ExpectHr(S_OK, list->GetSignalType(&signalType));
-  EXPECT_EQ(kType, signalType);
-  ExpectMade(ListOf(database, kType), kType, 3);
+  EXPECT_EQ(kOneSegment, signalType);
+  ExpectMade(ListOf(database, kOneSegment), kOneSegment, 3);
   // The database holds the list until it makes the next one.
   ExpectRefCount(2, list.Get());
   ExpectHr(E_POINTER, database->GetPresetChannelMgr(0, 0, nullptr));
@@ -272,7 +271,7 @@ TEST_F(Presets, OutliveTheirDatabase) {
   {
     const ComPtr<IZorTunedex> database = Open();
     ExpectHr(S_OK, database->SetArea(0, 0));
-    own = ListOf(database, kType);
+    own = ListOf(database, kOneSegment);
     ExpectHr(S_OK, database->GetPresetChannelMgr(1, 0, list.Receive()));
   }
   ExpectRefCount(1, list.Get());
@@ -285,10 +284,10 @@ TEST_F(Presets, OutliveTheirDatabase) {
 TEST_F(Presets, ASelectionReplacesTheListAndWritesTheFile) {
   WriteChannels(3);
   const ComPtr<IZorTunedex> database = Open();
-  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kOneSegment);
   ExpectHr(S_OK, database->SetArea(0, 0));
   EXPECT_EQ("1:27 2:26", Describe(list));
-  EXPECT_EQ(list.Get(), ListOf(database, kType).Get());
+  EXPECT_EQ(list.Get(), ListOf(database, kOneSegment).Get());
   EXPECT_EQ("1:27 2:26", ChannelsInFile());
   Bstr name;
   ExpectHr(S_OK, ChannelAt(list, 2)->GetChannelName(name.Receive()));
@@ -300,7 +299,7 @@ TEST_F(Presets, ASelectionReplacesTheListAndWritesTheFile) {
 }
 
 TEST_F(Presets, ASelectionIsWrittenUnderTheOpenedCountry) {
-  const ComPtr<IZorTunedex> database = Open(kType, kGermany);
+  const ComPtr<IZorTunedex> database = Open(kOneSegment, kGermany);
   ExpectHr(S_OK, database->SetArea(1, 0));
   EXPECT_EQ("4:25", ChannelsInFile(kGermany));
   EXPECT_EQ("", ChannelsInFile());
@@ -310,7 +309,7 @@ TEST_F(Presets, ASelectionOfNothingEmptiesTheList) {
   WriteChannels(3);
   const ComPtr<IZorTunedex> database = Open();
   ExpectHr(S_OK, database->SetArea(0, 2));
-  EXPECT_EQ(0U, CountOf(ListOf(database, kType)));
+  EXPECT_EQ(0U, CountOf(ListOf(database, kOneSegment)));
   EXPECT_EQ("", ChannelsInFile());
 }
 
@@ -323,7 +322,7 @@ TEST_F(Presets, ASelectionWithoutPresetsLeavesTheList) {
     if (*file != 0) m_directory.Write(kPresetFile, file);
     const ComPtr<IZorTunedex> database = Open();
     ExpectHr(E_FAIL, database->SetArea(0, 0));
-    EXPECT_EQ(3U, CountOf(ListOf(database, kType))) << file;
+    EXPECT_EQ(3U, CountOf(ListOf(database, kOneSegment))) << file;
     EXPECT_EQ(before, ChannelsInFile()) << file;
   }
 }
@@ -332,7 +331,7 @@ TEST_F(Presets, ASelectionThatCannotBeSavedIsNotTold) {
   std::filesystem::create_directory(m_directory.File(kChannelFile));
   const ComPtr<IZorTunedex> database = Open();
   ExpectHr(S_OK, database->SetArea(0, 0));
-  EXPECT_EQ("1:27 2:26", Describe(ListOf(database, kType)));
+  EXPECT_EQ("1:27 2:26", Describe(ListOf(database, kOneSegment)));
   ExpectHr(S_OK, database->SetStorageType(StoragePreFmtXML));
   ExpectHr(S_OK, database->SetArea(1, 0));
   EXPECT_TRUE(std::filesystem::is_directory(m_directory.File(kChannelFile)));
@@ -349,7 +348,7 @@ TEST_F(Presets, StoringAsACustomerList) {
   EXPECT_EQ("summer", SubAreaName(other, 2, 2));
   ComPtr<IChannelInfoMgr> list;
   ExpectHr(S_OK, other->GetPresetChannelMgr(2, 2, list.Receive()));
-  ExpectMade(list, kType, 3);
+  ExpectMade(list, kOneSegment, 3);
   EXPECT_EQ("1:27 2:26", Describe(other, 0, 0));
   EXPECT_EQ(channels, m_directory.Read(kChannelFile));
 }
@@ -372,7 +371,7 @@ TEST_F(Presets, StoringUnderAWrongNumberIsNotTold) {
 
 TEST_F(Presets, StoringAgainKeepsWhatIsNotReplaced) {
   const ComPtr<IZorTunedex> database = Open();
-  AddMade(ListOf(database, kType), kType, 2);
+  AddMade(ListOf(database, kOneSegment), kOneSegment, 2);
   ExpectHr(S_OK, database->SaveChannelToFile());
   const ComPtr<IZorTunedex> second = Open();
   ExpectHr(S_OK, second->SaveCustomerChannelList(0, "cottage"));
@@ -381,8 +380,8 @@ TEST_F(Presets, StoringAgainKeepsWhatIsNotReplaced) {
   ComPtr<IChannelInfoMgr> list;
   ExpectHr(S_OK, third->GetPresetChannelMgr(2, 0, list.Receive()));
   EXPECT_EQ(3U, CountOf(list));
-  ExpectChannel(MakeChannel(kType, 1), Fetch(ChannelAt(list, 1)));
-  ExpectChannel(MakeChannel(kType, 2), Fetch(ChannelAt(list, 2)));
+  ExpectChannel(MakeChannel(kOneSegment, 1), Fetch(ChannelAt(list, 1)));
+  ExpectChannel(MakeChannel(kOneSegment, 2), Fetch(ChannelAt(list, 2)));
   EXPECT_EQ(25, Fetch(ChannelAt(list, 3)).station.info.lPhysicalChannel);
 }
 
@@ -411,11 +410,11 @@ TEST_F(Presets, DeletingTheListThatIsLoaded) {
   const ComPtr<IZorTunedex> database = Open();
   ExpectHr(S_OK, database->SetArea(2, 0));
   ExpectHr(S_OK, database->DeleteCustomerChannelList(0));
-  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kOneSegment);
   EXPECT_EQ("1:27 3:25", Describe(list));
   // It can be changed and saved as any other.
   ExpectHr(S_OK, list->RemoveChannelInfo(ChannelAt(list, 1).Get()));
-  Add(list, MakeChannel(kType, 2));
+  Add(list, MakeChannel(kOneSegment, 2));
   ExpectHr(S_OK, database->SaveChannelToFile());
   EXPECT_EQ(2U, CountOf(list));
   EXPECT_EQ("2:26", PresetsInFile(2, 0));
@@ -429,7 +428,7 @@ TEST_F(Presets, DeletingTheListThatIsLoaded) {
 TEST_F(Presets, TrapAChangeAfterASelectionStripsThePresets) {
   const ComPtr<IZorTunedex> database = Open();
   ExpectHr(S_OK, database->SetArea(0, 0));
-  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kOneSegment);
   ExpectHr(S_OK, list->RemoveChannelInfo(ChannelAt(list, 1).Get()));
   EXPECT_EQ("", Describe(database, 0, 0)) << "in memory all channels are gone";
   ExpectPresetFileUntouched();
@@ -441,7 +440,7 @@ TEST_F(Presets, TrapAChangeAfterASelectionStripsThePresets) {
 TEST_F(Presets, TrapAChangeAfterASelectionLeavesChannelsInTheFile) {
   const ComPtr<IZorTunedex> database = Open();
   ExpectHr(S_OK, database->SetArea(0, 0));
-  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kOneSegment);
   ExpectHr(S_OK, list->RemoveChannelInfo(ChannelAt(list, 1).Get()));
   ExpectHr(S_OK, database->SaveChannelToFile());
   EXPECT_EQ("1:26", Describe(list));
@@ -451,7 +450,7 @@ TEST_F(Presets, TrapAChangeAfterASelectionLeavesChannelsInTheFile) {
 TEST_F(Presets, ReopeningAfterASelectionAvoidsBoth) {
   ExpectHr(S_OK, Open()->SetArea(0, 0));
   const ComPtr<IZorTunedex> database = Open();
-  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kOneSegment);
   ExpectHr(S_OK, list->RemoveChannelInfo(ChannelAt(list, 1).Get()));
   ExpectHr(S_OK, database->SaveChannelToFile());
   ExpectHr(S_OK, database->SaveCustomerChannelList(2, "one"));
@@ -464,7 +463,7 @@ TEST_F(Presets, ReopeningAfterASelectionAvoidsBoth) {
 TEST_F(Presets, LoadingThePresetsAgainAvoidsItToo) {
   const ComPtr<IZorTunedex> database = Open();
   ExpectHr(S_OK, database->SetArea(0, 0));
-  const ComPtr<IChannelInfoMgr> list = ListOf(database, kType);
+  const ComPtr<IChannelInfoMgr> list = ListOf(database, kOneSegment);
   ExpectHr(S_OK, list->Clear());
   ExpectHr(S_OK, database->LoadPresetOneSegChannelInfo());
   ExpectHr(S_OK, database->DeleteCustomerChannelList(1));
@@ -478,7 +477,7 @@ TEST_F(Presets, TrapASecondSelectionLeavesChannelsOfTheFirst) {
   ExpectHr(S_OK, database->SetArea(1, 0));
   EXPECT_EQ("4:25", ChannelsInFile());
   ExpectHr(S_OK, database->SetArea(0, 0));
-  EXPECT_EQ("1:27 2:26", Describe(ListOf(database, kType)));
+  EXPECT_EQ("1:27 2:26", Describe(ListOf(database, kOneSegment)));
   EXPECT_EQ("1:27 2:26 4:25", ChannelsInFile());
   EXPECT_EQ("4:25", Describe(database, 1, 0)) << "the presets are whole";
 }
@@ -525,13 +524,13 @@ TEST_F(Presets, ASelectionIsNotedThroughAnotherSignalType) {
 TEST_F(Presets, TrapUnsavedChangesAreNotStored) {
   WriteChannels(3);
   const ComPtr<IZorTunedex> database = Open();
-  Add(ListOf(database, kType), MakeChannel(kType, 4));
+  Add(ListOf(database, kOneSegment), MakeChannel(kOneSegment, 4));
   ExpectHr(S_OK, database->SaveCustomerChannelList(2, "three"));
   ExpectHr(S_OK, database->SaveChannelToFile());
   ExpectHr(S_OK, database->SaveCustomerChannelList(3, "four"));
   ComPtr<IChannelInfoMgr> list;
   ExpectHr(S_OK, database->GetPresetChannelMgr(2, 2, list.Receive()));
-  ExpectMade(list, kType, 3);
+  ExpectMade(list, kOneSegment, 3);
   ExpectHr(S_OK, database->GetPresetChannelMgr(2, 3, list.Receive()));
-  ExpectMade(list, kType, 4);
+  ExpectMade(list, kOneSegment, 4);
 }

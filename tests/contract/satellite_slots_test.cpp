@@ -5,13 +5,11 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
-
 class SatelliteSlots : public testing::Test {
  protected:
   SatelliteSlots() {
     m_directory.Write(kCatalogueFile, kCatalogue);
-    m_database = OpenDatabase(m_directory.Path(), kType);
+    m_database = OpenDatabase(m_directory.Path(), kSatellite);
     ExpectHr(S_OK, m_database->LoadSatInfoFromFile());
   }
 

@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
 using S = ISatelliteInfo;
 using T = ITransponderInfo;
 using L = ILNBInfo;
@@ -13,7 +12,7 @@ class SatelliteCatalogue : public testing::Test {
  protected:
   void Load(const std::string& bytes = kCatalogue) {
     m_directory.Write(kCatalogueFile, bytes);
-    m_database = OpenDatabase(m_directory.Path(), kType);
+    m_database = OpenDatabase(m_directory.Path(), kSatellite);
     ExpectHr(S_OK, m_database->LoadSatInfoFromFile());
   }
   ComPtr<ISatelliteInfoMgr> Satellites() { return SatellitesOf(m_database); }
@@ -39,7 +38,7 @@ TEST_F(SatelliteCatalogue, ListGettersAnswerTheCount) {
   again.Reset();
   ExpectRefCount(2, satellites.Get());
   // Opening and closing keeps the lists.
-  ExpectHr(S_OK, database->Open(PathText(m_directory.Path()).Get(), kGermany, kType));
+  ExpectHr(S_OK, database->Open(PathText(m_directory.Path()).Get(), kGermany, kSatellite));
   ExpectHr(S_OK, database->Close());
   EXPECT_EQ(satellites.Get(), SatellitesOf(database).Get());
   EXPECT_EQ(lnbs.Get(), LnbsOf(database).Get());
@@ -48,7 +47,7 @@ TEST_F(SatelliteCatalogue, ListGettersAnswerTheCount) {
 
 TEST_F(SatelliteCatalogue, OpenDoesNotLoadIt) {
   m_directory.Write(kCatalogueFile, kCatalogue);
-  m_database = OpenDatabase(m_directory.Path(), kType);
+  m_database = OpenDatabase(m_directory.Path(), kSatellite);
   EXPECT_EQ(0U, CountOf(Satellites()));
   EXPECT_EQ(0U, CountOf(Lnbs()));
 }
@@ -127,7 +126,7 @@ TEST_F(SatelliteCatalogue, LoadedAgainItIsAsInTheFile) {
 TEST_F(SatelliteCatalogue, OtherSignalTypesHaveNone) {
   m_directory.Write(kCatalogueFile, kCatalogue);
   for (const InputSignalType signalType : kListedTypes) {
-    if (signalType == kType) continue;
+    if (signalType == kSatellite) continue;
     m_database = OpenDatabase(m_directory.Path(), signalType);
     ExpectHr(S_FALSE, m_database->LoadSatInfoFromFile());
     EXPECT_EQ(0U, CountOf(Satellites()));

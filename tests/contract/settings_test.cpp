@@ -6,13 +6,12 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
 using D = IDishSatInfo;
 
 class Settings : public testing::Test {
  protected:
   /// A new database, as after a restart.
-  void Restart(InputSignalType signalType = kType) {
+  void Restart(InputSignalType signalType = kSatellite) {
     m_database.Reset();
     m_database = OpenDatabase(m_directory.Path(), signalType);
   }
@@ -173,11 +172,11 @@ TEST_F(Settings, UnusualIds) {
   ids.push_back(Wide(std::string(150, 'i')));
   for (const Bstr& id : ids) {
     TempDir directory;
-    ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+    ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
     Assign(DishesOf(database), 2, id.Get());
     for (int times = 0; times < 2; ++times) {
       ExpectHr(S_OK, database->SaveUserSettingsToFile());
-      database = OpenDatabase(directory.Path(), kType);
+      database = OpenDatabase(directory.Path(), kSatellite);
       ASSERT_EQ(1U, CountOf(DishesOf(database), 2));
       ExpectText(id.View(), TextOf(AssignmentAt(DishesOf(database), 2, 0), &D::GetID).Get());
     }
@@ -272,9 +271,9 @@ TEST_F(Settings, OtherSignalTypes) {
   m_directory.Write(kSettingsFile, settings);
   for (const InputSignalType signalType : kListedTypes) {
     Restart(signalType);
-    EXPECT_EQ(signalType == kType ? 1U : 0U, CountOf(Dishes(), 0));
+    EXPECT_EQ(signalType == kSatellite ? 1U : 0U, CountOf(Dishes(), 0));
     ExpectHr(S_OK, m_database->LoadUserSettingsFromFile());
-    EXPECT_EQ(signalType == kType ? 1U : 0U, CountOf(Dishes(), 0));
+    EXPECT_EQ(signalType == kSatellite ? 1U : 0U, CountOf(Dishes(), 0));
   }
   Restart(InputSignalFMRadio);
   Assign(Dishes(), 0, Wide("b").Get());
@@ -290,7 +289,7 @@ TEST_F(Settings, LoadedAgainItIsAsInTheFile) {
   ExpectHr(S_OK, m_database->LoadUserSettingsFromFile());
   EXPECT_EQ((PerDish{1, 0, 0, 0}), Counts());
   EXPECT_EQ(0, ValueOf(Dishes(), &IDishSatInfoMgr::GetDirty));
-  ExpectHr(S_OK, m_database->Open(PathText(m_directory.Path()).Get(), kGermany, kType));
+  ExpectHr(S_OK, m_database->Open(PathText(m_directory.Path()).Get(), kGermany, kSatellite));
   EXPECT_EQ((PerDish{1, 0, 0, 0}), Counts()) << "opened once more, not added once more";
 }
 

@@ -44,7 +44,7 @@ std::string Replaced(std::string_view script, const ScriptReplacements& replacem
   return replaced;
 }
 
-void ExpectRefused(std::string_view script) {
+void ExpectUnreadable(std::string_view script) {
   std::string replaced;
   EXPECT_FALSE(ReplaceInScript(script, {{"MODULE", "x"}}, replaced)) << script;
 }
@@ -112,10 +112,10 @@ TEST(ScriptReplacements, TwoPercentSignsAreOne) {
 }
 
 TEST(ScriptReplacements, BadNamesAreRefused) {
-  ExpectRefused("%");
-  ExpectRefused("%MODULE");
-  ExpectRefused("%%%");
-  ExpectRefused("%OTHER%");
-  ExpectRefused("% MODULE%");
-  ExpectRefused("%MODULE%MODULE%");
+  ExpectUnreadable("%");
+  ExpectUnreadable("%MODULE");
+  ExpectUnreadable("%%%");
+  ExpectUnreadable("%OTHER%");
+  ExpectUnreadable("% MODULE%");
+  ExpectUnreadable("%MODULE%MODULE%");
 }

@@ -32,7 +32,7 @@ class DishSatInfoMgr : public ListTest<Dish<0>> {
 };
 
 /// Numbers from the back.
-class Reversed : public CDishSatInfoMgr {
+class ReversedDishes : public CDishSatInfoMgr {
  public:
   std::vector<UINT> asked;
   HRESULT Renumber(bool ascending, UINT dishNum) override {
@@ -120,7 +120,7 @@ TEST_F(DishSatInfoMgr, RemovingNumbersOneDish) {
 }
 
 TEST_F(DishSatInfoMgr, RemovingRenumbersThroughTheTable) {
-  Reversed list;
+  ReversedDishes list;
   ComPtr<IDishSatInfo> records[3];
   UINT index = 5;
   for (ComPtr<IDishSatInfo>& record : records) {

@@ -4,10 +4,8 @@
 
 namespace {
 
-using I = IDishSatInfo;
-
-ComPtr<I> Make() {
-  ComPtr<I> record;
+ComPtr<IDishSatInfo> MakeDishSat() {
+  ComPtr<IDishSatInfo> record;
   ExpectHr(S_OK, CDishSatInfo::CreateInstance(record.Receive()));
   return record;
 }
@@ -15,19 +13,21 @@ ComPtr<I> Make() {
 }  // namespace
 
 TEST(DishSatInfo, EveryField) {
-  const ComPtr<I> made = Make();
-  I* record = made.Get();
-  CheckField(record, &I::GetIndex, &I::SetIndex, 0, {0xFFFFFFFF, 3});
-  CheckText(record, &I::GetID, &I::SetID);
-  CheckText(record, &I::GetBand, &I::SetBand);
-  CheckField(record, &I::GetLowFreq, &I::SetLowFreq, 0, {0xFFFFFFFF, 9750});
-  CheckField(record, &I::GetHighFreq, &I::SetHighFreq, 0, {0xFFFFFFFF, 10600});
-  CheckField(record, &I::GetSwitchFreq, &I::SetSwitchFreq, 0, {0xFFFFFFFF, 11700});
+  const ComPtr<IDishSatInfo> made = MakeDishSat();
+  IDishSatInfo* record = made.Get();
+  CheckField(record, &IDishSatInfo::GetIndex, &IDishSatInfo::SetIndex, 0, {0xFFFFFFFF, 3});
+  CheckText(record, &IDishSatInfo::GetID, &IDishSatInfo::SetID);
+  CheckText(record, &IDishSatInfo::GetBand, &IDishSatInfo::SetBand);
+  CheckField(record, &IDishSatInfo::GetLowFreq, &IDishSatInfo::SetLowFreq, 0, {0xFFFFFFFF, 9750});
+  CheckField(record, &IDishSatInfo::GetHighFreq, &IDishSatInfo::SetHighFreq, 0,
+             {0xFFFFFFFF, 10600});
+  CheckField(record, &IDishSatInfo::GetSwitchFreq, &IDishSatInfo::SetSwitchFreq, 0,
+             {0xFFFFFFFF, 11700});
   CheckDirty(record);
 }
 
 TEST(DishSatInfo, FieldsAreTheirOwn) {
-  const ComPtr<I> record = Make();
+  const ComPtr<IDishSatInfo> record = MakeDishSat();
   record->SetIndex(11);
   record->SetID(Wide("id").Get());
   record->SetBand(Wide("band").Get());

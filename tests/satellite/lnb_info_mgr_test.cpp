@@ -15,7 +15,7 @@ class LnbInfoMgr : public ListTest<Lnbs> {
 };
 
 /// Numbers from the back.
-class Reversed : public CLNBInfoMgr {
+class ReversedLNBs : public CLNBInfoMgr {
  public:
   std::vector<bool> asked;
   HRESULT Renumber(bool ascending) override {
@@ -74,7 +74,7 @@ TEST_F(LnbInfoMgr, RenumberStrips) {
 }
 
 TEST_F(LnbInfoMgr, RemovingRenumbersThroughTheTable) {
-  Reversed list;
+  ReversedLNBs list;
   ComPtr<ILNBInfo> records[3];
   UINT index = 5;
   for (ComPtr<ILNBInfo>& record : records) {

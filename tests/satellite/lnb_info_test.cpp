@@ -4,10 +4,8 @@
 
 namespace {
 
-using I = ILNBInfo;
-
-ComPtr<I> Make() {
-  ComPtr<I> record;
+ComPtr<ILNBInfo> MakeLNB() {
+  ComPtr<ILNBInfo> record;
   ExpectHr(S_OK, CLNBInfo::CreateInstance(record.Receive()));
   return record;
 }
@@ -15,18 +13,18 @@ ComPtr<I> Make() {
 }  // namespace
 
 TEST(LnbInfo, EveryField) {
-  const ComPtr<I> made = Make();
-  I* record = made.Get();
-  CheckField(record, &I::GetIndex, &I::SetIndex, 0, {0xFFFFFFFF, 3});
-  CheckText(record, &I::GetType, &I::SetType);
-  CheckField(record, &I::GetLowFreq, &I::SetLowFreq, 0, {0xFFFFFFFF, 9750});
-  CheckField(record, &I::GetHighFreq, &I::SetHighFreq, 0, {0xFFFFFFFF, 10600});
-  CheckField(record, &I::GetSwitchFreq, &I::SetSwitchFreq, 0, {0xFFFFFFFF, 11700});
+  const ComPtr<ILNBInfo> made = MakeLNB();
+  ILNBInfo* record = made.Get();
+  CheckField(record, &ILNBInfo::GetIndex, &ILNBInfo::SetIndex, 0, {0xFFFFFFFF, 3});
+  CheckText(record, &ILNBInfo::GetType, &ILNBInfo::SetType);
+  CheckField(record, &ILNBInfo::GetLowFreq, &ILNBInfo::SetLowFreq, 0, {0xFFFFFFFF, 9750});
+  CheckField(record, &ILNBInfo::GetHighFreq, &ILNBInfo::SetHighFreq, 0, {0xFFFFFFFF, 10600});
+  CheckField(record, &ILNBInfo::GetSwitchFreq, &ILNBInfo::SetSwitchFreq, 0, {0xFFFFFFFF, 11700});
   CheckDirty(record);
 }
 
 TEST(LnbInfo, FieldsAreTheirOwn) {
-  const ComPtr<I> record = Make();
+  const ComPtr<ILNBInfo> record = MakeLNB();
   record->SetIndex(11);
   record->SetType(Wide("type").Get());
   record->SetLowFreq(12);

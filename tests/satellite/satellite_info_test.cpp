@@ -4,8 +4,6 @@
 
 namespace {
 
-using I = ISatelliteInfo;
-
 class SatelliteInfo : public testing::Test {
  protected:
   SatelliteInfo() { ExpectHr(S_OK, CSatelliteInfo::CreateInstance(m_record.Receive())); }
@@ -18,31 +16,31 @@ class SatelliteInfo : public testing::Test {
     return static_cast<std::uint32_t>(west);
   }
 
-  ComPtr<I> m_record;
+  ComPtr<ISatelliteInfo> m_record;
 };
 
 }  // namespace
 
 TEST_F(SatelliteInfo, Numbers) {
-  I* record = m_record.Get();
+  ISatelliteInfo* record = m_record.Get();
   const std::vector<LONG> numbers = {0, 1, -1, INT32_MIN, INT32_MAX};
-  CheckField(record, &I::GetAzimuth, &I::SetAzimuth, -1, numbers);
-  CheckField(record, &I::GetElevation, &I::SetElevation, -1, numbers);
-  CheckField(record, &I::GetIndex, &I::SetIndex, 0, {1, 0xFFFFFFFF, 0});
-  CheckField(record, &I::GetRegion, &I::SetRegion, RegionUnknown,
+  CheckField(record, &ISatelliteInfo::GetAzimuth, &ISatelliteInfo::SetAzimuth, -1, numbers);
+  CheckField(record, &ISatelliteInfo::GetElevation, &ISatelliteInfo::SetElevation, -1, numbers);
+  CheckField(record, &ISatelliteInfo::GetIndex, &ISatelliteInfo::SetIndex, 0, {1, 0xFFFFFFFF, 0});
+  CheckField(record, &ISatelliteInfo::GetRegion, &ISatelliteInfo::SetRegion, RegionUnknown,
              {RegionAmerica, static_cast<ESatRegion>(99), static_cast<ESatRegion>(-3)});
-  CheckField(record, &I::GetDivision, &I::SetDivision, SatcoDX_Unknown,
+  CheckField(record, &ISatelliteInfo::GetDivision, &ISatelliteInfo::SetDivision, SatcoDX_Unknown,
              {SatcoDX_9, static_cast<ESatDivision>(10), static_cast<ESatDivision>(-3)});
   CheckDirty(record);
 }
 
 TEST_F(SatelliteInfo, Texts) {
-  CheckText(m_record.Get(), &I::GetName, &I::SetName);
-  CheckText(m_record.Get(), &I::GetID, &I::SetID);
+  CheckText(m_record.Get(), &ISatelliteInfo::GetName, &ISatelliteInfo::SetName);
+  CheckText(m_record.Get(), &ISatelliteInfo::GetID, &ISatelliteInfo::SetID);
 }
 
 TEST_F(SatelliteInfo, FieldsAreTheirOwn) {
-  I* record = m_record.Get();
+  ISatelliteInfo* record = m_record.Get();
   record->SetOrbitalPosition(1, 11);
   record->SetAzimuth(12);
   record->SetElevation(13);

@@ -4,10 +4,8 @@
 
 namespace {
 
-using I = ITransponderInfo;
-
-ComPtr<I> Make() {
-  ComPtr<I> record;
+ComPtr<ITransponderInfo> MakeTransponder() {
+  ComPtr<ITransponderInfo> record;
   ExpectHr(S_OK, CTransponderInfo::CreateInstance(record.Receive()));
   return record;
 }
@@ -15,26 +13,29 @@ ComPtr<I> Make() {
 }  // namespace
 
 TEST(TransponderInfo, EveryField) {
-  const ComPtr<I> made = Make();
-  I* record = made.Get();
-  CheckText(record, &I::GetName, &I::SetName);
-  CheckField(record, &I::GetCarrierFrequency, &I::SetCarrierFrequency, 0, {1, 0xFFFFFFFF});
-  CheckField(record, &I::GetPolarisation, &I::SetPolarisation, BDA_POLARISATION_NOT_SET,
+  const ComPtr<ITransponderInfo> made = MakeTransponder();
+  ITransponderInfo* record = made.Get();
+  CheckText(record, &ITransponderInfo::GetName, &ITransponderInfo::SetName);
+  CheckField(record, &ITransponderInfo::GetCarrierFrequency, &ITransponderInfo::SetCarrierFrequency,
+             0, {1, 0xFFFFFFFF});
+  CheckField(record, &ITransponderInfo::GetPolarisation, &ITransponderInfo::SetPolarisation,
+             BDA_POLARISATION_NOT_SET,
              {BDA_POLARISATION_CIRCULAR_R, static_cast<Polarisation>(99)});
-  CheckField(record, &I::GetSymbolRate, &I::SetSymbolRate, 0, {INT32_MAX, INT32_MIN, 27500});
-  CheckField(record, &I::GetInnerFECRate, &I::SetInnerFECRate, BDA_BCC_RATE_NOT_SET,
-             {BDA_BCC_RATE_9_10, static_cast<BinaryConvolutionCodeRate>(99)});
-  CheckField(record, &I::GetModulationType, &I::SetModulationType, BDA_MOD_NOT_SET,
-             {BDA_MOD_8PSK, static_cast<ModulationType>(-99)});
-  CheckField(record, &I::GetSpectralInversion, &I::SetSpectralInversion,
-             BDA_SPECTRAL_INVERSION_NOT_SET,
+  CheckField(record, &ITransponderInfo::GetSymbolRate, &ITransponderInfo::SetSymbolRate, 0,
+             {INT32_MAX, INT32_MIN, 27500});
+  CheckField(record, &ITransponderInfo::GetInnerFECRate, &ITransponderInfo::SetInnerFECRate,
+             BDA_BCC_RATE_NOT_SET, {BDA_BCC_RATE_9_10, static_cast<BinaryConvolutionCodeRate>(99)});
+  CheckField(record, &ITransponderInfo::GetModulationType, &ITransponderInfo::SetModulationType,
+             BDA_MOD_NOT_SET, {BDA_MOD_8PSK, static_cast<ModulationType>(-99)});
+  CheckField(record, &ITransponderInfo::GetSpectralInversion,
+             &ITransponderInfo::SetSpectralInversion, BDA_SPECTRAL_INVERSION_NOT_SET,
              {BDA_SPECTRAL_INVERSION_INVERTED, static_cast<SpectralInversion>(99)});
-  CheckField(record, &I::GetIndex, &I::SetIndex, 0, {0xFFFFFFFF, 3});
+  CheckField(record, &ITransponderInfo::GetIndex, &ITransponderInfo::SetIndex, 0, {0xFFFFFFFF, 3});
   CheckDirty(record);
 }
 
 TEST(TransponderInfo, FieldsAreTheirOwn) {
-  const ComPtr<I> record = Make();
+  const ComPtr<ITransponderInfo> record = MakeTransponder();
   record->SetName(Wide("name").Get());
   record->SetCarrierFrequency(11);
   record->SetPolarisation(BDA_POLARISATION_LINEAR_V);

@@ -13,8 +13,6 @@ using station_blocks::Use;
 
 using Texts = std::vector<std::string>;
 
-const char* const kGermany = "49";
-
 Texts Column(const ordered_json& channels, const char* key) {
   Texts texts;
   for (const auto& channel : channels) {

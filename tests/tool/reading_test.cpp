@@ -2,8 +2,6 @@
 
 namespace {
 
-const char* const kGermany = "49";
-
 std::vector<std::string> Names(const nlohmann::ordered_json& channels) {
   std::vector<std::string> names;
   for (const auto& channel : channels) names.push_back(channel["name"]);

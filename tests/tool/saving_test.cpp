@@ -4,8 +4,6 @@
 
 namespace {
 
-const char* const kGermany = "49";
-
 TEST(Refusal, OfTypesThatTheFileCannotHold) {
   const DataDirectory directory;
   const NothingWritten nothing(directory);

@@ -12,6 +12,8 @@
 
 using Arguments = std::vector<std::string>;
 
+inline constexpr char kGermany[] = "49";
+
 struct Outcome {
   int status = -1;
   std::string out;

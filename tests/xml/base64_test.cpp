@@ -10,7 +10,7 @@
 namespace {
 
 // Buffers of exactly the stated size: one byte too many is seen by the sanitizer.
-std::string Encoded(const std::string& bytes, LONG* count = nullptr) {
+std::string EncodedExactly(const std::string& bytes, LONG* count = nullptr) {
   std::vector<char> target(Base64EncodedSize(bytes.size()), '?');
   const LONG written = Base64Encode(reinterpret_cast<const BYTE*>(bytes.data()),
                                     static_cast<LONG>(bytes.size()), target.data());
@@ -30,7 +30,7 @@ std::string Decoded(const std::string& text) {
 
 TEST(Base64, OneLetter) {
   LONG count = 0;
-  EXPECT_EQ("TQ==", Encoded("M", &count));
+  EXPECT_EQ("TQ==", EncodedExactly("M", &count));
   EXPECT_EQ(4, count);
   EXPECT_EQ("M", Decoded("TQ=="));
 }
@@ -42,7 +42,7 @@ TEST(Base64, WholeAndPaddedGroups) {
   };
   for (const auto& [bytes, text] : cases) {
     LONG count = 0;
-    EXPECT_EQ(text, Encoded(bytes, &count));
+    EXPECT_EQ(text, EncodedExactly(bytes, &count));
     EXPECT_EQ(static_cast<LONG>(std::strlen(text)), count);
     EXPECT_EQ(bytes, Decoded(text));
   }
@@ -51,8 +51,8 @@ TEST(Base64, WholeAndPaddedGroups) {
 TEST(Base64, EveryByteComesBack) {
   std::string bytes;
   for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
-  EXPECT_EQ(bytes, Decoded(Encoded(bytes)));
-  const std::string text = Encoded(bytes);
+  EXPECT_EQ(bytes, Decoded(EncodedExactly(bytes)));
+  const std::string text = EncodedExactly(bytes);
   EXPECT_EQ(std::string::npos, text.find_first_of("\r\n")) << "no line breaks are written";
 }
 
@@ -61,7 +61,7 @@ TEST(Base64, RandomBytesComeBack) {
   for (std::size_t length = 1; length < 300; ++length) {
     std::string bytes(length, '\0');
     for (char& c : bytes) c = static_cast<char>(random());
-    const std::string text = Encoded(bytes);
+    const std::string text = EncodedExactly(bytes);
     EXPECT_EQ(Base64EncodedSize(length) - 1, text.size());
     EXPECT_EQ(bytes, Decoded(text));
   }

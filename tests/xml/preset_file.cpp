@@ -3,10 +3,22 @@
 #include <fstream>
 #include <iterator>
 
-std::string PresetData(const std::string& name) {
-  std::ifstream file(std::string(ZORTUNEDEX_TEST_DATA) + "/presets/" + name, std::ios::binary);
-  if (!file) ADD_FAILURE() << "no test data " << name;
+namespace {
+
+std::string Contents(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) ADD_FAILURE() << "no file " << path;
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+std::string PresetData(const std::string& name) {
+  return Contents(std::string(ZORTUNEDEX_TEST_DATA) + "/presets/" + name);
+}
+
+std::string SamplePresets() {
+  return Contents(std::string(ZORTUNEDEX_SAMPLES) + "/home/PreSetChannelInfo.xml");
 }
 
 std::string PresetXml(const std::string& areas) {

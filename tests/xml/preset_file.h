@@ -13,6 +13,9 @@
 /// Contents of a file of tests/data/presets.
 std::string PresetData(const std::string& name);
 
+/// The preset file of the samples.
+std::string SamplePresets();
+
 /// The text of a file with these areas in the set where the presets stand.
 std::string PresetXml(const std::string& areas);
 

@@ -2,8 +2,6 @@
 // broadcasting.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 #include <utility>
@@ -12,12 +10,6 @@
 #include "xml/preset_file.h"
 
 namespace {
-
-std::string SampleBytes() {
-  std::ifstream file(std::string(ZORTUNEDEX_SAMPLES) + "/home/PreSetChannelInfo.xml",
-                     std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 constexpr LONG kSubAreas[] = {1, 6, 7, 9, 7, 5, 4, 8, 1};
 
@@ -76,7 +68,7 @@ void ExpectConsistent(const Station& station) {
 }  // namespace
 
 TEST(SamplePresets, EverySubAreaLoads) {
-  PresetFile file(SampleBytes());
+  PresetFile file(SamplePresets());
   ASSERT_EQ(9, file.AreaCount());
   for (LONG lArea = 0; lArea < 9; ++lArea) {
     EXPECT_FALSE(file.AreaName(lArea).empty());
@@ -100,7 +92,7 @@ TEST(SamplePresets, EverySubAreaLoads) {
 }
 
 TEST(SamplePresets, KnownStations) {
-  PresetFile file(SampleBytes());
+  PresetFile file(SamplePresets());
   ExpectStation({27, 557143, 32736, 1408}, file, 2, 5, 1);  // Tokyo
   ExpectStation({16, 491143, 32391, 23992}, file, 2, 5, 8);
   ExpectStation({24, 539143, 32112, 41344}, file, 4, 3, 1);  // Osaka
@@ -111,7 +103,7 @@ TEST(SamplePresets, KnownStations) {
 }
 
 TEST(SamplePresets, TheCustomersListCanBeReplaced) {
-  PresetFile file(SampleBytes());
+  PresetFile file(SamplePresets());
   ExpectHr(S_OK, file->DeleteCustomerChannelList(0));
   ExpectHr(S_OK, file->SaveCustomerChannelList(SourceOf("<Country/>"), 0, "mine"));
   PresetFile saved(file.Saved());

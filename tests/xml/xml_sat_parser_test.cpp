@@ -10,16 +10,16 @@
 
 namespace {
 
-constexpr char kFile[] = "SatelliteInfo.xml";
+constexpr char kCatalogue[] = "SatelliteInfo.xml";
 
 class XmlSatParser : public testing::Test {
  protected:
   HRESULT Open(const std::string& xml) {
-    m_dir.Write(kFile, xml);
+    m_dir.Write(kCatalogue, xml);
     return OpenFile();
   }
   HRESULT OpenFile() {
-    ExpectHr(S_OK, m_parser.Open(m_dir.File(kFile)));
+    ExpectHr(S_OK, m_parser.Open(m_dir.File(kCatalogue)));
     return m_parser.Load();
   }
   dom::Element SatTable() {
@@ -78,7 +78,7 @@ TEST_F(XmlSatParser, MissingAndMalformedFiles) {
   for (const char* bytes : {"", "no xml", "<a><b></a>", "<a/><b/>"}) {
     ExpectHr(S_FALSE, Open(bytes));
     ExpectNoTables();
-    EXPECT_EQ(bytes, m_dir.Read(kFile));
+    EXPECT_EQ(bytes, m_dir.Read(kCatalogue));
   }
   EXPECT_EQ(1U, m_dir.Count());
 }
@@ -86,11 +86,11 @@ TEST_F(XmlSatParser, MissingAndMalformedFiles) {
 TEST_F(XmlSatParser, AFailedLoadKeepsTheDirtyFlag) {
   ExpectHr(S_OK, Open("<a/>"));
   m_parser.SetDirty(true);
-  m_dir.Write(kFile, "broken");
+  m_dir.Write(kCatalogue, "broken");
   ExpectHr(S_FALSE, m_parser.Load());
   EXPECT_TRUE(m_parser.IsDirty());
   ExpectNoTables();
-  m_dir.Write(kFile, "<a/>");
+  m_dir.Write(kCatalogue, "<a/>");
   ExpectHr(S_OK, m_parser.Load());
   EXPECT_FALSE(m_parser.IsDirty());
 }
@@ -126,10 +126,10 @@ TEST_F(XmlSatParser, SavesUnlessDirty) {
   SatTable();
   m_parser.SetDirty(true);
   ExpectHr(S_FALSE, m_parser.Save());
-  EXPECT_EQ("<Any/>", m_dir.Read(kFile));
+  EXPECT_EQ("<Any/>", m_dir.Read(kCatalogue));
   m_parser.SetDirty(false);
   ExpectHr(S_OK, m_parser.Save());
-  EXPECT_NE("<Any/>", m_dir.Read(kFile));
+  EXPECT_NE("<Any/>", m_dir.Read(kCatalogue));
   EXPECT_FALSE(m_parser.IsDirty());
   const dom::Element root = RootOf(SatTable());
   EXPECT_EQ(1, Count(root, "./SAT_TABLE"));
@@ -144,13 +144,13 @@ TEST_F(XmlSatParser, ThePreFormattedFormIsNotUsed) {
   ExpectHr(S_FALSE, m_parser.Save());
   m_parser.SetDirty(false);
   ExpectHr(S_OK, m_parser.Save());
-  EXPECT_NE(std::string::npos, m_dir.Read(kFile).find("1&amp;2"));
+  EXPECT_NE(std::string::npos, m_dir.Read(kCatalogue).find("1&amp;2"));
 }
 
 TEST_F(XmlSatParser, AFailedSaveIsNotReported) {
   ExpectHr(S_OK, Open("<Any/>"));
   SatTable();
-  const std::filesystem::path path = m_dir.File(kFile);
+  const std::filesystem::path path = m_dir.File(kCatalogue);
   std::filesystem::remove(path);
   std::filesystem::create_directory(path);
   ExpectHr(S_OK, m_parser.Save());

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr char kFile[] = "UserSettings.xml";
+constexpr char kSettings[] = "UserSettings.xml";
 constexpr char kSkeleton[] =
     "<USER_SETTINGS>\n\t<SAT_SETTING>\n\t\t<DISH_1/>\n\t\t<DISH_2/>\n\t\t<DISH_3/>\n\t\t<DISH_4/>\n"
     "\t</SAT_SETTING>\n</USER_SETTINGS>\n";
@@ -21,11 +21,11 @@ constexpr char kSkeleton[] =
 class XmlUsrConfParser : public testing::Test {
  protected:
   void Open() {
-    ExpectHr(S_OK, m_parser.Open(m_dir.File(kFile)));
+    ExpectHr(S_OK, m_parser.Open(m_dir.File(kSettings)));
     ExpectHr(S_OK, m_parser.Load());
   }
   void Open(const std::string& xml) {
-    m_dir.Write(kFile, xml);
+    m_dir.Write(kSettings, xml);
     Open();
   }
   dom::Element Setting() {
@@ -70,7 +70,7 @@ TEST_F(XmlUsrConfParser, WithoutADocument) {
 
 TEST_F(XmlUsrConfParser, OpenedAndNotLoaded) {
   dom::Element element;
-  ExpectHr(S_OK, m_parser.Open(m_dir.File(kFile)));
+  ExpectHr(S_OK, m_parser.Open(m_dir.File(kSettings)));
   ExpectHr(E_FAIL, m_parser.GetSatSetting(&element));
   // There is nothing to write.
   ExpectHr(S_FALSE, m_parser.Save());
@@ -84,7 +84,7 @@ TEST_F(XmlUsrConfParser, MissingAndUnreadableFilesAreTheSkeleton) {
   for (const char* bytes : {"", "no xml", "<USER_SETTINGS>"}) {
     Open(bytes);
     EXPECT_EQ(kSkeleton, Formatted(Root()));
-    EXPECT_EQ(bytes, m_dir.Read(kFile));
+    EXPECT_EQ(bytes, m_dir.Read(kSettings));
   }
 }
 
@@ -93,7 +93,7 @@ TEST_F(XmlUsrConfParser, LoadingAlwaysCleans) {
   m_parser.SetDirty(true);
   ExpectHr(S_OK, m_parser.Load());
   EXPECT_FALSE(m_parser.IsDirty());
-  m_dir.Write(kFile, "broken");
+  m_dir.Write(kSettings, "broken");
   m_parser.SetDirty(true);
   ExpectHr(S_OK, m_parser.Load());
   EXPECT_FALSE(m_parser.IsDirty());
@@ -107,10 +107,10 @@ TEST_F(XmlUsrConfParser, SavesUnlessDirty) {
   EXPECT_EQ(0U, m_dir.Count());
   m_parser.SetDirty(false);
   ExpectHr(S_OK, m_parser.Save());
-  EXPECT_TRUE(m_dir.Has(kFile));
-  std::filesystem::remove(m_dir.File(kFile));
+  EXPECT_TRUE(m_dir.Has(kSettings));
+  std::filesystem::remove(m_dir.File(kSettings));
   ExpectHr(S_OK, m_parser.Save());
-  EXPECT_TRUE(m_dir.Has(kFile)) << "every save writes";
+  EXPECT_TRUE(m_dir.Has(kSettings)) << "every save writes";
   ExpectHr(S_OK, m_parser.Load());
   EXPECT_EQ(kSkeleton, Formatted(Root()));
 }
@@ -120,17 +120,17 @@ TEST_F(XmlUsrConfParser, AnUnreadableFileIsKeptBeforeItIsOverwritten) {
   Open(bytes);
   EXPECT_EQ(1U, m_dir.Count()) << "loading keeps nothing yet";
   ExpectHr(S_OK, m_parser.Save());
-  EXPECT_EQ(bytes, m_dir.Read(std::string(kFile) + ".unreadable"));
-  EXPECT_NE(bytes, m_dir.Read(kFile));
+  EXPECT_EQ(bytes, m_dir.Read(std::string(kSettings) + ".unreadable"));
+  EXPECT_NE(bytes, m_dir.Read(kSettings));
   ExpectHr(S_OK, m_parser.Save());
   EXPECT_EQ(2U, m_dir.Count()) << "once";
 }
 
 TEST_F(XmlUsrConfParser, AFailedSaveIsNotReported) {
   Open();
-  std::filesystem::create_directory(m_dir.File(kFile));
+  std::filesystem::create_directory(m_dir.File(kSettings));
   ExpectHr(S_OK, m_parser.Save());
-  EXPECT_TRUE(std::filesystem::is_directory(m_dir.File(kFile)));
+  EXPECT_TRUE(std::filesystem::is_directory(m_dir.File(kSettings)));
 }
 
 TEST_F(XmlUsrConfParser, SettingsAreFoundOrMade) {

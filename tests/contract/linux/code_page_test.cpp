@@ -9,19 +9,18 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
 constexpr std::size_t kNameOffset = 608;
 constexpr UINT kUtf8 = 65001;
 
 class CodePages : public testing::Test {
  protected:
-  CodePages() : m_database(OpenDatabase(m_directory.Path(), kType)), m_list(List(m_database)) {
-    m_channel = Add(m_list, MakeChannel(kType, 1));
+  CodePages() : m_database(OpenDatabase(m_directory.Path(), kSatellite)), m_list(List(m_database)) {
+    m_channel = Add(m_list, MakeChannel(kSatellite, 1));
   }
   ~CodePages() override { host::SetCodePage(kUtf8); }
 
   static ComPtr<IChannelInfoMgr> List(const ComPtr<IZorTunedex>& database) {
-    return ListOf(database, kType);
+    return ListOf(database, kSatellite);
   }
   std::string NameBytes() const {
     return reinterpret_cast<const char*>(Fetch(m_channel).station.block.data() + kNameOffset);
@@ -82,7 +81,7 @@ TEST_F(CodePages, FilesAreTheSameInEveryCodePage) {
   ExpectHr(S_OK, m_database->SaveChannelToFile());
   for (const UINT page : {932U, kUtf8}) {
     ExpectHr(S_OK, host::SetCodePage(page));
-    const ComPtr<IZorTunedex> database = OpenDatabase(m_directory.Path(), kType);
+    const ComPtr<IZorTunedex> database = OpenDatabase(m_directory.Path(), kSatellite);
     const ComPtr<IChannelInfo> channel = ChannelAt(List(database), 1);
     Bstr name;
     ExpectHr(S_OK, channel->GetChannelName(name.Receive()));
@@ -92,7 +91,7 @@ TEST_F(CodePages, FilesAreTheSameInEveryCodePage) {
   }
   ExpectHr(S_OK, host::SetCodePage(1252));
   Bstr name;
-  const ComPtr<IZorTunedex> database = OpenDatabase(m_directory.Path(), kType);
+  const ComPtr<IZorTunedex> database = OpenDatabase(m_directory.Path(), kSatellite);
   ExpectHr(S_OK, ChannelAt(List(database), 1)->GetChannelDspName(name.Receive()));
   ExpectText(u"? ?", name.Get());
 }
@@ -102,8 +101,8 @@ TEST_F(CodePages, DirectoriesDoNotDependOnIt) {
   ExpectHr(S_OK, host::SetCodePage(1252));
   const auto path = std::filesystem::path(m_directory.Path()) / u"\u30C6\u30EC\u30D3";
   ASSERT_TRUE(std::filesystem::create_directory(path));
-  const ComPtr<IZorTunedex> database = OpenDatabase(path, kType);
-  AddMade(List(database), kType, 1);
+  const ComPtr<IZorTunedex> database = OpenDatabase(path, kSatellite);
+  AddMade(List(database), kSatellite, 1);
   ExpectHr(S_OK, database->SaveChannelToFile());
   EXPECT_TRUE(std::filesystem::exists(path / "ChanInfo.xml"));
 }

@@ -14,16 +14,14 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
-
 void SaveMade(const std::filesystem::path& directory, UINT count) {
-  const ComPtr<IZorTunedex> database = OpenDatabase(directory, kType);
-  AddMade(ListOf(database, kType), kType, count);
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory, kSatellite);
+  AddMade(ListOf(database, kSatellite), kSatellite, count);
   ExpectHr(S_OK, database->SaveChannelToFile());
 }
 
 void ExpectSaved(const std::filesystem::path& directory, UINT count) {
-  ExpectMade(ListOf(OpenDatabase(directory, kType), kType), kType, count);
+  ExpectMade(ListOf(OpenDatabase(directory, kSatellite), kSatellite), kSatellite, count);
 }
 
 }  // namespace
@@ -65,8 +63,8 @@ TEST(Files, ModeAndLinkAreKept) {
   ASSERT_EQ(0, chmod(elsewhere.File("ChanInfo.xml").c_str(), 0640));
   std::filesystem::create_symlink(elsewhere.File("ChanInfo.xml"), directory.File("ChanInfo.xml"));
   {
-    const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
-    Add(ListOf(database, kType), MakeChannel(kType, 2));
+    const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
+    Add(ListOf(database, kSatellite), MakeChannel(kSatellite, 2));
     ExpectHr(S_OK, database->SaveChannelToFile());
   }
   EXPECT_TRUE(std::filesystem::is_symlink(directory.File("ChanInfo.xml")));
@@ -83,8 +81,8 @@ TEST(Files, ReadersBesideAWriter) {
   SaveMade(directory.Path(), 30);
   InThreads([&directory](unsigned number) {
     for (int round = 0; round < 10; ++round) {
-      const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
-      ExpectMade(ListOf(database, kType), kType, 30);
+      const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
+      ExpectMade(ListOf(database, kSatellite), kSatellite, 30);
       if (number != 0) continue;
       ExpectHr(S_OK, database->SetStorageType(round % 2 == 0 ? StoragePreFmtXML : StorageXML));
       ExpectHr(S_OK, database->SaveChannelToFile());

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalFMRadio;
+constexpr InputSignalType kRadio = InputSignalFMRadio;
 
 class RegistryFile : public testing::Test {
  protected:
@@ -18,8 +18,8 @@ class RegistryFile : public testing::Test {
   // The name that a new country gets.
   std::string CountryName(DWORD countryCode) const {
     const TempDir directory;
-    const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType, countryCode);
-    AddMade(ListOf(database, kType), kType, 1);
+    const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kRadio, countryCode);
+    AddMade(ListOf(database, kRadio), kRadio, 1);
     ExpectHr(S_OK, database->SaveChannelToFile());
     const std::string saved = directory.Read("ChanInfo.xml");
     const std::string before = "<Country name=\"";

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr InputSignalType kType = InputSignalDVBSatellite;
-
 std::string Golden(const std::string& name) {
   std::ifstream file(ZORTUNEDEX_TEST_DATA "/settings/" + name, std::ios::binary);
   EXPECT_TRUE(file) << name;
@@ -20,7 +18,7 @@ std::string Golden(const std::string& name) {
 
 TEST(SettingsBytes, Skeleton) {
   const TempDir directory;
-  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
   ExpectHr(S_OK, database->SaveUserSettingsToFile());
   EXPECT_EQ(
       "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n"
@@ -31,7 +29,7 @@ TEST(SettingsBytes, Skeleton) {
 
 TEST(SettingsBytes, OneAssignment) {
   const TempDir directory;
-  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
   Assign(DishesOf(database), 0, Wide("S\"&<>'").Get());
   ExpectHr(S_OK, database->SaveUserSettingsToFile());
   EXPECT_EQ(
@@ -46,7 +44,7 @@ TEST(SettingsBytes, OneAssignment) {
 TEST(SettingsBytes, BeforeAndAfter) {
   const TempDir directory;
   directory.Write(kSettingsFile, Golden("before.xml"));
-  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
   const ComPtr<IDishSatInfoMgr> dishes = DishesOf(database);
   ASSERT_EQ(2U, CountOf(dishes, 0));
   ASSERT_EQ(1U, CountOf(dishes, 2));
@@ -60,7 +58,7 @@ TEST(SettingsBytes, BeforeAndAfter) {
 TEST(SettingsBytes, AfterARemoval) {
   const TempDir directory;
   directory.Write(kSettingsFile, Golden("before.xml"));
-  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kType);
+  const ComPtr<IZorTunedex> database = OpenDatabase(directory.Path(), kSatellite);
   const ComPtr<IDishSatInfoMgr> dishes = DishesOf(database);
   ExpectHr(S_OK, dishes->RemoveDishSatInfo(AssignmentAt(dishes, 0, 0).Get(), 0));
   ExpectHr(S_OK, database->SaveUserSettingsToFile());

@@ -13,11 +13,11 @@ constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
 std::atomic<std::size_t> liveBytes{0};
 thread_local std::size_t leftToFailure = kNever;
-thread_local bool hasFailed = false;
+thread_local bool wasRefused = false;
 
 void* Allocate(std::size_t size) noexcept {
   if (leftToFailure == 0) {
-    hasFailed = true;
+    wasRefused = true;
     return nullptr;
   }
   if (leftToFailure != kNever) --leftToFailure;
@@ -58,10 +58,10 @@ namespace allocations {
 std::size_t LiveBytes() { return liveBytes; }
 
 FailFrom::FailFrom(std::size_t position) {
-  hasFailed = false;
+  wasRefused = false;
   leftToFailure = position;
 }
 FailFrom::~FailFrom() { leftToFailure = kNever; }
-bool FailFrom::HasFailed() const { return hasFailed; }
+bool FailFrom::HasFailed() const { return wasRefused; }
 
 }  // namespace allocations

@@ -17,7 +17,7 @@ namespace {
 
 using namespace dom_tools;
 
-constexpr char kFile[] =
+constexpr char kDocument[] =
     "<?xml version='1.0' encoding='utf-8'?>\r\n<T a='1'>\r\n\t<C n='a longer value, twice &amp;'"
     " m='x'/><!-- c -->text<D><E/></D></T>";
 
@@ -49,9 +49,9 @@ void FailEverywhere(const std::function<HRESULT()>& work, const std::function<vo
 
 TEST(DomMemory, ALoadThatLacksMemoryFails) {
   const TempDir dir;
-  dir.Write("a.xml", kFile);
+  dir.Write("a.xml", kDocument);
   const std::string path = dir.File("a.xml");
-  const std::string expected = Describe(Root(LoadBytes(kFile)));
+  const std::string expected = Describe(Root(LoadBytes(kDocument)));
   bool success = false;
   for (std::size_t position = 0; !success; ++position) {
     ASSERT_LT(position, 1000U);
@@ -85,7 +85,7 @@ TEST(DomMemory, ASaveThatLacksMemoryKeepsTheOldFile) {
   const TempDir dir;
   dir.Write("a.xml", "old");
   const std::string path = dir.File("a.xml");
-  const dom::Document document = LoadBytes(kFile);
+  const dom::Document document = LoadBytes(kDocument);
   FailEverywhere([&] { return document.Save(path); },
                  [&] {
                    EXPECT_EQ("old", dir.Read("a.xml"));
@@ -95,7 +95,7 @@ TEST(DomMemory, ASaveThatLacksMemoryKeepsTheOldFile) {
 }
 
 TEST(DomMemory, ChangesThatLackMemoryChangeNothing) {
-  const dom::Document document = LoadBytes(kFile);
+  const dom::Document document = LoadBytes(kDocument);
   const dom::Element root = Root(document);
   const std::string before = Describe(root);
   const std::string path = "./" + std::string(100, 'p');
@@ -167,7 +167,7 @@ TEST(DomMemory, ManyAttributesThatLackMemoryAreNotAdded) {
 
 TEST(DomMemory, ADocumentThatIsChangedForeverDoesNotGrow) {
   const TempDir dir;
-  const dom::Document document = LoadBytes(kFile);
+  const dom::Document document = LoadBytes(kDocument);
   const dom::Element root = Root(document);
   const auto round = [&](int number) {
     dom::Element child = AddChild(root, "Channel");
@@ -192,7 +192,7 @@ TEST(DomMemory, ADocumentThatIsChangedForeverDoesNotGrow) {
 
 TEST(DomMemory, LoadingAgainDoesNotGrow) {
   const TempDir dir;
-  dir.Write("a.xml", kFile);
+  dir.Write("a.xml", kDocument);
   dom::Document document = NewDocument();
   bool success = false;
   dom::Element kept;

@@ -14,12 +14,12 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::u16string_view kKey = u"HKEY_LOCAL_MACHINE\\Software\\Vendor";
+constexpr std::u16string_view kMachineKey = u"HKEY_LOCAL_MACHINE\\Software\\Vendor";
 constexpr std::string_view kHeader = "Windows Registry Editor Version 5.00\r\n\r\n";
 constexpr std::string_view kSection = "[HKEY_LOCAL_MACHINE\\Software\\Vendor]\r\n";
 
 /// UTF-16LE with its mark.
-std::string Wide(std::u16string_view text) {
+std::string Utf16Bytes(std::u16string_view text) {
   std::string bytes = "\xFF\xFE";
   for (const char16_t unit : text) {
     bytes += static_cast<char>(unit & 0xFF);
@@ -39,8 +39,8 @@ RegFile WithLines(std::string_view lines) {
   return Parsed(std::string(kHeader).append(kSection).append(lines));
 }
 
-void ExpectText(std::u16string_view expected, const RegFile& file, std::u16string_view name,
-                std::u16string_view key = kKey) {
+void ExpectValue(std::u16string_view expected, const RegFile& file, std::u16string_view name,
+                 std::u16string_view key = kMachineKey) {
   const std::u16string* value = file.FindText(key, name);
   ASSERT_NE(nullptr, value) << text::ToUtf8(name);
   EXPECT_EQ(expected, *value) << text::ToUtf8(name);
@@ -64,15 +64,15 @@ constexpr std::u16string_view kExport =
     u"\r\n";
 
 TEST(RegFile, ExportIsWrittenBackByteForByte) {
-  EXPECT_EQ(Wide(kExport), Parsed(Wide(kExport)).Format());
+  EXPECT_EQ(Utf16Bytes(kExport), Parsed(Utf16Bytes(kExport)).Format());
 }
 
 TEST(RegFile, ExportIsRead) {
-  const RegFile file = Parsed(Wide(kExport));
+  const RegFile file = Parsed(Utf16Bytes(kExport));
   const std::u16string list =
       u"HKEY_LOCAL_MACHINE\\Software\\MicroSoft\\Windows\\CurrentVersion\\Telephony\\Country List";
-  ExpectText(u"\u00D6sterreich \"x\" \\ \U0001F600", file, u"Name", list + u"\\49");
-  ExpectText(u"", file, u"", list + u"\\49");
+  ExpectValue(u"\u00D6sterreich \"x\" \\ \U0001F600", file, u"Name", list + u"\\49");
+  ExpectValue(u"", file, u"", list + u"\\49");
   EXPECT_EQ(nullptr, file.FindText(list + u"\\49", u"CountryCode"));
   EXPECT_EQ(nullptr, file.FindText(list + u"\\49", u"Rules"));
   EXPECT_TRUE(file.HasSubKeys(list));
@@ -82,16 +82,16 @@ TEST(RegFile, ExportIsRead) {
 
 TEST(RegFile, Utf8IsReadWithAndWithoutItsMark) {
   const std::string utf8 = text::ToUtf8(kExport);
-  EXPECT_EQ(Wide(kExport), Parsed(utf8).Format());
-  EXPECT_EQ(Wide(kExport), Parsed("\xEF\xBB\xBF" + utf8).Format());
+  EXPECT_EQ(Utf16Bytes(kExport), Parsed(utf8).Format());
+  EXPECT_EQ(Utf16Bytes(kExport), Parsed("\xEF\xBB\xBF" + utf8).Format());
 }
 
 TEST(RegFile, LineEndsMayLackTheCarriageReturnOrTheLast) {
   std::u16string text(kExport);
   std::erase(text, u'\r');
-  EXPECT_EQ(Wide(kExport), Parsed(text::ToUtf8(text)).Format());
+  EXPECT_EQ(Utf16Bytes(kExport), Parsed(text::ToUtf8(text)).Format());
   while (text.ends_with(u'\n')) text.pop_back();
-  EXPECT_EQ(Wide(kExport), Parsed(text::ToUtf8(text)).Format());
+  EXPECT_EQ(Utf16Bytes(kExport), Parsed(text::ToUtf8(text)).Format());
 }
 
 TEST(RegFile, OldFormIsReadInTheCodePage) {
@@ -102,15 +102,15 @@ TEST(RegFile, OldFormIsReadInTheCodePage) {
       "\"Slash\"=\"\x83\x5C\x5C\x5C\"\r\n"
       "\"Path\"=hex(2):82,a0,00\r\n"
       "\"Raw\"=hex:82,a0,00\r\n");
-  ExpectText(u"\u65E5\u672C", file, u"Name");
-  ExpectText(u"\u30BD\\", file, u"Slash");
-  ExpectText(u"\u3042", file, u"Path");
-  EXPECT_EQ(Wide(u"Windows Registry Editor Version 5.00\r\n\r\n"
-                 u"[HKEY_LOCAL_MACHINE\\Software\\Vendor]\r\n"
-                 u"\"Name\"=\"\u65E5\u672C\"\r\n"
-                 u"\"Path\"=hex(2):42,30,00,00\r\n"
-                 u"\"Raw\"=hex:82,a0,00\r\n"
-                 u"\"Slash\"=\"\u30BD\\\\\"\r\n\r\n"),
+  ExpectValue(u"\u65E5\u672C", file, u"Name");
+  ExpectValue(u"\u30BD\\", file, u"Slash");
+  ExpectValue(u"\u3042", file, u"Path");
+  EXPECT_EQ(Utf16Bytes(u"Windows Registry Editor Version 5.00\r\n\r\n"
+                       u"[HKEY_LOCAL_MACHINE\\Software\\Vendor]\r\n"
+                       u"\"Name\"=\"\u65E5\u672C\"\r\n"
+                       u"\"Path\"=hex(2):42,30,00,00\r\n"
+                       u"\"Raw\"=hex:82,a0,00\r\n"
+                       u"\"Slash\"=\"\u30BD\\\\\"\r\n\r\n"),
             file.Format());
 }
 
@@ -128,7 +128,7 @@ TEST(RegFile, WhatIsNoSuchFileIsRefused) {
   }
   EXPECT_TRUE(file.Parse(""));
   EXPECT_TRUE(file.Parse("REGEDIT4"));
-  EXPECT_EQ(Wide(u"Windows Registry Editor Version 5.00\r\n\r\n"), file.Format());
+  EXPECT_EQ(Utf16Bytes(u"Windows Registry Editor Version 5.00\r\n\r\n"), file.Format());
 }
 
 TEST(RegFile, MalformedLinesAreLeftOutAlone) {
@@ -151,9 +151,9 @@ TEST(RegFile, MalformedLinesAreLeftOutAlone) {
       "@\"x\"\r\n"
       "  \"Blanks\"  =  \"2\"  ; and a comment\r\n"
       "\"Last\"=\"3\"\r\n");
-  EXPECT_EQ(Wide(u"Windows Registry Editor Version 5.00\r\n\r\n"
-                 u"[HKEY_LOCAL_MACHINE\\Software\\Vendor]\r\n"
-                 u"\"Blanks\"=\"2\"\r\n\"Good\"=\"1\"\r\n\"Last\"=\"3\"\r\n\r\n"),
+  EXPECT_EQ(Utf16Bytes(u"Windows Registry Editor Version 5.00\r\n\r\n"
+                       u"[HKEY_LOCAL_MACHINE\\Software\\Vendor]\r\n"
+                       u"\"Blanks\"=\"2\"\r\n\"Good\"=\"1\"\r\n\"Last\"=\"3\"\r\n\r\n"),
             file.Format());
 }
 
@@ -162,9 +162,9 @@ TEST(RegFile, HexThatBreaksOffTakesNothingElseAlong) {
       "\"Broken\"=hex:00,\\\r\n"
       "\"Next\"=\"1\"\r\n"
       "\"AtTheEnd\"=hex:00,\\");
-  ExpectText(u"1", file, u"Next");
-  EXPECT_EQ(std::string::npos, file.Format().find(Wide(u"Broken").substr(2)));
-  EXPECT_EQ(std::string::npos, file.Format().find(Wide(u"AtTheEnd").substr(2)));
+  ExpectValue(u"1", file, u"Next");
+  EXPECT_EQ(std::string::npos, file.Format().find(Utf16Bytes(u"Broken").substr(2)));
+  EXPECT_EQ(std::string::npos, file.Format().find(Utf16Bytes(u"AtTheEnd").substr(2)));
 }
 
 TEST(RegFile, ValuesOfAMalformedKeyBelongToNoKey) {
@@ -173,9 +173,9 @@ TEST(RegFile, ValuesOfAMalformedKeyBelongToNoKey) {
         "[HKEY_LOCAL_MACHINE\\A] x"sv}) {
     const RegFile file =
         WithLines(std::string("\"Name\"=\"kept\"\r\n").append(section) + "\r\n\"Other\"=\"x\"\r\n");
-    ExpectText(u"kept", file, u"Name");
+    ExpectValue(u"kept", file, u"Name");
     if (section != "]["sv) {
-      EXPECT_EQ(nullptr, file.FindText(kKey, u"Other")) << section;
+      EXPECT_EQ(nullptr, file.FindText(kMachineKey, u"Other")) << section;
     }
   }
 }
@@ -186,14 +186,14 @@ TEST(RegFile, TextsMaySpanLines) {
       "[HKEY_LOCAL_MACHINE\\Not a key]\r\n"
       "two\\\"\"\r\n"
       "\"Next\"=\"3\"\r\n");
-  ExpectText(u"one\r\n[HKEY_LOCAL_MACHINE\\Not a key]\r\ntwo\"", file, u"Lines");
-  ExpectText(u"3", file, u"Next");
+  ExpectValue(u"one\r\n[HKEY_LOCAL_MACHINE\\Not a key]\r\ntwo\"", file, u"Lines");
+  ExpectValue(u"3", file, u"Next");
   EXPECT_FALSE(file.HasKey(u"HKEY_LOCAL_MACHINE\\Not a key"));
 }
 
 TEST(RegFile, BackslashThatEscapesNothingStays) {
   const RegFile file = WithLines("\"Path\"=\"C:\\new\\\\old\\\"\r\n\"\r\n");
-  ExpectText(u"C:\\new\\old\"\r\n", file, u"Path");
+  ExpectValue(u"C:\\new\\old\"\r\n", file, u"Path");
 }
 
 TEST(RegFile, TextsInHexAreRead) {
@@ -204,26 +204,28 @@ TEST(RegFile, TextsInHexAreRead) {
       "\"Odd\"=hex(1):61,00,62\r\n"
       "\"Nothing\"=hex(1):\r\n"
       "\"Numbers\"=hex(3):61,00\r\n");
-  ExpectText(u"a\n", file, u"Plain");
-  ExpectText(u"%a%", file, u"Expandable");
-  ExpectText(u"a", file, u"NoTerminator");
-  ExpectText(u"a", file, u"Odd");
-  ExpectText(u"", file, u"Nothing");
-  EXPECT_EQ(nullptr, file.FindText(kKey, u"Numbers"));
+  ExpectValue(u"a\n", file, u"Plain");
+  ExpectValue(u"%a%", file, u"Expandable");
+  ExpectValue(u"a", file, u"NoTerminator");
+  ExpectValue(u"a", file, u"Odd");
+  ExpectValue(u"", file, u"Nothing");
+  EXPECT_EQ(nullptr, file.FindText(kMachineKey, u"Numbers"));
 }
 
 TEST(RegFile, WhatQuotesCannotHoldIsWrittenInHex) {
   RegFile file;
   const std::u16string_view text = u"a\r\n\0\u00E9"sv;
-  file.SetText(kKey, u"Name", text);
+  file.SetText(kMachineKey, u"Name", text);
   const std::string bytes = file.Format();
+  EXPECT_NE(
+      std::string::npos,
+      bytes.find(Utf16Bytes(u"\"Name\"=hex(1):61,00,0d,00,0a,00,00,00,e9,00,00,00\r\n").substr(2)));
+  ExpectValue(text, Parsed(bytes), u"Name");
+  file.SetText(kMachineKey, u"Name", u"\n");
   EXPECT_NE(std::string::npos,
-            bytes.find(Wide(u"\"Name\"=hex(1):61,00,0d,00,0a,00,00,00,e9,00,00,00\r\n").substr(2)));
-  ExpectText(text, Parsed(bytes), u"Name");
-  file.SetText(kKey, u"Name", u"\n");
-  EXPECT_NE(std::string::npos, file.Format().find(Wide(u"=hex(1):0a,00,00,00\r\n").substr(2)));
-  file.SetText(kKey, u"Name", u" \u007F\u0080");
-  EXPECT_NE(std::string::npos, file.Format().find(Wide(u"=\" \u007F\u0080\"\r\n").substr(2)));
+            file.Format().find(Utf16Bytes(u"=hex(1):0a,00,00,00\r\n").substr(2)));
+  file.SetText(kMachineKey, u"Name", u" \u007F\u0080");
+  EXPECT_NE(std::string::npos, file.Format().find(Utf16Bytes(u"=\" \u007F\u0080\"\r\n").substr(2)));
 }
 
 TEST(RegFile, DeletingWhatIsMissingLeavesNoTrace) {
@@ -239,9 +241,9 @@ TEST(RegFile, FileMayDeleteWhatItSaidBefore) {
                               "[HKEY_CURRENT_USER\\A\\BB]\r\n"
                               "[-HKEY_CURRENT_USER\\a\\b]\r\n\"Nowhere\"=\"3\"\r\n"
                               "[HKEY_CURRENT_USER\\A]\r\n\"GONE\"=-\r\n\"Never\"=-\r\n");
-  EXPECT_EQ(Wide(u"Windows Registry Editor Version 5.00\r\n\r\n"
-                 u"[HKEY_CURRENT_USER\\A]\r\n\"Kept\"=\"2\"\r\n\r\n"
-                 u"[HKEY_CURRENT_USER\\A\\BB]\r\n\r\n"),
+  EXPECT_EQ(Utf16Bytes(u"Windows Registry Editor Version 5.00\r\n\r\n"
+                       u"[HKEY_CURRENT_USER\\A]\r\n\"Kept\"=\"2\"\r\n\r\n"
+                       u"[HKEY_CURRENT_USER\\A\\BB]\r\n\r\n"),
             file.Format());
 }
 
@@ -249,9 +251,9 @@ TEST(RegFile, SpellingOfNamesIsTheFirstOne) {
   RegFile file;
   file.SetText(u"HKEY_CURRENT_USER\\Soft\u00D6\u0416\u03A9\u0401", u"N\u00C4me", u"1");
   file.SetText(u"hkey_current_user\\sOFT\u00F6\u0436\u03C9\u0451", u"n\u00E4ME", u"2");
-  EXPECT_EQ(Wide(u"Windows Registry Editor Version 5.00\r\n\r\n"
-                 u"[HKEY_CURRENT_USER\\Soft\u00D6\u0416\u03A9\u0401]\r\n"
-                 u"\"N\u00C4me\"=\"2\"\r\n\r\n"),
+  EXPECT_EQ(Utf16Bytes(u"Windows Registry Editor Version 5.00\r\n\r\n"
+                       u"[HKEY_CURRENT_USER\\Soft\u00D6\u0416\u03A9\u0401]\r\n"
+                       u"\"N\u00C4me\"=\"2\"\r\n\r\n"),
             file.Format());
 }
 
@@ -265,16 +267,16 @@ TEST(RegFile, BracketsMayStandInKeys) {
   const std::u16string_view key = u"HKEY_CURRENT_USER\\a]b[c";
   RegFile file;
   file.SetText(key, u"Name", u"1");
-  ExpectText(u"1", Parsed(file.Format()), u"Name", key);
+  ExpectValue(u"1", Parsed(file.Format()), u"Name", key);
 }
 
 TEST(RegFile, NumbersAreWrittenWithEightDigits) {
   RegFile file;
-  file.SetNumber(kKey, u"Least", 0);
-  file.SetNumber(kKey, u"Most", 0xFFFFFFFFU);
+  file.SetNumber(kMachineKey, u"Least", 0);
+  file.SetNumber(kMachineKey, u"Most", 0xFFFFFFFFU);
   const std::string bytes = file.Format();
-  EXPECT_NE(std::string::npos, bytes.find(Wide(u"\"Least\"=dword:00000000\r\n").substr(2)));
-  EXPECT_NE(std::string::npos, bytes.find(Wide(u"\"Most\"=dword:ffffffff\r\n").substr(2)));
+  EXPECT_NE(std::string::npos, bytes.find(Utf16Bytes(u"\"Least\"=dword:00000000\r\n").substr(2)));
+  EXPECT_NE(std::string::npos, bytes.find(Utf16Bytes(u"\"Most\"=dword:ffffffff\r\n").substr(2)));
   EXPECT_EQ(bytes, Parsed(bytes).Format());
 }
 
@@ -289,7 +291,7 @@ void ExpectStable(std::string_view bytes) {
 TEST(RegFile, EveryBeginningOfAFileIsReadSafely) {
   const std::string utf8 = text::ToUtf8(kExport);
   for (std::size_t size = 0; size <= utf8.size(); ++size) ExpectStable({utf8.data(), size});
-  const std::string wide = Wide(kExport);
+  const std::string wide = Utf16Bytes(kExport);
   for (std::size_t size = 0; size <= wide.size(); ++size) ExpectStable({wide.data(), size});
 }
 

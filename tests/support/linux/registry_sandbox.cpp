@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr char kFile[] = "machine.reg";
+constexpr char kRegistryFile[] = "machine.reg";
 
 // Host programs, which see the library's exports alone, are linked with this file too.
 std::string ToUtf8(const std::string& littleEndian) {
@@ -32,11 +32,11 @@ RegistrySandbox::RegistrySandbox() : m_place(std::make_unique<Place>()) {
 
 RegistrySandbox::~RegistrySandbox() { ZorTunedexSetRegistryFile(nullptr); }
 
-std::string RegistrySandbox::FileName() const { return m_place->dir.File(kFile); }
+std::string RegistrySandbox::FileName() const { return m_place->dir.File(kRegistryFile); }
 
 // The file is one that the library wrote: one line for a key or a value, no comments.
 RegistrySandbox::Contents RegistrySandbox::Read() const {
-  std::istringstream lines(ToUtf8(m_place->dir.Read(kFile)));
+  std::istringstream lines(ToUtf8(m_place->dir.Read(kRegistryFile)));
   Contents contents;
   Values* values = nullptr;
   for (std::string line; std::getline(lines, line);) {

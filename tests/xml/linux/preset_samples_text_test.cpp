@@ -3,19 +3,10 @@
 // Linux only: only there does the process choose its code page
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "platform/text.h"
 #include "xml/preset_file.h"
 
 namespace {
-
-std::string SampleBytes() {
-  std::ifstream file(std::string(ZORTUNEDEX_SAMPLES) + "/home/PreSetChannelInfo.xml",
-                     std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::string ChannelName(const ComPtr<IChannelInfoMgr>& list, UINT index, bool display) {
   ComPtr<IChannelInfo> channel;
@@ -29,7 +20,7 @@ std::string ChannelName(const ComPtr<IChannelInfoMgr>& list, UINT index, bool di
 }  // namespace
 
 TEST(SamplePresetTexts, AreJapanese) {
-  PresetFile file(SampleBytes());
+  PresetFile file(SamplePresets());
   EXPECT_EQ("北海道", file.AreaName(0));
   EXPECT_EQ("関東", file.AreaName(2));
   EXPECT_EQ("九州・沖縄", file.AreaName(7));
@@ -46,7 +37,7 @@ TEST(SamplePresetTexts, AreJapanese) {
 
 // What is not changed is written as it was read.
 TEST(SamplePresetTexts, AreKeptBySaving) {
-  const std::string bytes = SampleBytes();
+  const std::string bytes = SamplePresets();
   PresetFile file(bytes);
   ExpectHr(S_OK, file->DeleteCustomerChannelList(0));
   const std::size_t customer = bytes.find("<SubArea SubAreaIndex=\"0\" name=\"自宅\">");
