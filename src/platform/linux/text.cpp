@@ -54,8 +54,6 @@ std::string ToBytes(const CodePage* page, WideView wide) {
 
 WideView ViewOf(BSTR text) { return {text ? text : u"", SysStringLen(text)}; }
 
-bool IsSpace(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
-
 }  // namespace
 
 Bstr FromNarrow(std::string_view narrow) { return FromBytes(CodePage::Current(), narrow); }
@@ -81,16 +79,5 @@ Bstr FromUtf8(std::string_view utf8) { return FromBytes(nullptr, utf8); }
 bool Equal(BSTR a, BSTR b) { return ViewOf(a) == ViewOf(b); }
 
 bool EqualsWord(std::string_view narrow, const char* word) { return narrow == word; }
-
-std::int32_t ToInt(std::string_view decimal) {
-  auto next = std::find_if_not(decimal.begin(), decimal.end(), IsSpace);
-  const bool isNegative = next != decimal.end() && *next == '-';
-  if (next != decimal.end() && (*next == '-' || *next == '+')) ++next;
-  std::uint32_t value = 0;
-  for (; next != decimal.end() && *next >= '0' && *next <= '9'; ++next) {
-    value = value * 10 + static_cast<std::uint32_t>(*next - '0');
-  }
-  return static_cast<std::int32_t>(isNegative ? 0 - value : value);
-}
 
 }  // namespace text

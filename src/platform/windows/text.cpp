@@ -5,11 +5,6 @@
 #include "platform/windows/code_page.h"
 
 namespace text {
-namespace {
-
-bool IsSpace(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
-
-}  // namespace
 
 // Texts become wide by the thread's code page and narrow by the system's: the two differ on
 // purpose.
@@ -38,17 +33,6 @@ bool Equal(BSTR a, BSTR b) {
 
 bool EqualsWord(std::string_view narrow, const char* word) {
   return Equal(FromNarrow(narrow).Get(), FromNarrow(word).Get());
-}
-
-std::int32_t ToInt(std::string_view decimal) {
-  auto next = std::find_if_not(decimal.begin(), decimal.end(), IsSpace);
-  const bool isNegative = next != decimal.end() && *next == '-';
-  if (next != decimal.end() && (*next == '-' || *next == '+')) ++next;
-  std::uint32_t value = 0;
-  for (; next != decimal.end() && *next >= '0' && *next <= '9'; ++next) {
-    value = value * 10 + static_cast<std::uint32_t>(*next - '0');
-  }
-  return static_cast<std::int32_t>(isNegative ? 0 - value : value);
 }
 
 }  // namespace text
