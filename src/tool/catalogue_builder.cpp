@@ -17,7 +17,6 @@ using catalogue_table::Table;
 
 namespace {
 
-constexpr std::size_t kMostBytes = 259;  ///< of a text attribute, in the code page
 constexpr std::uintmax_t kLargestFile = 16'000'000;
 
 std::string NameOf(const fs::path& path) {
@@ -148,7 +147,7 @@ void CatalogueBuilder::TakeEntries(const std::string& file, const Table& table,
 
 bool CatalogueBuilder::IsKept(WideView text) const {
   const std::optional<std::string> narrow = m_narrow.FromWide(text);
-  return narrow && narrow->size() <= kMostBytes && !Unwritable(text, false);
+  return narrow && narrow->size() <= NarrowText::kAttributeLimit && !Unwritable(text, false);
 }
 
 void CatalogueBuilder::AddTitle(const std::string& title, ReadEntry& entry) const {

@@ -18,8 +18,6 @@ using nlohmann::ordered_json;
 namespace commands {
 namespace {
 
-constexpr std::size_t kLongestName = 259;  // bytes that are read back
-
 const PresetArea& CustomerArea(const Presets& presets) {
   const LONG last = presets.AreaCount() - 1;
   for (const PresetArea& area : presets.Areas()) {
@@ -30,18 +28,8 @@ const PresetArea& CustomerArea(const Presets& presets) {
 
 /// The name as the library takes it. Failure for one that would not come back.
 std::string NarrowName(const Location& location, const WideText& name) {
-  const auto refuse = [](const std::string& why) {
-    throw Failure{E_INVALIDARG, "the name " + why};
-  };
-  if (const auto character = Unwritable(name, false)) {
-    refuse("holds " + *character + ", which the file cannot keep");
-  }
-  const std::optional<std::string> narrow = NarrowText(Database(location)).FromWide(name);
-  if (!narrow) refuse("has a character that is not in the code page");
-  if (narrow->size() > kLongestName) {
-    refuse("has more than " + std::to_string(kLongestName) + " bytes in the code page");
-  }
-  return *narrow;
+  RequireWritable(name, false, "the name");
+  return NarrowText(Database(location)).Require(name, NarrowText::kAttributeLimit, "the name");
 }
 
 struct Merged {

@@ -16,7 +16,6 @@ namespace fs = std::filesystem;
 namespace {
 
 const char* const kFile = "UserSettings.xml";
-constexpr std::size_t kMostBytes = 259;  ///< of a text attribute, in the code page
 
 ComPtr<IDishSatInfoMgr> ListOf(const Database& database) {
   ComPtr<IDishSatInfoMgr> list;
@@ -79,17 +78,9 @@ void DropRepeated(Dishes& dishes) {
 }
 
 void RequireText(const NarrowText& narrow, const char* attribute, WideView text) {
-  const std::string name = std::string(attribute) + " of an assignment ";
-  const std::optional<std::string> bytes = narrow.FromWide(text);
-  if (!bytes) {
-    throw Failure{E_INVALIDARG, name + "holds characters outside the code page"};
-  }
-  if (bytes->size() > kMostBytes) {
-    throw Failure{E_INVALIDARG, name + "has more than 259 bytes in the code page"};
-  }
-  if (const auto character = Unwritable(text, false)) {
-    throw Failure{E_INVALIDARG, name + "holds " + *character + ", which the file cannot keep"};
-  }
+  const std::string name = std::string(attribute) + " of an assignment";
+  narrow.Require(text, NarrowText::kAttributeLimit, name);
+  RequireWritable(text, false, name);
 }
 
 /// What was loaded may be less than what the file holds: texts come cut and through the code page.

@@ -16,9 +16,6 @@ using station_blocks::Use;
 
 namespace {
 
-// Text attributes are read through buffers of 260 bytes, their terminator included.
-constexpr std::size_t kAttributeLimit = 259;
-
 Failure NotKept(const std::string& field, InputSignalType signal) {
   return {E_NOTIMPL, "the file does not keep " + field + " for " + SignalTypeName(signal)};
 }
@@ -82,8 +79,8 @@ Channel EmptyChannel(const Layout& layout) {
 }
 
 std::size_t TextLimit(const Field& field) {
-  return field.width == 0 ? kAttributeLimit
-                          : std::min<std::size_t>(field.width - 1U, kAttributeLimit);
+  return field.width == 0 ? NarrowText::kAttributeLimit
+                          : std::min<std::size_t>(field.width - 1U, NarrowText::kAttributeLimit);
 }
 
 FieldSetter::FieldSetter(InputSignalType signal, const NarrowText& narrow)
@@ -136,17 +133,10 @@ void FieldSetter::SetValue(BYTE* place, const Field& field, const Assignment& as
 
 void FieldSetter::SetText(BYTE* place, std::size_t width, std::size_t limit,
                           const Assignment& assignment) const {
-  const std::optional<std::string> text = m_narrow.FromWide(WideArgument(assignment.value));
-  if (!text) {
-    throw Failure{E_INVALIDARG, assignment.field + " holds characters outside the code page"};
-  }
-  if (text->size() > limit) {
-    throw Failure{E_INVALIDARG, assignment.field + " has " + std::to_string(text->size()) +
-                                    " bytes in the code page; at most " + std::to_string(limit) +
-                                    " are kept"};
-  }
+  const std::string text =
+      m_narrow.Require(WideArgument(assignment.value), limit, assignment.field);
   std::fill_n(place, width, BYTE{0});
-  std::copy(text->begin(), text->end(), place);
+  std::copy(text.begin(), text.end(), place);
 }
 
 // A count that is set drops the entries behind it, so that growing again finds them empty.

@@ -22,7 +22,7 @@ std::string_view UpToZero(const BYTE* bytes, std::size_t size) {
 
 NarrowText::NarrowText(const Database& database) {
   const ComPtr<IChannelInfoMgr> list = database.List(InputSignalDVBSatellite);
-  Require(list->CreateChannelInfo(m_record.Receive()), "a record cannot be made");
+  ::Require(list->CreateChannelInfo(m_record.Receive()), "a record cannot be made");
 }
 
 void NarrowText::Put(std::string_view narrow) const {
@@ -36,7 +36,7 @@ void NarrowText::Put(std::string_view narrow) const {
 WideText NarrowText::ToWide(std::string_view narrow) const {
   Put(narrow);
   Bstr text;
-  Require(m_record->GetChannelName(text.Receive()), "a text cannot be converted");
+  ::Require(m_record->GetChannelName(text.Receive()), "a text cannot be converted");
   return WideText(text.View());
 }
 
@@ -45,9 +45,19 @@ std::optional<std::string> NarrowText::FromWide(WideView wide) const {
   if (wide.find(OLECHAR{0}) != WideView::npos) return std::nullopt;
   Put({});
   const Bstr text(wide);
-  Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
+  ::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
   const Channel channel = ReadChannel(m_record.Get());
   std::string narrow(UpToZero(channel.block.data() + kName, kLimit));
   if (narrow.size() < kLimit && channel.name != wide) return std::nullopt;
   return narrow;
+}
+
+std::string NarrowText::Require(WideView wide, std::size_t limit, const std::string& what) const {
+  const std::optional<std::string> narrow = FromWide(wide);
+  if (!narrow) throw Failure{E_INVALIDARG, what + " holds characters outside the code page"};
+  if (narrow->size() > limit) {
+    throw Failure{E_INVALIDARG,
+                  what + " has more than " + std::to_string(limit) + " bytes in the code page"};
+  }
+  return *narrow;
 }

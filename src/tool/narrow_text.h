@@ -18,7 +18,13 @@ class NarrowText {
   /// come cut.
   std::optional<std::string> FromWide(WideView wide) const;
 
+  /// The bytes of a text that keeps to a limit below kLimit. Raises a Failure that begins with
+  /// `what` for one that does not, or that holds what the code page lacks.
+  std::string Require(WideView wide, std::size_t limit, const std::string& what) const;
+
   static constexpr std::size_t kLimit = 1024;
+  /// Text attributes are read through buffers of 260 bytes, their terminator included.
+  static constexpr std::size_t kAttributeLimit = 259;
 
  private:
   void Put(std::string_view narrow) const;

@@ -132,9 +132,8 @@ class TextJudge {
   }
 
  private:
-  [[noreturn]] void Refuse(const std::string& field, const std::string& why) const {
-    throw Failure{E_INVALIDARG,
-                  "channel " + std::to_string(m_channel.index) + ": " + field + " " + why};
+  std::string Name(const std::string& field) const {
+    return "channel " + std::to_string(m_channel.index) + ": " + field;
   }
 
   // Bytes that are no text of the code page come out as U+FFFD and would be written as that.
@@ -144,23 +143,17 @@ class TextJudge {
     const std::optional<std::string> again = m_narrow.FromWide(wide);
     const bool replaced = wide.find(OLECHAR{utf::kReplacement}) != WideText::npos;
     if (!again || (replaced && *again != bytes)) {
-      Refuse(field, "is no text of the code page; choose the right one with --codepage");
+      throw Failure{E_INVALIDARG, Name(field) +
+                                      " is no text of the code page; choose the right one "
+                                      "with --codepage"};
     }
     RequireWide(field, wide, limit, isXml);
   }
 
   void RequireWide(const std::string& field, WideView wide, std::size_t limit, bool isXml) const {
-    const std::optional<std::string> narrow = m_narrow.FromWide(wide);
-    if (!narrow) Refuse(field, "holds characters outside the code page");
-    if (narrow->size() > limit) {
-      Refuse(field, "has " + std::to_string(narrow->size()) + " bytes in the code page; at most " +
-                        std::to_string(limit) + " are kept");
-    }
-    if (!isXml) return;
-    if (const auto character = Unwritable(wide, m_preFormatted)) {
-      Refuse(field, "holds " + *character + ", which the " +
-                        (m_preFormatted ? "pre-formatted form" : "file") + " cannot keep");
-    }
+    const std::string what = Name(field);
+    m_narrow.Require(wide, limit, what);
+    if (isXml) RequireWritable(wide, m_preFormatted, what);
   }
 
   const Channel& m_channel;
@@ -185,6 +178,13 @@ std::optional<std::string> Unwritable(WideView text, bool preFormatted) {
     return code;
   }
   return std::nullopt;
+}
+
+void RequireWritable(WideView text, bool preFormatted, const std::string& what) {
+  const std::optional<std::string> character = Unwritable(text, preFormatted);
+  if (!character) return;
+  throw Failure{E_INVALIDARG, what + " holds " + *character + ", which the " +
+                                  (preFormatted ? "pre-formatted form" : "file") + " cannot keep"};
 }
 
 Channel AsStored(const Channel& channel, InputSignalType signal, const NarrowText& narrow,

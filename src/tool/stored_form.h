@@ -19,6 +19,9 @@ Channel AsStored(const Channel& channel, InputSignalType signal, const NarrowTex
 void RequireStorable(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
                      bool preFormatted);
 
+/// Raises a Failure that begins with `what` for a text that the form cannot keep.
+void RequireWritable(WideView text, bool preFormatted, const std::string& what);
+
 /// The first character of a text that the form cannot keep, for a message; nothing when there is
 /// none.
 std::optional<std::string> Unwritable(WideView text, bool preFormatted);
