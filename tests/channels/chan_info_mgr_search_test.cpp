@@ -6,7 +6,7 @@ namespace {
 using Found = ComPtr<IChannelInfo>;
 
 // One host record of a list, with index = place.
-struct Row {
+struct SearchRow {
   EServiceType serviceType;
   UINT favor = 0;
   HRESULT serviceTypeResult = S_OK;
@@ -14,8 +14,9 @@ struct Row {
 
 class HostList {
  public:
-  explicit HostList(const std::vector<Row>& records) : m_list(MakeList(InputSignalDVBSatellite)) {
-    for (const Row& row : records) {
+  explicit HostList(const std::vector<SearchRow>& records)
+      : m_list(MakeList(InputSignalDVBSatellite)) {
+    for (const SearchRow& row : records) {
       HostRecord* raw = nullptr;
       const Found record = HostRecord::Make(&raw);
       raw->index = static_cast<UINT>(m_records.size() + 1);

@@ -11,19 +11,19 @@
 
 namespace {
 
-struct Item {
+struct Sortable {
   int key = 0;
   int id = 0;
-  bool operator==(const Item&) const = default;
+  bool operator==(const Sortable&) const = default;
 };
-using Items = std::vector<Item>;
-using Before = std::function<bool(const Item&, const Item&)>;
+using Sortables = std::vector<Sortable>;
+using Before = std::function<bool(const Sortable&, const Sortable&)>;
 
 // The steps again, spelled out on positions without any sharing between them: slow and plain.
-class Model {
+class SortModel {
  public:
-  Model(Items items, Before before) : a(std::move(items)), less(std::move(before)) {}
-  Items Run() {
+  SortModel(Sortables items, Before before) : a(std::move(items)), less(std::move(before)) {}
+  Sortables Run() {
     Sort(0, Size(a), Size(a));
     return a;
   }
@@ -31,11 +31,11 @@ class Model {
   int partitions = 0;
 
  private:
-  static int Size(const Items& items) { return static_cast<int>(items.size()); }
-  Item& At(int i) { return a.at(static_cast<std::size_t>(i)); }
+  static int Size(const Sortables& items) { return static_cast<int>(items.size()); }
+  Sortable& At(int i) { return a.at(static_cast<std::size_t>(i)); }
   bool Less(int i, int j) { return less(At(i), At(j)); }
   void Swap(int i, int j) {
-    const Item t = At(i);
+    const Sortable t = At(i);
     At(i) = At(j);
     At(j) = t;
   }
@@ -58,7 +58,7 @@ class Model {
 
   void Insertion(int first, int last) {
     for (int i = first + 1; i < last; ++i) {
-      const Item value = At(i);
+      const Sortable value = At(i);
       const auto begin = a.begin();
       if (less(value, At(first))) {
         std::rotate(begin + first, begin + i, begin + i + 1);
@@ -70,7 +70,7 @@ class Model {
     }
   }
 
-  void Adjust(int base, int hole, int n, Item value) {
+  void Adjust(int base, int hole, int n, Sortable value) {
     const int start = hole;
     while (hole < (n - 1) / 2) {
       const int right = 2 * hole + 2;
@@ -95,7 +95,7 @@ class Model {
     const int n = last - first;
     for (int hole = n / 2 - 1; hole >= 0; --hole) Adjust(first, hole, n, At(first + hole));
     for (int rest = n - 1; rest >= 1; --rest) {
-      const Item value = At(first + rest);
+      const Sortable value = At(first + rest);
       At(first + rest) = At(first);
       Adjust(first, 0, rest, value);
     }
@@ -173,26 +173,26 @@ class Model {
     }
   }
 
-  Items a;
+  Sortables a;
   Before less;
 };
 
-bool ByKey(const Item& a, const Item& b) { return a.key < b.key; }
+bool ByKey(const Sortable& a, const Sortable& b) { return a.key < b.key; }
 
-Items Sorted(Items items, const Before& before) {
-  IntroSort<Item, Before>(items, before).Run();
+Sortables Sorted(Sortables items, const Before& before) {
+  IntroSort<Sortable, Before>(items, before).Run();
   return items;
 }
 
-Items FromKeys(const std::vector<int>& keys) {
-  Items items;
+Sortables FromKeys(const std::vector<int>& keys) {
+  Sortables items;
   for (const int key : keys) items.push_back({key, static_cast<int>(items.size())});
   return items;
 }
 
-void ExpectPermutation(const Items& before, const Items& after) {
+void ExpectPermutation(const Sortables& before, const Sortables& after) {
   std::vector<int> ids;
-  for (const Item& item : after) {
+  for (const Sortable& item : after) {
     ids.push_back(item.id);
     ASSERT_EQ(before.at(static_cast<std::size_t>(item.id)), item);
   }
@@ -203,9 +203,9 @@ void ExpectPermutation(const Items& before, const Items& after) {
 }
 
 // Same steps as the model, nothing lost, and in order.
-void ExpectSorts(const Items& items) {
-  const Items sorted = Sorted(items, ByKey);
-  ASSERT_EQ(Model(items, ByKey).Run(), sorted);
+void ExpectSorts(const Sortables& items) {
+  const Sortables sorted = Sorted(items, ByKey);
+  ASSERT_EQ(SortModel(items, ByKey).Run(), sorted);
   ExpectPermutation(items, sorted);
   ASSERT_TRUE(std::is_sorted(sorted.begin(), sorted.end(), ByKey));
 }
@@ -214,7 +214,7 @@ TEST(IntroSort, EverySmallSize) {
   std::mt19937 random(1);
   for (int size = 0; size <= 200; ++size) {
     for (const int keys : {1, 2, 5, 50, 100000}) {
-      Items items;
+      Sortables items;
       for (int i = 0; i < size; ++i) items.push_back({static_cast<int>(random()) % keys, i});
       ExpectSorts(items);
     }
@@ -226,7 +226,7 @@ TEST(IntroSort, RandomInputs) {
   for (int round = 0; round < 120; ++round) {
     const int size = static_cast<int>(random() % 5001);
     const unsigned keys = 1u << (random() % 20);
-    Items items;
+    Sortables items;
     for (int i = 0; i < size; ++i) items.push_back({static_cast<int>(random() % keys), i});
     ExpectSorts(items);
   }
@@ -249,15 +249,15 @@ TEST(IntroSort, Patterns) {
 }
 
 TEST(IntroSort, EqualElementsKeepTheirOrderUpToTheInsertionLimit) {
-  Items items;
+  Sortables items;
   for (int i = 0; i < 32; ++i) items.push_back({i % 3, i});
-  Items expected = items;
+  Sortables expected = items;
   std::stable_sort(expected.begin(), expected.end(), ByKey);
   EXPECT_EQ(expected, Sorted(items, ByKey));
 }
 
 TEST(IntroSort, AllEqualStaysAsItIs) {
-  const Items items = FromKeys(std::vector<int>(3000, 5));
+  const Sortables items = FromKeys(std::vector<int>(3000, 5));
   EXPECT_EQ(items, Sorted(items, ByKey));
 }
 
@@ -268,9 +268,9 @@ TEST(IntroSort, AboveTheLimitEqualElementsMove) {
   std::iota(keys.begin(), keys.end(), 0);
   std::swap(keys[3], keys[16]);  // the middle holds 3
   keys[20] = 3;
-  const Items items = FromKeys(keys);
-  const Items sorted = Sorted(items, ByKey);
-  ASSERT_EQ(Model(items, ByKey).Run(), sorted);
+  const Sortables items = FromKeys(keys);
+  const Sortables sorted = Sorted(items, ByKey);
+  ASSERT_EQ(SortModel(items, ByKey).Run(), sorted);
   EXPECT_EQ(3, sorted[3].key);
   EXPECT_EQ(20, sorted[3].id);
   EXPECT_EQ(3, sorted[4].key);
@@ -279,14 +279,14 @@ TEST(IntroSort, AboveTheLimitEqualElementsMove) {
 
 // McIlroy's adversary: answers comparisons so that every pivot is as bad as it can be, and thereby
 // builds an input that is.
-Items WorstInput(int size) {
-  Items items;
+Sortables WorstInput(int size) {
+  Sortables items;
   for (int i = 0; i < size; ++i) items.push_back({0, i});
   const int undecided = size;
   std::vector<int> value(static_cast<std::size_t>(size), undecided);
   int solid = 0;
   int candidate = 0;
-  const Before answer = [&](const Item& x, const Item& y) {
+  const Before answer = [&](const Sortable& x, const Sortable& y) {
     int& vx = value[static_cast<std::size_t>(x.id)];
     int& vy = value[static_cast<std::size_t>(y.id)];
     if (x.id == y.id) return false;
@@ -301,8 +301,8 @@ Items WorstInput(int size) {
 
 TEST(IntroSort, HeapSortTakesOverWhenTheBudgetIsGone) {
   for (const int size : {500, 1001, 3000, 5000}) {
-    const Items items = WorstInput(size);
-    Model model(items, ByKey);
+    const Sortables items = WorstInput(size);
+    SortModel model(items, ByKey);
     model.Run();
     EXPECT_GT(model.heapSorts, 0) << size;
     EXPECT_GT(model.partitions, 10) << size;
@@ -312,16 +312,16 @@ TEST(IntroSort, HeapSortTakesOverWhenTheBudgetIsGone) {
 
 TEST(IntroSort, HeapSortWithManyEquals) {
   for (const int size : {1000, 1001, 5000}) {
-    Items items = WorstInput(size);
-    for (Item& item : items) item.key /= 3;
+    Sortables items = WorstInput(size);
+    for (Sortable& item : items) item.key /= 3;
     ExpectSorts(items);
   }
 }
 
 TEST(IntroSort, ComparisonsStayInBounds) {
-  const Items items = WorstInput(5000);
+  const Sortables items = WorstInput(5000);
   std::size_t comparisons = 0;
-  Sorted(items, [&](const Item& a, const Item& b) {
+  Sorted(items, [&](const Sortable& a, const Sortable& b) {
     ++comparisons;
     return a.key < b.key;
   });
@@ -332,22 +332,22 @@ TEST(IntroSort, ComparisonsStayInBounds) {
 // The list's own third comparator and worse ones: the outcome follows from the steps.
 TEST(IntroSort, ComparatorsThatAreNoOrdering) {
   const std::vector<Before> comparators = {
-      [](const Item& a, const Item& b) { return a.key < b.key && a.id % 7 > b.id % 7; },
-      [](const Item& a, const Item& b) { return a.key % 5 < b.key % 5 && a.key > b.key; },
-      [](const Item&, const Item&) { return true; },
-      [](const Item& a, const Item& b) { return (a.key + b.key) % 2 == 0; },
-      [](const Item& a, const Item& b) { return (a.key * 31 + b.key * 17) % 5 < 2; },
-      [](const Item& a, const Item& b) { return a.key <= b.key; },
-      [](const Item& a, const Item& b) { return (b.key - a.key + 300) % 3 == 1; },
+      [](const Sortable& a, const Sortable& b) { return a.key < b.key && a.id % 7 > b.id % 7; },
+      [](const Sortable& a, const Sortable& b) { return a.key % 5 < b.key % 5 && a.key > b.key; },
+      [](const Sortable&, const Sortable&) { return true; },
+      [](const Sortable& a, const Sortable& b) { return (a.key + b.key) % 2 == 0; },
+      [](const Sortable& a, const Sortable& b) { return (a.key * 31 + b.key * 17) % 5 < 2; },
+      [](const Sortable& a, const Sortable& b) { return a.key <= b.key; },
+      [](const Sortable& a, const Sortable& b) { return (b.key - a.key + 300) % 3 == 1; },
   };
   std::mt19937 random(3);
   for (const Before& before : comparators) {
     for (int round = 0; round < 40; ++round) {
       const int size = static_cast<int>(random() % 1500);
-      Items items;
+      Sortables items;
       for (int i = 0; i < size; ++i) items.push_back({static_cast<int>(random() % 100), i});
-      const Items sorted = Sorted(items, before);
-      ASSERT_EQ(Model(items, before).Run(), sorted);
+      const Sortables sorted = Sorted(items, before);
+      ASSERT_EQ(SortModel(items, before).Run(), sorted);
       ExpectPermutation(items, sorted);
     }
   }
@@ -359,9 +359,10 @@ TEST(IntroSort, ComparatorThatAnswersAtRandom) {
   std::mt19937 random(4);
   for (int round = 0; round < 200; ++round) {
     const int size = static_cast<int>(random() % 2000);
-    Items items;
+    Sortables items;
     for (int i = 0; i < size; ++i) items.push_back({0, i});
-    ExpectPermutation(items, Sorted(items, [&](const Item&, const Item&) { return random() % 2; }));
+    ExpectPermutation(
+        items, Sorted(items, [&](const Sortable&, const Sortable&) { return random() % 2; }));
   }
 }
 

@@ -7,14 +7,14 @@ namespace {
 using Found = ComPtr<IChannelInfo>;
 
 // What tells two stations of a list apart.
-struct Row {
+struct MatchRow {
   InputSignalType listType;
   bool physicalChannel;
   bool frequency;
   bool transportStream;
   std::vector<std::size_t> words;
 };
-const Row kRows[] = {
+const MatchRow kRows[] = {
     {InputSignalAnalogAntenna, true, false, false, {}},
     {InputSignalAnalogCable, true, false, false, {}},
     {InputSignalFMRadio, false, true, false, {}},
@@ -39,7 +39,7 @@ void FillStation(Station& station) {
   station->lOffsetFreq = 166;
 }
 
-class StationMatch : public testing::TestWithParam<Row> {
+class StationMatch : public testing::TestWithParam<MatchRow> {
  protected:
   StationMatch() : m_list(MakeList(GetParam().listType)), m_probe(GetParam().listType) {
     FillStation(m_probe);
@@ -217,7 +217,7 @@ TEST(StationMatchLists, ListTypeDecides) {
 }
 
 TEST(StationMatchLists, CopiesOfTheStationFindTheirRecord) {
-  for (const Row& row : kRows) {
+  for (const MatchRow& row : kRows) {
     const ComPtr<IChannelInfoMgr> list = MakeList(row.listType);
     Station station(row.listType);
     FillStation(station);

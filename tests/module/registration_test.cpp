@@ -15,33 +15,25 @@ const std::string kClassId = "{D4FDC473-B225-4746-9983-065F8F21D798}";
 const std::string kClassesRoot = "HKEY_CLASSES_ROOT";
 const std::string kUserClasses = "HKEY_CURRENT_USER\\Software\\Classes";
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char byte : text) {
-    if (byte == '"' || byte == '\\') quoted += '\\';
-    quoted += byte;
-  }
-  return quoted + '"';
-}
-
 // What stands in the registry for the class, below `root`.
 Contents ClassKeys(const std::string& root, const std::string& path) {
   const std::string classKey = root + "\\CLSID\\" + kClassId;
-  const std::string name = Quoted("ZorTunedex Class");
+  const std::string name = QuotedData("ZorTunedex Class");
   const std::string plain = root + "\\ZorTunedex.ZorTunedex";
   return {
       {plain, {{"", name}}},
-      {plain + "\\CLSID", {{"", Quoted(kClassId)}}},
-      {plain + "\\CurVer", {{"", Quoted("ZorTunedex.ZorTunedex.1")}}},
+      {plain + "\\CLSID", {{"", QuotedData(kClassId)}}},
+      {plain + "\\CurVer", {{"", QuotedData("ZorTunedex.ZorTunedex.1")}}},
       {plain + ".1", {{"", name}}},
-      {plain + ".1\\CLSID", {{"", Quoted(kClassId)}}},
+      {plain + ".1\\CLSID", {{"", QuotedData(kClassId)}}},
       {root + "\\CLSID", {}},
       {classKey, {{"", name}}},
-      {classKey + "\\InprocServer32", {{"", Quoted(path)}, {"ThreadingModel", Quoted("Both")}}},
-      {classKey + "\\ProgID", {{"", Quoted("ZorTunedex.ZorTunedex.1")}}},
+      {classKey + "\\InprocServer32",
+       {{"", QuotedData(path)}, {"ThreadingModel", QuotedData("Both")}}},
+      {classKey + "\\ProgID", {{"", QuotedData("ZorTunedex.ZorTunedex.1")}}},
       {classKey + "\\Programmable", {}},
-      {classKey + "\\TypeLib", {{"", Quoted("{B63ADC9E-1200-4E8C-95F7-BC44EB0CDD14}")}}},
-      {classKey + "\\VersionIndependentProgID", {{"", Quoted("ZorTunedex.ZorTunedex")}}},
+      {classKey + "\\TypeLib", {{"", QuotedData("{B63ADC9E-1200-4E8C-95F7-BC44EB0CDD14}")}}},
+      {classKey + "\\VersionIndependentProgID", {{"", QuotedData("ZorTunedex.ZorTunedex")}}},
   };
 }
 
@@ -133,7 +125,7 @@ TEST_F(Registration, ForeignKeysBelowTheClassNameStay) {
   Contents expected = kNothing;
   expected[name];
   expected[name + "\\shell"];
-  expected[name + "\\shell\\open"] = {{"", Quoted("another program's")}};
+  expected[name + "\\shell\\open"] = {{"", QuotedData("another program's")}};
   EXPECT_EQ(expected, ClassContents());
   UnregisterMore(S_FALSE);
   EXPECT_EQ(expected, ClassContents());

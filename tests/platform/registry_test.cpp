@@ -221,7 +221,7 @@ TEST_F(Registry, WholeRootIsNotDeleted) {
 }
 
 /// Random calls against a plain map of keys to their values.
-class Model {
+class RegistryModel {
  public:
   void Create(const std::string& key) {
     for (std::size_t end = 0; end != std::string::npos;) {
@@ -260,7 +260,7 @@ TEST_F(Registry, RandomCallsAgreeWithAModel) {
   const std::vector<std::string> values = {"", "v", "x=y", "\\\"", "[a]", ";", "\n[a\\b]\n@=\"z\""};
   std::mt19937 random(20240229);
   const auto pick = [&random](const auto& list) { return list[random() % list.size()]; };
-  Model model;
+  RegistryModel model;
   for (int step = 0; step < 250; ++step) {
     const std::string key = pick(keys);
     switch (random() % 4) {

@@ -104,7 +104,6 @@ constexpr char kPresets[] =
     "<Area AreaIndex='0' name='North'><SubArea SubAreaIndex='0' name='Harbour'>"
     "<Channel name='T25l' index='1' physicalChannel='27' Frequency='1'/></SubArea></Area>"
     "<Area AreaIndex='1' name='Mine'/></ChannelSet></Country></T>";
-constexpr LONG kCustomerArea = 1;
 
 // The channels to be stored are those of the channel file.
 void FillCustomerList(IZorTunedex* database, UINT count) {

@@ -41,6 +41,9 @@ extern const std::vector<SavedFile> kSavedFiles;
 /// The country that their databases are opened with.
 constexpr DWORD kSavedCountry = 49;
 
+/// The area of the customer's lists in their preset file.
+constexpr LONG kCustomerArea = 1;
+
 /// A new database, closed; the result of making it.
 HRESULT NewDatabase(ComPtr<IZorTunedex>& database);
 

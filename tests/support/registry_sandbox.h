@@ -26,3 +26,13 @@ class RegistrySandbox {
   struct Place;
   std::unique_ptr<Place> m_place;
 };
+
+/// A text as the data of a value.
+inline std::string QuotedData(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') quoted += '\\';
+    quoted += c;
+  }
+  return quoted + '"';
+}

@@ -29,9 +29,11 @@ std::string Four() {
          Satellite("X", "pos='1800' name='Odd' region='Moon' division='10' index='3'");
 }
 
-class Home {
+class CatalogueHome {
  public:
-  explicit Home(const std::string& catalogue) { m_directory.Write("SatelliteInfo.xml", catalogue); }
+  explicit CatalogueHome(const std::string& catalogue) {
+    m_directory.Write("SatelliteInfo.xml", catalogue);
+  }
   Outcome Run(Arguments arguments) const {
     arguments.insert(arguments.begin(), {"--dir", m_directory.Path()});
     return RunTool(arguments);
@@ -53,7 +55,7 @@ std::vector<std::string> Ids(const ordered_json& list) {
 }
 
 TEST(Satellites, AreListed) {
-  const Home home(CatalogueFile(Four()));
+  const CatalogueHome home(CatalogueFile(Four()));
   ExpectPrints("satellites.txt", home.Run({"satellites", "list"}));
   const ordered_json list = home.Json({"satellites", "list"});
   ASSERT_EQ(4U, list.size());
@@ -70,7 +72,7 @@ TEST(Satellites, AreListed) {
 }
 
 TEST(Satellites, AreChosenByRegionAndDivision) {
-  const Home home(CatalogueFile(Four()));
+  const CatalogueHome home(CatalogueFile(Four()));
   const auto ids = [&home](Arguments filter) {
     filter.insert(filter.begin(), {"satellites", "list"});
     return Ids(home.Json(filter));
@@ -89,7 +91,7 @@ TEST(Satellites, AreChosenByRegionAndDivision) {
 }
 
 TEST(Satellites, AreShownByIdOrName) {
-  const Home home(CatalogueFile(Four()));
+  const CatalogueHome home(CatalogueFile(Four()));
   const auto index = [&home](const char* satellite) {
     return home.Json({"satellites", "show", satellite})[0]["index"];
   };
@@ -110,13 +112,15 @@ TEST(Satellites, WithAnyCharactersInTheirIdsAreFound) {
                                 {"a&quot;b&quot;", "a\"b\""},
                                 {"R&amp;D &lt;1&gt;", "R&D <1>"},
                                 {std::string(259, 'x'), std::string(259, 'x')}}) {
-    const Home home(CatalogueFile(Satellite(xml, "pos='1' name='N' region='Asia' division='1'")));
+    const CatalogueHome home(
+        CatalogueFile(Satellite(xml, "pos='1' name='N' region='Asia' division='1'")));
     EXPECT_EQ(id, home.Json({"satellites", "show", id})[0]["id"]);
   }
   // Longer ones come cut; others are told apart by the name.
-  const Home longer(CatalogueFile(Satellite(std::string(300, 'y'), "name='N' region='Asia'")));
+  const CatalogueHome longer(
+      CatalogueFile(Satellite(std::string(300, 'y'), "name='N' region='Asia'")));
   EXPECT_EQ(std::string(259, 'y'), longer.Json({"satellites", "show", "N"})[0]["id"]);
-  const Home german(
+  const CatalogueHome german(
       CatalogueFile(Satellite("S\xC3\xBC"
                               "d",
                               "name='N' region='Asia'")));
@@ -136,12 +140,13 @@ TEST(Satellites, AMessageNamesTwentyOfThem) {
   const std::string start =
       "transponders list: E_FAIL (0x80004005): the catalogue has no satellite 'no'; it has ";
   ExpectRefused(1, start + names + " and 5 more",
-                Home(CatalogueFile(many)).Run({"transponders", "list", "no"}));
-  ExpectRefused(1, start + "none", Home(CatalogueFile("")).Run({"transponders", "list", "no"}));
+                CatalogueHome(CatalogueFile(many)).Run({"transponders", "list", "no"}));
+  ExpectRefused(1, start + "none",
+                CatalogueHome(CatalogueFile("")).Run({"transponders", "list", "no"}));
 }
 
 TEST(Transponders, AreListed) {
-  const Home home(CatalogueFile(Four()));
+  const CatalogueHome home(CatalogueFile(Four()));
   ExpectPrints("transponders.txt", home.Run({"transponders", "list", "A1"}));
   const ordered_json list = home.Json({"transponders", "list", "A1", "--band", "Ku-Band"});
   ASSERT_EQ(2U, list.size());
@@ -164,7 +169,7 @@ TEST(Transponders, AreListed) {
 }
 
 TEST(Lnbs, AreListed) {
-  const Home home(CatalogueFile(
+  const CatalogueHome home(CatalogueFile(
       "",
       "<LNB type='Universal' lowFreq='9750000' highFreq='10600000' switchFreq='11700000'/>"
       "<LNB type='' lowFreq='4294967295'/>"));
@@ -185,8 +190,8 @@ TEST(Satellites, AMissingOrUnreadableFileIsAnError) {
     ExpectRefused(1, std::string(command) + " list: " + result + "there is no SatelliteInfo.xml",
                   empty.Run({command, "list"}));
     ExpectRefused(1, std::string(command) + " list: " + result + "SatelliteInfo.xml cannot be read",
-                  Home("<S><SAT_TABLE>").Run({command, "list"}));
-    EXPECT_TRUE(Home("<S/>").Json({command, "list"}).empty());
+                  CatalogueHome("<S><SAT_TABLE>").Run({command, "list"}));
+    EXPECT_TRUE(CatalogueHome("<S/>").Json({command, "list"}).empty());
   }
   ExpectRefused(2, "--dir is required", RunTool({"satellites", "list"}));
   ExpectRefused(2, "A subcommand is required", empty.Run({"satellites"}));

@@ -9,11 +9,11 @@
 #include "support/expect.h"
 #include "support/registry_sandbox.h"
 #include "support/temp_dir.h"
+#include "xml/file_header.h"
 #include "xml/xml_chan_parser.h"
 
 namespace {
 
-const std::string kHeader = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
 const std::string kEmptyTable = kHeader + "<CHANNELTABLE>\r\n</CHANNELTABLE>\r\n";
 
 class ChanFile : public testing::Test {

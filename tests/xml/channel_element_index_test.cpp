@@ -5,19 +5,17 @@
 #include <iterator>
 #include <list>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "support/dom_text.h"
 #include "support/expect.h"
 #include "support/fake_channel.h"
+#include "support/random.h"
 #include "xml/channel_codec.h"
 #include "xml/xml_nodes.h"
 
 namespace {
-
-using Random = std::mt19937;
 
 /// The set as a plain list, searched step by step for every record.
 class Model {
@@ -58,14 +56,12 @@ class Model {
   }
 };
 
-int NumberBelow(Random& random, int bound) {
-  return static_cast<int>(random() % static_cast<unsigned>(bound));
-}
+int SmallNumber(Random& random, std::uint32_t bound) { return static_cast<int>(random(bound)); }
 
 /// An index as hand-edited files have them; often one of a few, so that they meet.
 std::optional<std::string> RandomIndex(Random& random) {
-  const std::string number = std::to_string(NumberBelow(random, 12) - 3);
-  switch (NumberBelow(random, 16)) {
+  const std::string number = std::to_string(SmallNumber(random, 12) - 3);
+  switch (SmallNumber(random, 16)) {
     case 0:
       return std::nullopt;
     case 1:
@@ -138,10 +134,10 @@ struct Twins {
 
 Twins RandomTwins(Random& random) {
   Twins twins;
-  const int count = NumberBelow(random, 10);
-  const bool isSorted = NumberBelow(random, 3) == 0;
+  const int count = SmallNumber(random, 10);
+  const bool isSorted = SmallNumber(random, 3) == 0;
   for (int i = 0; i < count; ++i) {
-    if (NumberBelow(random, 5) == 0) {
+    if (SmallNumber(random, 5) == 0) {
       const dom::Element other = twins.Append("Other", twins.set);
       ExpectHr(S_OK, other.SetInt("index", 3));
       ExpectHr(S_OK, twins.Append("Channel", other).SetInt("index", 4));
@@ -178,8 +174,8 @@ void SaveOne(xml::ChannelElementIndex& index, Twins& twins, std::int32_t key, Co
 }
 
 std::int32_t RandomKey(Random& random) {
-  return NumberBelow(random, 20) == 0 ? static_cast<std::int32_t>(random())
-                                      : NumberBelow(random, 14) - 4;
+  return SmallNumber(random, 20) == 0 ? static_cast<std::int32_t>(random())
+                                      : SmallNumber(random, 14) - 4;
 }
 
 void RunRandom(unsigned seed, int failing, int another) {
@@ -189,10 +185,10 @@ void RunRandom(unsigned seed, int failing, int another) {
   // Now and then the list is saved again, by an index of its own.
   for (int saves = 0; saves < 2 && !testing::Test::HasFatalFailure(); ++saves) {
     xml::ChannelElementIndex index(twins.set);
-    const int records = 1 + NumberBelow(random, 12);
-    const bool isSorted = NumberBelow(random, 2) == 0;
+    const int records = 1 + SmallNumber(random, 12);
+    const bool isSorted = SmallNumber(random, 2) == 0;
     for (int i = 0; i < records && !testing::Test::HasFatalFailure(); ++i) {
-      const int dice = NumberBelow(random, 100);
+      const int dice = SmallNumber(random, 100);
       const Codec codec = dice < failing             ? Codec::Fails
                           : dice < failing + another ? Codec::WritesAnother
                                                      : Codec::Writes;

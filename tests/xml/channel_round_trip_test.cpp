@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
+#include "support/random.h"
 #include "support/registry_sandbox.h"
 #include "support/temp_dir.h"
 #include "xml/channel_codec.h"
@@ -23,29 +23,23 @@ using station_blocks::Layout;
 using station_blocks::Use;
 using xml::CodeChannel;
 using xml::Direction;
-using Random = std::mt19937;
 using Block = std::vector<BYTE>;
-
-std::uint32_t Below(Random& random, std::uint32_t bound) {
-  return static_cast<std::uint32_t>(random() % bound);
-}
 
 // Values at the ends of their range as often as others.
 std::uint32_t RandomNumber(Random& random) {
   constexpr std::uint32_t kEnds[] = {0,           1,           127,         128,        255,
                                      256,         32767,       32768,       65535,      65536,
                                      2147483647U, 2147483648U, 4294967294U, 4294967295U};
-  return Below(random, 2) == 0 ? kEnds[Below(random, std::size(kEnds))]
-                               : static_cast<std::uint32_t>(random());
+  return random(2) == 0 ? kEnds[random(std::size(kEnds))] : static_cast<std::uint32_t>(random());
 }
 
 std::string RandomText(Random& random, std::size_t longest, bool plain) {
   constexpr char kSpecial[] = "<>&\"' \t\r\n;#]";
-  std::string text(Below(random, static_cast<std::uint32_t>(longest + 1)), '\0');
+  std::string text(random(static_cast<std::uint32_t>(longest + 1)), '\0');
   for (char& c : text) {
-    const bool special = !plain && Below(random, 4) == 0;
-    c = special ? kSpecial[Below(random, sizeof(kSpecial) - 1)]
-                : static_cast<char>('0' + Below(random, 'z' - '0'));
+    const bool special = !plain && random(4) == 0;
+    c = special ? kSpecial[random(sizeof(kSpecial) - 1)]
+                : static_cast<char>('0' + random('z' - '0'));
     if (plain && (c == '<' || c == '>')) c = 'x';
   }
   return text;
@@ -57,7 +51,7 @@ std::uint32_t RandomWordValue(Random& random, Form form) {
                              : form == Form::FecRate    ? 8
                              : form == Form::Modulation ? 25
                                                         : 3;
-  const std::uint32_t value = Below(random, last + 1);
+  const std::uint32_t value = random(last + 1);
   return value == 0 ? 4294967295U : value;
 }
 
@@ -117,7 +111,7 @@ class RandomChannel {
                                   : RandomNumber(m_random));
         return;
       case Form::Language:
-        station_blocks::StoreLanguage(place, Below(m_random, 4096));
+        station_blocks::StoreLanguage(place, m_random(4096));
         return;
       case Form::Text:
       case Form::Base64: {
@@ -134,7 +128,7 @@ class RandomChannel {
 
   void Fill(const station_blocks::StreamList& list) {
     if (list.use != Use::Both) return;
-    const std::uint32_t count = Below(m_random, list.capacity + 1U);
+    const std::uint32_t count = m_random(list.capacity + 1U);
     station_blocks::Store(&record.block[list.countOffset], 4, count);
     for (std::uint32_t i = 0; i < count; ++i) {
       for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
@@ -144,7 +138,7 @@ class RandomChannel {
   }
 
   void Fill(const station_blocks::ComponentList& list) {
-    const std::uint32_t count = Below(m_random, list.capacity + 1U);
+    const std::uint32_t count = m_random(list.capacity + 1U);
     station_blocks::Store(&record.block[list.countOffset], 4, count);
     for (std::uint32_t i = 0; i < count; ++i) {
       const std::string text = RandomText(m_random, list.nameWidth - 1U, m_plain);
@@ -208,13 +202,13 @@ void ExpectFileBringsBack(unsigned seed, InputSignalType type, bool preFormatted
 
 /// A value such as nobody would write on purpose.
 std::string RandomValue(Random& random) {
-  switch (Below(random, 8)) {
+  switch (random(8)) {
     case 0:
       return std::to_string(random());
     case 1:
       return "-" + std::to_string(random());
     case 2:
-      return std::string(Below(random, 700), 'x');
+      return std::string(random(700), 'x');
     case 3:
       return "TkhL=&#13;==";
     case 4:
@@ -236,8 +230,7 @@ std::string RandomAttributes(Random& random,
       const std::string name = field.attribute;
       const bool isWritable =
           name.find(' ') == name.npos && text.find(" " + name + "=") == name.npos;
-      if (isWritable && Below(random, 4) != 0)
-        text += " " + name + "='" + RandomValue(random) + "'";
+      if (isWritable && random(4) != 0) text += " " + name + "='" + RandomValue(random) + "'";
     }
   }
   return text;
@@ -248,17 +241,17 @@ std::string RandomDocument(Random& random, const Layout& layout) {
   std::string streams;
   for (const station_blocks::StreamList& list : layout.lists) {
     const auto rows = station_blocks::EntryFields(list.entrySize);
-    for (std::uint32_t i = Below(random, 24); i > 0; --i) {
+    for (std::uint32_t i = random(24); i > 0; --i) {
       streams += std::string("<") + list.element + RandomAttributes(random, {rows}) + "/>";
     }
   }
-  for (std::uint32_t i = layout.components != nullptr ? Below(random, 24) : 0; i > 0; --i) {
-    streams += "<Components ID='" + std::to_string(static_cast<int>(Below(random, 14)) - 3) +
-               "' name='" + RandomValue(random) + "' type='" + RandomValue(random) + "'/>";
+  for (std::uint32_t i = layout.components != nullptr ? random(24) : 0; i > 0; --i) {
+    streams += "<Components ID='" + std::to_string(static_cast<int>(random(14)) - 3) + "' name='" +
+               RandomValue(random) + "' type='" + RandomValue(random) + "'/>";
   }
   std::string xml = "<Channel" + RandomAttributes(random, {layout.channel}) + ">";
   // Of two the first is replaced and the other one read next: no such file settles.
-  if (Below(random, 4) != 0) {
+  if (random(4) != 0) {
     xml += "<ElementStreams" + RandomAttributes(random, {layout.elementStreams}) + ">" + streams +
            "<!-- x -->text</ElementStreams><SatelliteParams" +
            RandomAttributes(random, {layout.satelliteParams}) + "/>";

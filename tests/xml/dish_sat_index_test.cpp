@@ -60,9 +60,9 @@ dom::Element Literal(const dom::Element& dish, const Assignment& values) {
 
 /// A dish, twice: one for the index and one for the selections. Elements carry a mark to be known
 /// by, and are written as the codec writes them.
-class Twins {
+class DishTwins {
  public:
-  explicit Twins(const std::string& xml)
+  explicit DishTwins(const std::string& xml)
       : m_indexed(xml), m_literal(xml), m_index(m_indexed.root) {}
 
   void Save(const Assignment& values, int mark) {
@@ -105,7 +105,8 @@ Assignment OfPathLength(std::size_t length) {
 
 TEST(DishSatIndex, FindsTheFirstOfDoubles) {
   const Assignment a = {"a", "Ku", 1, 2, 3};
-  Twins twins("<D>" + Sat({"b", "Ku", 1, 2, 3}) + Sat(a, "mark='1'") + Sat(a, "mark='2'") + "</D>");
+  DishTwins twins("<D>" + Sat({"b", "Ku", 1, 2, 3}) + Sat(a, "mark='1'") + Sat(a, "mark='2'") +
+                  "</D>");
   twins.Save(a, 10);
   twins.Save(a, 11);
   EXPECT_EQ(3, twins.Count());
@@ -114,7 +115,7 @@ TEST(DishSatIndex, FindsTheFirstOfDoubles) {
 
 TEST(DishSatIndex, EveryValueCounts) {
   const Assignment base = {"a", "Ku", 1, 2, 3};
-  Twins twins("<D>" + Sat(base) + "</D>");
+  DishTwins twins("<D>" + Sat(base) + "</D>");
   int mark = 0;
   for (const Assignment& other :
        {Assignment{"A", "Ku", 1, 2, 3}, Assignment{"a", "ku", 1, 2, 3},
@@ -130,7 +131,7 @@ TEST(DishSatIndex, EveryValueCounts) {
 
 // Values compare as texts, and an element without one of them is never found.
 TEST(DishSatIndex, FormsOfNumbersAndMissingAttributes) {
-  Twins twins(
+  DishTwins twins(
       "<D><SAT id='a' band='Ku' LNB_Low='01' LNB_High='2' LNB_Switch='3'/>"
       "<SAT id='a' band='Ku' LNB_Low='1' LNB_High='2'/>"
       "<SAT id='a' LNB_Low='1' LNB_High='2' LNB_Switch='3'/>"
@@ -150,7 +151,7 @@ TEST(DishSatIndex, FormsOfNumbersAndMissingAttributes) {
 TEST(DishSatIndex, ApostrophesAreNeverFound) {
   for (const Assignment& values : {Assignment{"it's", "Ku", 1, 2, 3}, Assignment{"a", "'", 1, 2, 3},
                                    Assignment{"'][@id='", "Ku", 1, 2, 3}}) {
-    Twins twins("<D/>");
+    DishTwins twins("<D/>");
     for (int mark = 0; mark < 3; ++mark) twins.Save(values, mark);
     EXPECT_EQ(3, twins.Count()) << values.id;
     twins.ExpectSame();
@@ -159,7 +160,7 @@ TEST(DishSatIndex, ApostrophesAreNeverFound) {
 
 TEST(DishSatIndex, OtherSignsAreFound) {
   for (const char* id : {"\"", "&", "<", "]", "[@id", "a b", " ", "/", "%d", "a\tb"}) {
-    Twins twins("<D/>");
+    DishTwins twins("<D/>");
     for (int mark = 0; mark < 2; ++mark) twins.Save({id, "Ku", 1, 2, 3}, mark);
     EXPECT_EQ(1, twins.Count()) << id;
     twins.ExpectSame();
@@ -171,7 +172,7 @@ TEST(DishSatIndex, PathsOf259BytesFit) {
     const Assignment values = OfPathLength(std::min<std::size_t>(length, 259));
     Assignment longer = values;
     longer.id.append(length > 259 ? length - 259 : 0, 'i');
-    Twins twins("<D/>");
+    DishTwins twins("<D/>");
     for (int mark = 0; mark < 3; ++mark) twins.Save(longer, mark);
     EXPECT_EQ(length <= 259 ? 1 : 3, twins.Count()) << length;
     twins.ExpectSame();
@@ -179,14 +180,14 @@ TEST(DishSatIndex, PathsOf259BytesFit) {
 }
 
 TEST(DishSatIndex, NumbersAreSigned) {
-  Twins twins("<D>" + Sat({"a", "Ku", -1, INT32_MIN, INT32_MAX}, "mark='1'") + "</D>");
+  DishTwins twins("<D>" + Sat({"a", "Ku", -1, INT32_MIN, INT32_MAX}, "mark='1'") + "</D>");
   twins.Save({"a", "Ku", -1, INT32_MIN, INT32_MAX}, 2);
   EXPECT_EQ(1, twins.Count());
   twins.ExpectSame();
 }
 
 TEST(DishSatIndex, NullPointers) {
-  Twins twins("<D/>");
+  DishTwins twins("<D/>");
   dom::Element sat;
   ExpectHr(E_POINTER, twins.Index().FindOrCreate(nullptr, sat));
   ExpectHr(E_POINTER, xml::DishSatIndex({}).FindOrCreate(Make({}).Get(), sat));
@@ -200,7 +201,7 @@ TEST(DishSatIndex, SilentRecordsAreEmptyOnes) {
     HRESULT STDMETHODCALLTYPE GetID(BSTR*) override { return E_FAIL; }
     HRESULT STDMETHODCALLTYPE GetLowFreq(DWORD*) override { return E_FAIL; }
   };
-  Twins twins("<D>" + Sat({"", "", 0, 0, 0}, "mark='1'") + "</D>");
+  DishTwins twins("<D>" + Sat({"", "", 0, 0, 0}, "mark='1'") + "</D>");
   const auto silent = ComPtr<IDishSatInfo>::Attach(new Silent);
   dom::Element sat;
   ExpectHr(S_OK, twins.Index().FindOrCreate(silent.Get(), sat));
@@ -247,7 +248,7 @@ TEST(DishSatIndex, RandomDishes) {
       }
       xml += "/>";
     }
-    Twins twins(xml + "</D>");
+    DishTwins twins(xml + "</D>");
     for (int step = 0; step < 15; ++step) {
       twins.Save({text(), text(), number(), number(), number()}, 1000 + step);
       if (testing::Test::HasFatalFailure()) return;

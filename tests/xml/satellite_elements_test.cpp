@@ -93,7 +93,7 @@ std::string ReadLnb(const std::string& attributes) {
 }
 
 /// Fails at one of the getters, and sees that they are asked in their order.
-class Failing : public CSatelliteInfo {
+class FailingSatellite : public CSatelliteInfo {
  public:
   int failing = -1;
   int asked = 0;
@@ -302,10 +302,10 @@ TEST(SatelliteElements, WritesAFreshSatellite) {
 TEST(SatelliteElements, WritingStopsAtTheFirstFailure) {
   for (int failing = 0; failing < 8; ++failing) {
     const TextDocument document("<Satellite/>");
-    auto* raw = new Failing;
+    auto* raw = new FailingSatellite;
     const auto record = ComPtr<ISatelliteInfo>::Attach(raw);
     raw->failing = failing;
-    ExpectHr(Failing::kFailure,
+    ExpectHr(FailingSatellite::kFailure,
              xml::SatelliteElementIO(document.root, record.Get(), Direction::Write));
     EXPECT_EQ(failing + 1, raw->asked);
     EXPECT_EQ("<Satellite/>\n", Formatted(document.root));

@@ -7,10 +7,9 @@
 #include "support/dom_text.h"
 #include "support/expect.h"
 #include "support/temp_dir.h"
+#include "xml/file_header.h"
 
 namespace {
-
-const std::string kHeader = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
 
 std::string Format(const std::string& xml, int level = 0) {
   const TextDocument document(xml);

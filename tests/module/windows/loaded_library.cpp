@@ -5,7 +5,7 @@
 
 namespace {
 
-std::wstring Wide(const std::string& path) { return std::wstring(text::FromUtf8(path).View()); }
+std::wstring WidePath(const std::string& path) { return std::wstring(text::FromUtf8(path).View()); }
 
 std::wstring FullPath(const std::wstring& path) {
   std::wstring full(32768, L'\0');
@@ -21,7 +21,7 @@ LoadedLibrary::LoadedLibrary(const std::string& path, const RegistrySandbox&)
     : LoadedLibrary(path) {}
 
 LoadedLibrary::LoadedLibrary(const std::string& path)
-    : m_module(LoadLibraryW(wide_path::Lengthen(FullPath(Wide(path))).c_str())) {}
+    : m_module(LoadLibraryW(wide_path::Lengthen(FullPath(WidePath(path))).c_str())) {}
 
 LoadedLibrary::~LoadedLibrary() {
   if (m_module != nullptr) FreeLibrary(static_cast<HMODULE>(m_module));
@@ -33,15 +33,15 @@ void* LoadedLibrary::Find(const char* name) const {
 }
 
 bool LoadedLibrary::Copy(const std::string& path) {
-  const std::wstring full = FullPath(Wide(path));
+  const std::wstring full = FullPath(WidePath(path));
   for (std::size_t end = full.find(L'\\', 3); end != std::wstring::npos;
        end = full.find(L'\\', end + 1)) {
     CreateDirectoryW((L"\\\\?\\" + full.substr(0, end)).c_str(), nullptr);
   }
-  return CopyFileW(FullPath(Wide(ZORTUNEDEX_LIBRARY)).c_str(), (L"\\\\?\\" + full).c_str(), TRUE) !=
-         0;
+  return CopyFileW(FullPath(WidePath(ZORTUNEDEX_LIBRARY)).c_str(), (L"\\\\?\\" + full).c_str(),
+                   TRUE) != 0;
 }
 
 std::string LoadedLibrary::Registered(const std::string& path) {
-  return text::ToUtf8(FullPath(Wide(path)));
+  return text::ToUtf8(FullPath(WidePath(path)));
 }

@@ -11,15 +11,6 @@ namespace {
 
 using Values = RegistrySandbox::Values;
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char byte : text) {
-    if (byte == '\\') quoted += '\\';
-    quoted += byte;
-  }
-  return quoted + '"';
-}
-
 // Wine and Windows differ in how they write these names.
 std::string Small(std::string text) {
   for (char& byte : text) {
@@ -80,10 +71,10 @@ TEST_F(TypeLibraryRegistration, NamesTheLibraryAndItsDirectory) {
   const LoadedLibrary library(ZORTUNEDEX_LIBRARY, m_sandbox);
   const std::string path = LoadedLibrary::Registered(ZORTUNEDEX_LIBRARY);
   ExpectHr(S_OK, library.Register());
-  EXPECT_EQ((Values{{"", Quoted("ZorTunedex 1.0 Type Library")}}), ValuesOf(m_root + "\\1.0"));
-  EXPECT_EQ((Values{{"", Quoted(path)}}), ValuesOf(m_root + "\\1.0\\0\\win64"));
+  EXPECT_EQ((Values{{"", QuotedData("ZorTunedex 1.0 Type Library")}}), ValuesOf(m_root + "\\1.0"));
+  EXPECT_EQ((Values{{"", QuotedData(path)}}), ValuesOf(m_root + "\\1.0\\0\\win64"));
   // With the separator that it is cut behind.
-  EXPECT_EQ((Values{{"", Quoted(path.substr(0, path.rfind('\\') + 1))}}),
+  EXPECT_EQ((Values{{"", QuotedData(path.substr(0, path.rfind('\\') + 1))}}),
             ValuesOf(m_root + "\\1.0\\helpdir"));
   ComPtr<ITypeLib> types;
   ExpectHr(S_OK, LoadRegTypeLib(LIBID_ZORTUNEDEXLib, 1, 0, 0, types.Receive()));
@@ -93,7 +84,7 @@ TEST_F(TypeLibraryRegistration, NamesTheInterfaces) {
   const LoadedLibrary library(ZORTUNEDEX_LIBRARY, m_sandbox);
   ExpectHr(S_OK, library.Register());
   const std::string key = "hkey_classes_root\\interface\\{d68deb38-cc68-4bcf-9757-edd6ff66f27e}";
-  EXPECT_EQ((Values{{"", Quoted("IZorTunedex")}}), ValuesOf(key));
+  EXPECT_EQ((Values{{"", QuotedData("IZorTunedex")}}), ValuesOf(key));
   ExpectHr(S_OK, library.Unregister());
   EXPECT_TRUE(KeysWith("{d68deb38-cc68-4bcf-9757-edd6ff66f27e}").empty());
   EXPECT_TRUE(KeysWith("{b63adc9e-1200-4e8c-95f7-bc44eb0cdd14}").empty());
@@ -113,8 +104,9 @@ TEST_F(TypeLibraryRegistration, PathsOfMoreThan260Characters) {
   const LoadedLibrary library(path, m_sandbox);
   ASSERT_TRUE(library.IsLoaded());
   ExpectHr(TYPE_E_CANTLOADLIBRARY, library.Register());
-  EXPECT_EQ((Values{{"", Quoted(LoadedLibrary::Registered(path))}, {"ThreadingModel", "\"Both\""}}),
-            ValuesOf(m_class + "\\inprocserver32"));
+  EXPECT_EQ(
+      (Values{{"", QuotedData(LoadedLibrary::Registered(path))}, {"ThreadingModel", "\"Both\""}}),
+      ValuesOf(m_class + "\\inprocserver32"));
   EXPECT_EQ((Values{{"missing", m_root}}), ValuesOf(m_root));
   ExpectHr(TYPE_E_CANTLOADLIBRARY, library.Unregister());
   EXPECT_EQ((RegistrySandbox::Contents{{"HKEY_CLASSES_ROOT\\CLSID", {}}}), m_sandbox.Read());

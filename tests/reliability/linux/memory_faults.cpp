@@ -10,7 +10,7 @@ namespace {
 
 thread_local int left = -1;  // below 0: nothing fails
 thread_local bool isForGood = false;
-thread_local bool hasFailed = false;
+thread_local bool wasRefused = false;
 
 bool Fails() {
   if (left < 0) return false;
@@ -18,7 +18,7 @@ bool Fails() {
     --left;
     return false;
   }
-  hasFailed = true;
+  wasRefused = true;
   if (!isForGood) left = -1;
   return true;
 }
@@ -28,14 +28,14 @@ bool Fails() {
 namespace memory_faults {
 
 Scope::Scope(int position, Lasts lasts) {
-  hasFailed = false;
+  wasRefused = false;
   isForGood = lasts == Lasts::ForGood;
   left = position;
 }
 
 Scope::~Scope() { left = -1; }
 
-bool Scope::HasFailed() const { return hasFailed; }
+bool Scope::HasFailed() const { return wasRefused; }
 
 }  // namespace memory_faults
 

@@ -8,14 +8,13 @@
 namespace {
 
 const SavedFile& Presets() { return kSavedFiles[3]; }
-constexpr LONG kCustomerArea = 1;
-constexpr UINT kChannels = 2;
+constexpr UINT kStored = 2;
 
 /// A directory with some channels and one customer list, put back before every attempt.
 class MemoryFaultsOfPresets : public testing::Test {
  protected:
   MemoryFaultsOfPresets() {
-    SaveRecords(Presets(), m_directory, kChannels);
+    SaveRecords(Presets(), m_directory, kStored);
     m_presets = m_directory.Read(Presets().name);
     m_channels = m_directory.Read(Presets().other);
   }
@@ -72,7 +71,7 @@ TEST_F(MemoryFaultsOfPresets, Lists) {
        [&](HRESULT hr, bool hasFailed) {
          EXPECT_TRUE(hr == S_OK || (hasFailed && hr == E_OUTOFMEMORY)) << HrText(hr);
          EXPECT_EQ(!hasFailed, static_cast<bool>(list));
-         EXPECT_EQ(kChannels, Presets().count(m_database.Get()));
+         EXPECT_EQ(kStored, Presets().count(m_database.Get()));
        }});
 }
 
@@ -84,10 +83,10 @@ TEST_F(MemoryFaultsOfPresets, Loading) {
          EXPECT_TRUE(hr == S_OK || (hasFailed && (hr == S_FALSE || hr == E_OUTOFMEMORY)))
              << HrText(hr);
          if (hr == S_OK) {
-           EXPECT_EQ(kChannels, Presets().count(m_database.Get()));
+           EXPECT_EQ(kStored, Presets().count(m_database.Get()));
          }
          ExpectHr(S_OK, m_database->LoadPresetOneSegChannelInfo());
-         EXPECT_EQ(kChannels, Presets().count(m_database.Get()));
+         EXPECT_EQ(kStored, Presets().count(m_database.Get()));
        }});
 }
 
@@ -107,7 +106,7 @@ TEST_F(MemoryFaultsOfPresets, Selecting) {
            EXPECT_EQ(1U, CountOfChannels());
          }
          if (hr == E_FAIL) {
-           EXPECT_EQ(kChannels, CountOfChannels());
+           EXPECT_EQ(kStored, CountOfChannels());
          }
          ExpectHr(S_OK, select());
          EXPECT_EQ(after, m_directory.Read(Presets().other));

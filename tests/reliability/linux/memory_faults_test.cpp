@@ -10,12 +10,12 @@
 
 namespace {
 
-constexpr UINT kOld = 2;
-constexpr UINT kNew = 3;
+constexpr UINT kBefore = 2;
+constexpr UINT kAfter = 3;
 
 std::string SavedBytes(const SavedFile& file, UINT count) {
   const TempDir directory;
-  SaveRecords(file, directory, kOld);
+  SaveRecords(file, directory, kBefore);
   SaveRecords(file, directory, count);
   return directory.Read(file.name);
 }
@@ -24,15 +24,15 @@ class MemoryFaults : public testing::TestWithParam<SavedFile> {};
 
 TEST_P(MemoryFaults, SavingLeavesTheOldOrTheNewRecords) {
   const SavedFile& file = GetParam();
-  const std::string before = SavedBytes(file, kOld);
-  const std::string after = SavedBytes(file, kNew);
+  const std::string before = SavedBytes(file, kBefore);
+  const std::string after = SavedBytes(file, kAfter);
   std::unique_ptr<TempDir> directory;
   ComPtr<IZorTunedex> database;
   const auto prepare = [&] {
     directory = std::make_unique<TempDir>();
     directory->Write(file.name, before);
     database = OpenFor(file, *directory);
-    file.fill(database.Get(), kNew);
+    file.fill(database.Get(), kAfter);
   };
   const auto check = [&](HRESULT hr, bool hasFailed) {
     const std::string bytes = directory->Read(file.name);
@@ -51,7 +51,7 @@ TEST_P(MemoryFaults, SavingLeavesTheOldOrTheNewRecords) {
 TEST_P(MemoryFaults, OpeningCanBeDoneAgain) {
   const SavedFile& file = GetParam();
   const TempDir directory;
-  SaveRecords(file, directory, kNew);
+  SaveRecords(file, directory, kAfter);
   const std::string before = directory.Read(file.name);
   const Bstr path = Wide(directory.Path());
   const ComPtr<IZorTunedex> database = OpenFor(file, directory);
@@ -62,11 +62,11 @@ TEST_P(MemoryFaults, OpeningCanBeDoneAgain) {
     if (hr == S_OK) {
       // A file that the parser has no memory for is one that cannot be read.
       const UINT count = file.count(database.Get());
-      EXPECT_TRUE(count == kNew || (count == 0 && hasFailed)) << count;
+      EXPECT_TRUE(count == kAfter || (count == 0 && hasFailed)) << count;
     }
     close();
     ExpectHr(S_OK, open());
-    EXPECT_EQ(kNew, file.count(database.Get()));
+    EXPECT_EQ(kAfter, file.count(database.Get()));
     EXPECT_EQ(before, directory.Read(file.name));
   };
   ForEveryAllocation({close, open, check});

@@ -17,18 +17,18 @@ const struct {
     {HKEY_CURRENT_USER, "HKEY_CURRENT_USER"},
 };
 
-class Key {
+class OpenedKey {
  public:
-  explicit Key(HKEY key) : m_key(key) {}
-  explicit Key(const std::wstring& path) {
+  explicit OpenedKey(HKEY key) : m_key(key) {}
+  explicit OpenedKey(const std::wstring& path) {
     if (RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
                         &m_key, nullptr) != ERROR_SUCCESS) {
       throw std::runtime_error("no registry to test with");
     }
   }
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
-  ~Key() { RegCloseKey(m_key); }
+  OpenedKey(const OpenedKey&) = delete;
+  OpenedKey& operator=(const OpenedKey&) = delete;
+  ~OpenedKey() { RegCloseKey(m_key); }
   HKEY Get() const { return m_key; }
 
  private:
@@ -102,7 +102,7 @@ void ReadKey(HKEY key, const std::string& name, bool isRoot, RegistrySandbox::Co
     }
     HKEY below = nullptr;
     if (RegOpenKeyExW(key, child.data(), 0, KEY_READ, &below) != ERROR_SUCCESS) continue;
-    const Key opened(below);
+    const OpenedKey opened(below);
     ReadKey(opened.Get(), name + '\\' + ToUtf8({child.data(), length}), false, contents);
   }
 }
@@ -112,14 +112,14 @@ void ReadKey(HKEY key, const std::string& name, bool isRoot, RegistrySandbox::Co
 struct RegistrySandbox::Place {
   // Programs may test at the same time.
   std::wstring name = L"Software\\ZorTunedexTest" + std::to_wstring(GetCurrentProcessId());
-  std::vector<std::unique_ptr<Key>> keys;
+  std::vector<std::unique_ptr<OpenedKey>> keys;
 };
 
 RegistrySandbox::RegistrySandbox() : m_place(std::make_unique<Place>()) {
   RegDeleteTreeW(HKEY_CURRENT_USER, m_place->name.c_str());
   for (const auto& [root, name] : kRoots) {
     const std::wstring wide(name, name + std::char_traits<char>::length(name));
-    m_place->keys.push_back(std::make_unique<Key>(m_place->name + L'\\' + wide));
+    m_place->keys.push_back(std::make_unique<OpenedKey>(m_place->name + L'\\' + wide));
   }
   for (std::size_t i = 0; i < std::size(kRoots); ++i) {
     if (RegOverridePredefKey(kRoots[i].root, m_place->keys[i]->Get()) != ERROR_SUCCESS) {

@@ -12,13 +12,13 @@
 #include "support/expect.h"
 #include "support/linux/child.h"
 #include "support/temp_dir.h"
+#include "xml/file_header.h"
 #include "xml/xml_chan_parser.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-const std::string kHeader = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
 const std::string kTable =
     "<CHANNELTABLE><Country countrycode=\"1\"><ChannelSet/></Country></CHANNELTABLE>";
 

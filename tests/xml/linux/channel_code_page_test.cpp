@@ -29,13 +29,13 @@ std::string Repeated(const std::string& text, std::size_t times) {
   return result;
 }
 
-struct Field {
+struct TextField {
   InputSignalType type;
   const char* attribute;
   std::size_t offset;
   std::size_t width;
 };
-constexpr Field kFields[] = {
+constexpr TextField kFields[] = {
     {InputSignalAnalogCable, "name", 20, 80},
     {InputSignalFMRadio, "name", 12, 80},
     {InputSignalATSCCable, "name", 192, 336},
@@ -47,7 +47,7 @@ constexpr Field kFields[] = {
 
 /// Checks that a long text is cut to whole characters of `character` everywhere.
 void ExpectCutOnBoundaries(const std::string& character) {
-  for (const Field& field : kFields) {
+  for (const TextField& field : kFields) {
     for (const char* before : {"", "x", "xx"}) {
       const TextDocument document("<Channel " + std::string(field.attribute) + "='" + before +
                                   Repeated(kUtf8, 500) + "'/>");
