@@ -8,6 +8,7 @@
 #include <string>
 
 #include "bench/check.h"
+#include "bench/workspace.h"
 
 namespace bench {
 namespace {
