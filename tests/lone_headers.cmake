@@ -1,0 +1,10 @@
+# Every public header compiles alone, in the C++17 that hosts may be written in. Nothing of it is run.
+set(sources "")
+foreach(header ${ZORTUNEDEX_PUBLIC_HEADERS})
+  set(source ${CMAKE_CURRENT_BINARY_DIR}/lone_headers/${header}.cpp)
+  file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\"\n" @ONLY)
+  list(APPEND sources ${source})
+endforeach()
+add_library(lone_headers OBJECT ${sources})
+target_link_libraries(lone_headers PRIVATE zortunedex_flags)
+set_target_properties(lone_headers PROPERTIES UNITY_BUILD OFF CXX_STANDARD 17)
