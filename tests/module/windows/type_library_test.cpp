@@ -4,8 +4,8 @@
 #include <set>
 
 #include "core/interfaces.h"
+#include "module/header_text.h"
 #include "module/loaded_library.h"
-#include "module/windows/header_text.h"
 #include "module/windows/type_info.h"
 #include "platform/text.h"
 #include "support/expect.h"
@@ -38,7 +38,7 @@ class TypeLibrary : public testing::Test {
   }
 
   ComPtr<ITypeLib> m_library;
-  const HeaderText m_header{ZORTUNEDEX_SOURCE "/core/interfaces.h"};
+  const HeaderText m_header = PublicHeader();
 };
 
 // A type library keeps one spelling of names that differ in case alone: the enumeration's.
