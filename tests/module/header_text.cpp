@@ -38,6 +38,13 @@ void Keep(Map& map, const std::string& name, Value value, const DeclarationReade
   if (!map.emplace(name, std::move(value)).second) reader.Fail();
 }
 
+std::string WithoutLinesOf(std::string text, const std::string& beginning) {
+  for (std::size_t at = text.find(beginning); at != text.npos; at = text.find(beginning)) {
+    text.erase(at, text.find('\n', at) + 1 - at);
+  }
+  return text;
+}
+
 }  // namespace
 
 HeaderText::HeaderText(std::string_view text) {
@@ -79,4 +86,16 @@ std::string SourceText(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-HeaderText PublicHeader() { return HeaderText(SourceText("core/interfaces.h")); }
+std::string PublicHeaderText() {
+  const std::string include = "#include \"";
+  const std::string part = include + "core/interfaces/";
+  std::string text = SourceText("core/interfaces.h");
+  for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at)) {
+    const std::size_t first = at + include.size();
+    const std::size_t end = text.find('"', first);
+    const std::string partText = SourceText(text.substr(first, end - first));
+    // Parts include each other; each has its place in the whole once.
+    text.replace(at, end + 1 - at, WithoutLinesOf(partText, part));
+  }
+  return text;
+}

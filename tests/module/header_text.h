@@ -27,5 +27,8 @@ struct HeaderText {
 /// The text of a file below src/.
 std::string SourceText(const std::string& path);
 
-/// The header that is built.
-HeaderText PublicHeader();
+/// The text of core/interfaces.h, with the texts of its parts in core/interfaces/ where it includes
+/// them.
+std::string PublicHeaderText();
+
+inline HeaderText PublicHeader() { return HeaderText(PublicHeaderText()); }

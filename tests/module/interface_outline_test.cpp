@@ -13,7 +13,6 @@
 namespace {
 
 const std::string kIdl = "module/ZorTunedex.idl";
-const std::string kHeader = "core/interfaces.h";
 
 struct Alteration {
   const char* what;
@@ -52,7 +51,7 @@ void ExpectFoundInIdl(const std::vector<Alteration>& alterations) {
 
 void ExpectFoundInHeader(const std::vector<Alteration>& alterations) {
   const Outline idl = OutlineOfIdl(SourceText(kIdl));
-  const std::string header = SourceText(kHeader);
+  const std::string header = PublicHeaderText();
   for (const Alteration& alteration : alterations) {
     EXPECT_EQ(alteration.differences,
               Differences(idl, OutlineOf(HeaderText(Altered(header, alteration)))))
