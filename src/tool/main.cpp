@@ -2,11 +2,11 @@
 #include <exception>
 #include <iostream>
 
+#include "kit/model/failure.h"
 #include "platform/com_error.h"
 #include "platform/host.h"
-#include "tool/commands.h"
-#include "tool/failure.h"
-#include "tool/output.h"
+#include "tool/commands/commands.h"
+#include "tool/printing/output.h"
 
 namespace {
 

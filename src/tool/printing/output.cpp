@@ -1,0 +1,70 @@
+#include "tool/printing/output.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "kit/model/failure.h"
+#include "kit/text/utf.h"
+
+namespace {
+
+std::size_t CharacterCount(const std::string& utf8) {
+  return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
+    return (static_cast<unsigned>(byte) & 0xC0) != 0x80;
+  }));
+}
+
+void AppendPrintable(std::string& result, std::uint32_t character) {
+  if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
+    char code[8];
+    std::snprintf(code, sizeof(code), "\\x%02X", static_cast<unsigned>(character));
+    result += code;
+  } else {
+    const bool lone = utf::IsHighSurrogate(character) || utf::IsLowSurrogate(character);
+    utf::Append(result, lone ? utf::kReplacement : character);
+  }
+}
+
+}  // namespace
+
+std::string Printable(WideView text) {
+  std::string result;
+  while (!text.empty()) AppendPrintable(result, utf::Next(text));
+  return result;
+}
+
+std::string Printable(std::string_view utf8) {
+  std::string result;
+  while (!utf8.empty()) {
+    const std::optional<std::uint32_t> character = utf::Next(utf8);
+    if (!character) utf8.remove_prefix(1);
+    AppendPrintable(result, character.value_or(utf::kReplacement));
+  }
+  return result;
+}
+
+void PrintTable(const std::vector<std::vector<std::string>>& rows) {
+  std::vector<std::size_t> widths(rows.front().size());
+  for (const std::vector<std::string>& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      widths[i] = std::max(widths[i], CharacterCount(row[i]));
+    }
+  }
+  std::string text;
+  for (const std::vector<std::string>& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      text += row[i];
+      if (i + 1 < row.size()) text.append(widths[i] - CharacterCount(row[i]) + 2, ' ');
+    }
+    text += '\n';
+  }
+  std::cout << text;
+}
+
+void PrintJson(const nlohmann::ordered_json& value) { std::cout << value.dump(2) << '\n'; }
+
+void FinishOutput() {
+  if (!std::cout.flush()) throw Failure{E_FAIL, "the output could not be written"};
+}
