@@ -1,10 +1,8 @@
 #include "kit/files/file_scan.h"
 
-#include <fstream>
-#include <iterator>
-
-#include "kit/model/failure.h"
-#include "kit/text/signal_types.h"
+#include "kit/failure.h"
+#include "kit/files/whole_file.h"
+#include "kit/text/ascii.h"
 #include "kit/text/utf.h"
 
 namespace file_scan {
@@ -158,7 +156,7 @@ void ForEachTag(std::string_view xml, const std::function<void(const Tag&)>& tak
 }
 
 std::filesystem::path FileIn(const std::string& directory, const char* name) {
-  return std::filesystem::path(std::u8string(directory.begin(), directory.end())) / name;
+  return whole_file::PathOf(directory) / name;
 }
 
 std::filesystem::path ChannelFile(const std::string& directory) {
@@ -166,10 +164,7 @@ std::filesystem::path ChannelFile(const std::string& directory) {
 }
 
 std::string ReadWhole(const std::filesystem::path& path) {
-  std::error_code ignored;
-  if (!std::filesystem::is_regular_file(path, ignored)) return {};
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::string bytes = whole_file::Read(path).value_or("");
   if (bytes.find('\0') != std::string::npos) {
     throw Failure{E_NOTIMPL, path.filename().string() +
                                  " is in an encoding that this command cannot look through"};

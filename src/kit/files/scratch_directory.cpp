@@ -2,9 +2,9 @@
 
 #include <chrono>
 
+#include "kit/failure.h"
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
-#include "kit/model/failure.h"
 
 namespace fs = std::filesystem;
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "kit/model/failure.h"
+#include "kit/failure.h"
 
 using station_blocks::Field;
 using station_blocks::Layout;
@@ -152,4 +152,10 @@ const char* FirstDifference(const Channel& a, const Channel& b, const Layout* la
   const auto different = std::mismatch(a.block.begin(), end, b.block.begin()).first;
   if (different == end || layout == nullptr) return "block";
   return AttributeAt(*layout, static_cast<std::size_t>(different - a.block.begin()));
+}
+
+bool SameChannels(const std::vector<Channel>& a, const std::vector<Channel>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Channel& x, const Channel& y) {
+    return FirstDifference(x, y, nullptr) == nullptr;
+  });
 }

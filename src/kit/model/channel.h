@@ -35,6 +35,9 @@ void WriteChannel(const Channel& channel, InputSignalType signal, IChannelInfo* 
 const char* FirstDifference(const Channel& a, const Channel& b,
                             const station_blocks::Layout* layout);
 
+/// True when nothing differs, place by place.
+bool SameChannels(const std::vector<Channel>& a, const std::vector<Channel>& b);
+
 /// The stored places of a channel that are numbers of the record and not of its block.
 std::uint32_t SourceValue(const Channel& channel, station_blocks::Source source);
 void SetSourceValue(Channel& channel, station_blocks::Source source, std::uint32_t value);

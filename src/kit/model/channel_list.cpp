@@ -1,6 +1,6 @@
 #include "kit/model/channel_list.h"
 
-#include "kit/model/failure.h"
+#include "kit/failure.h"
 
 namespace {
 

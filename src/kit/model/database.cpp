@@ -1,16 +1,12 @@
 #include "kit/model/database.h"
 
-#include "kit/model/failure.h"
+#include "kit/failure.h"
 #include "kit/text/signal_types.h"
 #include "platform/host.h"
 
-Location LocationOf(const Options& options) {
-  return {options.directory, *options.country, *options.signal};
-}
-
 WideText WideArgument(const std::string& utf8) {
   std::optional<WideText> wide = utf::ToWide(utf8);
-  if (!wide) throw UsageError{"an argument is not UTF-8"};
+  if (!wide) throw InvalidArgument{"an argument is not UTF-8"};
   return *std::move(wide);
 }
 

@@ -5,7 +5,6 @@
 #include "core/interfaces.h"
 #include "kit/text/utf.h"
 #include "platform/com_ptr.h"
-#include "tool/options/options.h"
 
 /// Where channels are: what CTunedex is opened with.
 struct Location {
@@ -14,9 +13,7 @@ struct Location {
   InputSignalType signal = InputSignalUnknown;
 };
 
-Location LocationOf(const Options& options);
-
-/// UTF-8 of the command line as wide text. UsageError when it is not well-formed.
+/// Wide text of a UTF-8 argument. InvalidArgument when it is not well-formed.
 WideText WideArgument(const std::string& utf8);
 
 /// One opened CTunedex object, closed at the end.

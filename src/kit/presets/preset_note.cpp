@@ -1,7 +1,7 @@
 #include "kit/presets/preset_note.h"
 
+#include "kit/failure.h"
 #include "kit/files/file_scan.h"
-#include "kit/model/failure.h"
 
 using file_scan::Tag;
 

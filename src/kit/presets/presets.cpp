@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "kit/failure.h"
 #include "kit/model/channel_list.h"
-#include "kit/model/failure.h"
-#include "kit/text/narrow_text.h"
+#include "kit/model/narrow_text.h"
 
 namespace {
 
@@ -116,12 +116,6 @@ const PresetList& Presets::List(LONG area, LONG subArea) const {
 
 std::string CountText(std::size_t channels) {
   return std::to_string(channels) + (channels == 1 ? " channel" : " channels");
-}
-
-bool SameChannels(const std::vector<Channel>& a, const std::vector<Channel>& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Channel& x, const Channel& y) {
-    return FirstDifference(x, y, nullptr) == nullptr;
-  });
 }
 
 void RequireSamePresets(const Presets& meant, const Presets& found) {

@@ -56,7 +56,5 @@ class Presets {
 /// "1 channel", "2 channels".
 std::string CountText(std::size_t channels);
 
-bool SameChannels(const std::vector<Channel>& a, const std::vector<Channel>& b);
-
 /// Raises a Failure that names the first thing of the two that is not the same.
 void RequireSamePresets(const Presets& meant, const Presets& found);

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
+#include "kit/failure.h"
 #include "kit/files/file_scan.h"
-#include "kit/model/failure.h"
 
 namespace {
 
@@ -136,10 +136,6 @@ const Satellite& Catalogue::FindSatellite(const std::string& utf8) const {
 
 const LnbType& Catalogue::FindLnb(const std::string& utf8) const {
   return Find(lnbs, utf8, "LNB type", {&LnbType::type});
-}
-
-Location SatelliteLocation(const Options& options) {
-  return {options.directory, options.country.value_or(1), InputSignalDVBSatellite};
 }
 
 Catalogue ReadCatalogue(const Location& location) {

@@ -55,9 +55,6 @@ struct Catalogue {
   const LnbType& FindLnb(const std::string& utf8) const;
 };
 
-/// Where the satellites of a directory are: any country will do.
-Location SatelliteLocation(const Options& options);
-
 /// Loads SatelliteInfo.xml through the interfaces, in the order of the file. Failure when there is
 /// none or it cannot be read.
 Catalogue ReadCatalogue(const Location& location);

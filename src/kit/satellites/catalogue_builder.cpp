@@ -1,10 +1,9 @@
 #include "kit/satellites/catalogue_builder.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
-#include "kit/model/failure.h"
+#include "kit/failure.h"
+#include "kit/files/whole_file.h"
 #include "kit/saving/stored_form.h"
 #include "kit/text/satellite_words.h"
 
@@ -29,10 +28,9 @@ std::string ReadFile(const fs::path& path) {
   if (!fs::is_regular_file(path, error)) throw Malformed{"it is no regular file"};
   const std::uintmax_t size = fs::file_size(path, error);
   if (!error && size > kLargestFile) throw Malformed{"it is larger than 16 MB"};
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  if (error || !file.is_open() || file.bad()) throw Malformed{"it cannot be read"};
-  return bytes;
+  std::optional<std::string> bytes = whole_file::Read(path);
+  if (error || !bytes) throw Malformed{"it cannot be read"};
+  return *std::move(bytes);
 }
 
 WideText Wide(const std::string& utf8) {
@@ -56,7 +54,7 @@ ESatRegion RegionAt(LONG longitude) {
 }
 
 void CatalogueBuilder::TakeFolder(const std::string& folder) {
-  const fs::path path(std::u8string(folder.begin(), folder.end()));
+  const fs::path path = whole_file::PathOf(folder);
   std::error_code error;
   if (!fs::is_directory(path, error)) throw Failure{E_INVALIDARG, folder + " is no folder"};
   std::vector<fs::path> files;
@@ -135,12 +133,12 @@ void CatalogueBuilder::TakeEntries(const std::string& file, const Table& table,
       const bool twice = std::any_of(band.begin(), band.end(), [&read](const Transponder& other) {
         return SameTuning(read.transponder, other);
       });
-      if (twice) throw LeftOut{"the catalogue cannot tell it from one before it"};
+      if (twice) throw UnusableEntry{"the catalogue cannot tell it from one before it"};
       AddTitle(entry.title, read);
       for (const std::string& what : read.notHeld) m_report.NotHeld(what);
       band.push_back(std::move(read.transponder));
-    } catch (const LeftOut& leftOut) {
-      m_report.LeaveOutEntry(file, entry.line, leftOut.reason);
+    } catch (const UnusableEntry& unusable) {
+      m_report.LeaveOutEntry(file, entry.line, unusable.reason);
     }
   }
 }

@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <set>
 
+#include "kit/model/narrow_text.h"
 #include "kit/satellites/catalogue.h"
 #include "kit/satellites/catalogue_entry.h"
 #include "kit/satellites/catalogue_report.h"
 #include "kit/satellites/catalogue_table.h"
-#include "kit/text/narrow_text.h"
 
 /// Makes satellites of the files of a folder. What cannot be used is left out and reported.
 class CatalogueBuilder {

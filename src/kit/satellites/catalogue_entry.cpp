@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "kit/text/ascii.h"
 #include "kit/text/satellite_words.h"
-#include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
 namespace {
@@ -84,20 +84,20 @@ class EntryReader {
     for (auto i = m_entry.values.begin(); i != m_entry.values.end(); ++i) {
       const bool twice = std::any_of(m_entry.values.begin(), i,
                                      [i](const auto& other) { return other.first == i->first; });
-      if (twice) throw LeftOut{i->first + " stands twice"};
+      if (twice) throw UnusableEntry{i->first + " stands twice"};
     }
   }
 
   void RequireSatellite() const {
     const std::string* system = m_entry.Find("DELIVERY_SYSTEM");
     if (system != nullptr && !IsOneOf(*system, kSystems)) {
-      throw LeftOut{"DELIVERY_SYSTEM " + *system + " is none of satellites"};
+      throw UnusableEntry{"DELIVERY_SYSTEM " + *system + " is none of satellites"};
     }
   }
 
   const std::string& Need(const char* key) const {
     const std::string* value = m_entry.Find(key);
-    if (value == nullptr) throw LeftOut{std::string("it has no ") + key};
+    if (value == nullptr) throw UnusableEntry{std::string("it has no ") + key};
     return *value;
   }
 
@@ -105,8 +105,8 @@ class EntryReader {
     const std::string& text = Need(key);
     const std::optional<std::int64_t> value = ParseNumber(text, lowest, highest);
     if (value && text.find_first_not_of("0123456789") == std::string::npos) return *value;
-    throw LeftOut{std::string(key) + " " + text + " is no number from " + std::to_string(lowest) +
-                  " to " + std::to_string(highest)};
+    throw UnusableEntry{std::string(key) + " " + text + " is no number from " +
+                        std::to_string(lowest) + " to " + std::to_string(highest)};
   }
 
   void ReadFrequency() {
@@ -150,7 +150,7 @@ class EntryReader {
       m_read.notHeld.push_back(std::string(key) + " " + word.table + " (written as NotSet)");
       return kNotSet;
     }
-    throw LeftOut{std::string(key) + " " + *text + " is not known"};
+    throw UnusableEntry{std::string(key) + " " + *text + " is not known"};
   }
 
   void NoteOtherKeys() {

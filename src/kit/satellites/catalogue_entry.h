@@ -14,10 +14,10 @@ struct ReadEntry {
 };
 
 /// An entry that cannot become a transponder.
-struct LeftOut {
+struct UnusableEntry {
   std::string reason;
 };
 
-/// Raises LeftOut. Frequencies below 10 GHz are in the C band, all others in the Ku band: the
+/// Raises UnusableEntry. Frequencies below 10 GHz are in the C band, all others in the Ku band: the
 /// format has no other ones.
 ReadEntry ReadTableEntry(const catalogue_table::Entry& entry);

@@ -1,31 +1,27 @@
-// What became of a folder of transponder tables.
 #pragma once
 
+#include <cstddef>
 #include <map>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
-class CatalogueReport {
- public:
-  void LeaveOutFile(const std::string& file, const std::string& reason);
-  void LeaveOutEntry(const std::string& file, std::size_t line, const std::string& reason);
-  /// A value that the catalogue does not hold.
-  void NotHeld(const std::string& what) { ++m_notHeld[what]; }
-
-  /// One line for every file, for every reason and for every kind of value, on standard error.
-  void PrintWarnings() const;
-  /// Members leftOut and notHeld.
-  void AddTo(nlohmann::ordered_json& object) const;
-
- private:
+/// What became of a folder of transponder tables. File names are the bytes that the platform has.
+struct CatalogueReport {
   struct LeftOut {
     std::string file;
     std::size_t line;  ///< 0: the whole file
     std::string reason;
   };
 
-  std::vector<LeftOut> m_files;
-  std::vector<LeftOut> m_entries;
-  std::map<std::string, std::size_t> m_notHeld;
+  std::vector<LeftOut> files;
+  std::vector<LeftOut> entries;
+  std::map<std::string, std::size_t> notHeld;  ///< values that the catalogue does not hold
+
+  void LeaveOutFile(const std::string& file, const std::string& reason) {
+    files.push_back({file, 0, reason});
+  }
+  void LeaveOutEntry(const std::string& file, std::size_t line, const std::string& reason) {
+    entries.push_back({file, line, reason});
+  }
+  void NotHeld(const std::string& what) { ++notHeld[what]; }
 };

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "kit/text/signal_types.h"
+#include "kit/text/ascii.h"
 #include "kit/text/utf.h"
 
 namespace catalogue_table {

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iostream>
 
+#include "kit/failure.h"
 #include "kit/files/file_scan.h"
 #include "kit/files/scratch_directory.h"
-#include "kit/model/failure.h"
-#include "kit/saving/file_check.h"
+#include "kit/files/unreadable_watch.h"
+#include "kit/model/narrow_text.h"
 #include "kit/saving/stored_form.h"
-#include "kit/text/narrow_text.h"
 
 namespace fs = std::filesystem;
 
@@ -64,15 +63,15 @@ HRESULT Write(const Location& location, const Dishes& dishes) {
   return database->SaveUserSettingsToFile();
 }
 
-void DropRepeated(Dishes& dishes) {
+void DropRepeated(Dishes& dishes, const TakeNote& note) {
   for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
     std::vector<DishSatellite> kept;
     for (const DishSatellite& satellite : dishes[dish]) {
       if (std::find(kept.begin(), kept.end(), satellite) == kept.end()) kept.push_back(satellite);
     }
     if (kept.size() == dishes[dish].size()) continue;
-    std::cerr << "tunedex: dish " << dish + 1
-              << " had an assignment more than once; it is kept once\n";
+    Tell(note,
+         "dish " + std::to_string(dish + 1) + " had an assignment more than once; it is kept once");
     dishes[dish] = std::move(kept);
   }
 }
@@ -154,19 +153,19 @@ Dishes ReadDishes(const Location& location) {
 void RequireReadableSettings(const Location& location) {
   const ScratchDirectory scratch;
   const Location copy = CopyTo(scratch, location);
-  const file_check::UnreadableWatch watch(copy.directory, kFile);
+  const UnreadableWatch watch(copy.directory, kFile);
   // Saving puts a file aside that could not be read.
   Write(copy, {});
   if (watch.PutAside()) throw Failure{E_FAIL, std::string(kFile) + " cannot be read"};
 }
 
-Dishes SaveDishes(const Location& location, Dishes meant) {
+Dishes SaveDishes(const Location& location, Dishes meant, const TakeNote& note) {
   RequireTexts(location, meant);
-  DropRepeated(meant);
+  DropRepeated(meant, note);
   Rehearse(location, meant);
-  const file_check::UnreadableWatch watch(location.directory, kFile);
+  const UnreadableWatch watch(location.directory, kFile);
   Require(Write(location, meant), std::string(kFile) + " was not written");
-  watch.Report();
+  watch.Report(note);
   if (ReadDishes(location) != meant) {
     throw Failure{E_FAIL, std::string(kFile) + " is not what was meant after saving"};
   }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kit/model/database.h"
+#include "kit/notes.h"
 
 /// One satellite as received on one dish. Frequencies in kHz.
 struct DishSatellite {
@@ -30,4 +31,4 @@ void RequireReadableSettings(const Location& location);
 /// Writes all dishes afresh and reads them back; what is the same twice on a dish is written once.
 /// All is tried on a copy first. Raises a Failure when the file cannot hold it (it stays as it was
 /// then), and when it does not hold it after saving. Answers what was written.
-Dishes SaveDishes(const Location& location, Dishes meant);
+Dishes SaveDishes(const Location& location, Dishes meant, const TakeNote& note);

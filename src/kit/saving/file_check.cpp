@@ -1,16 +1,12 @@
 #include "kit/saving/file_check.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <iostream>
 
+#include "kit/failure.h"
 #include "kit/files/file_scan.h"
 #include "kit/files/scratch_directory.h"
-#include "kit/model/channel_list.h"
-#include "kit/model/failure.h"
-#include "kit/saving/field_values.h"
+#include "kit/model/channel_layout.h"
 #include "kit/saving/stored_form.h"
-#include "kit/text/signal_types.h"
 
 using file_scan::Attribute;
 using file_scan::Tag;
@@ -68,19 +64,6 @@ void Check(const std::string& directory, const Location* rewritten) {
   file_scan::ForEachTag(xml, [&checker](const Tag& tag) { checker.Take(tag); });
 }
 
-std::size_t CountUnreadable(const std::string& directory, const std::string& file) {
-  const std::u8string start(file.begin(), file.end());
-  std::size_t count = 0;
-  std::error_code error;
-  const std::filesystem::path path = file_scan::ChannelFile(directory).parent_path();
-  for (auto entry = std::filesystem::directory_iterator(path, error);
-       !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    const std::u8string name = entry->path().filename().u8string();
-    count += name.starts_with(start + u8".unreadable");
-  }
-  return count;
-}
-
 }  // namespace
 
 void RequirePreFormattable(const Location& location) {
@@ -94,39 +77,5 @@ void RequirePreFormattable(const Location& location) {
 }
 
 void RequirePreFormattable(const std::string& directory) { Check(directory, nullptr); }
-
-Inventory TakeInventory(const std::string& directory) {
-  // Any country and type will do to see whether the directory is there.
-  const Database probe({directory, 1, InputSignalFMRadio});
-  const file_scan::Contents contents = file_scan::Scan(directory);
-  Inventory inventory;
-  std::size_t count = 0;
-  for (const file_scan::Country& country : contents.countries) {
-    for (const InputSignalType signal : StorableSignalTypes()) {
-      if (inventory.contains({country.code, signal})) continue;
-      std::vector<Channel> channels = ChannelList({directory, country.code, signal}).Channels();
-      count += channels.size();
-      const bool inFile = std::any_of(
-          contents.sets.begin(), contents.sets.end(),
-          [&](const auto& set) { return set.country == country.code && set.signal == signal; });
-      if (inFile || !channels.empty()) inventory[{country.code, signal}] = std::move(channels);
-    }
-  }
-  const bool readable = !contents.exists || (contents.table && count != 0) ||
-                        (contents.table && contents.ChannelCount() == 0);
-  if (!readable) throw Failure{E_FAIL, "ChanInfo.xml cannot be read"};
-  return inventory;
-}
-
-UnreadableWatch::UnreadableWatch(const std::string& directory, const std::string& file)
-    : m_directory(directory), m_file(file), m_before(CountUnreadable(directory, file)) {}
-
-bool UnreadableWatch::PutAside() const { return CountUnreadable(m_directory, m_file) != m_before; }
-
-void UnreadableWatch::Report() const {
-  if (!PutAside()) return;
-  std::cerr << "tunedex: the old " << m_file
-            << " could not be read and was kept beside the new one\n";
-}
 
 }  // namespace file_check

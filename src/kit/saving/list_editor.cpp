@@ -2,18 +2,15 @@
 
 #include <algorithm>
 
-#include "kit/model/failure.h"
-#include "kit/saving/field_values.h"
+#include "kit/failure.h"
+#include "kit/files/unreadable_watch.h"
+#include "kit/model/channel_layout.h"
 #include "kit/saving/file_check.h"
 #include "kit/saving/stored_form.h"
 
 namespace {
 
-bool Same(const std::vector<Channel>& a, const std::vector<Channel>& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Channel& x, const Channel& y) {
-    return FirstDifference(x, y, nullptr) == nullptr;
-  });
-}
+constexpr UINT kNoIndex = 0xFFFFFFFF;
 
 void SortByIndex(std::vector<Channel>& channels) {
   std::stable_sort(channels.begin(), channels.end(),
@@ -22,35 +19,61 @@ void SortByIndex(std::vector<Channel>& channels) {
 
 }  // namespace
 
-ListEditor::ListEditor(const Options& options)
-    : m_location(LocationOf(options)),
-      m_format(options.format),
+ListEditor::ListEditor(const Location& location, const SaveOptions& options)
+    : m_location(location),
+      m_options(options),
       m_before(m_location),
       m_database(m_location),
       m_list(m_database.List()),
-      m_narrow(m_database) {}
+      m_narrow(m_database),
+      m_lone(m_before.Channels().empty() ? 1 : m_before.Channels().front().index) {}
 
 UINT ListEditor::Add(const Channel& channel) {
   UINT last = 0;
   for (const Channel& other : m_before.Channels()) last = std::max(last, other.index);
-  // 0xFFFFFFFF stands for no index.
-  if (last >= 0xFFFFFFFE) throw Failure{E_FAIL, "no index is left; sort the list first"};
+  if (last >= kNoIndex - 1) throw Failure{E_FAIL, "no index is left; sort the list first"};
+  AddAt(last + 1, channel);
+  return last + 1;
+}
+
+void ListEditor::AddAt(UINT index, const Channel& channel) {
   ComPtr<IChannelInfo> record;
   Require(m_list->CreateChannelInfo(record.Receive()), "a record cannot be made");
-  record->SetChannelIndex(last + 1);  // answers E_NOTIMPL and stores it
+  record->SetChannelIndex(index);  // answers E_NOTIMPL and stores it
   WriteChannel(channel, m_location.signal, record.Get());
   Require(m_list->AddChannelInfo(record.Get()), "the channel cannot be added");
-  return last + 1;
 }
 
 void ListEditor::Put(const Channel& channel) {
   WriteChannel(channel, m_location.signal, RecordAt(m_list.Get(), channel.index).Get());
 }
 
-std::vector<Channel> ListEditor::Current() const {
+void ListEditor::Replace(const std::vector<Channel>& channels) {
+  const bool ascending =
+      std::adjacent_find(channels.begin(), channels.end(), [](const Channel& a, const Channel& b) {
+        return a.index >= b.index;
+      }) == channels.end();
+  if (!ascending || (!channels.empty() && channels.back().index == kNoIndex)) {
+    throw Failure{E_INVALIDARG, "the indexes of the channels do not ascend"};
+  }
   const std::vector<Channel>& before = m_before.Channels();
-  const UINT lone = before.empty() ? 1 : before.front().index;
-  std::vector<UINT> indexes = IndexesInOrder(m_list.Get(), lone);
+  const bool inPlace =
+      std::equal(before.begin(), before.end(), channels.begin(), channels.end(),
+                 [](const Channel& a, const Channel& b) { return a.index == b.index; });
+  if (inPlace) {
+    // What the library does not know of a channel stays in the file.
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+      if (FirstDifference(before[i], channels[i], nullptr) != nullptr) Put(channels[i]);
+    }
+    return;
+  }
+  Require(m_list->Clear(), "the list cannot be emptied");
+  for (const Channel& channel : channels) AddAt(channel.index, channel);
+  if (!channels.empty()) m_lone = channels.front().index;
+}
+
+std::vector<Channel> ListEditor::Current() const {
+  std::vector<UINT> indexes = IndexesInOrder(m_list.Get(), m_lone);
   std::sort(indexes.begin(), indexes.end());
   const auto twice = std::adjacent_find(indexes.begin(), indexes.end());
   if (twice != indexes.end()) {
@@ -66,7 +89,7 @@ std::vector<Channel> ListEditor::Current() const {
 }
 
 void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
-  const bool preFormatted = m_format == StoragePreFmtXML;
+  const bool preFormatted = m_options.format == StoragePreFmtXML;
   for (const Channel& channel : channels) {
     RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
   }
@@ -76,7 +99,7 @@ void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
 void ListEditor::Save() {
   const std::vector<Channel> channels = Current();
   m_after = m_before.Channels();
-  if (Same(channels, m_after)) return;
+  if (SameChannels(channels, m_after)) return;
   RequireSavable(channels);
   Write(channels);
 }
@@ -87,10 +110,12 @@ void ListEditor::Write(const std::vector<Channel>& channels) {
   for (const Channel& channel : channels) {
     meant.push_back(AsStored(channel, m_location.signal, m_narrow, m_list.Get()));
   }
-  if (m_format) Require(m_database->SetStorageType(*m_format), "the form cannot be chosen");
-  const file_check::UnreadableWatch watch(m_location.directory);
+  if (m_options.format) {
+    Require(m_database->SetStorageType(*m_options.format), "the form cannot be chosen");
+  }
+  const UnreadableWatch watch(m_location.directory);
   Require(m_database->SaveChannelToFile(), "ChanInfo.xml was not written");
-  watch.Report();
+  watch.Report(m_options.note);
   Verify(meant);
   m_after = std::move(meant);
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "kit/model/failure.h"
-#include "kit/saving/field_values.h"
+#include "kit/failure.h"
+#include "kit/model/channel_layout.h"
 #include "kit/text/tuning_words.h"
 
 using station_blocks::Field;

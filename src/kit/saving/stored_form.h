@@ -5,7 +5,7 @@
 #include <string>
 
 #include "kit/model/channel.h"
-#include "kit/text/narrow_text.h"
+#include "kit/model/narrow_text.h"
 
 /// The channel as it reads back after a save. Differs from the channel where the file does not keep
 /// a value: bytes that no attribute names, the component index and the streams of T-DMB, languages

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "kit/text/signal_types.h"
+#include "kit/text/ascii.h"
 
 namespace {
 

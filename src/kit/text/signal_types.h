@@ -19,11 +19,3 @@ std::span<const InputSignalType> StorableSignalTypes();
 std::optional<DWORD> ParseServiceMask(std::string_view text);
 /// Enumerator without "Service"; "-" for ServiceUnknown.
 std::string ServiceTypeName(EServiceType serviceType);
-
-/// Decimal, or hexadecimal behind 0x, with an optional minus sign.
-std::optional<std::int64_t> ParseNumber(std::string_view text);
-/// The same inside a range.
-std::optional<std::int64_t> ParseNumber(std::string_view text, std::int64_t lowest,
-                                        std::int64_t highest);
-/// ASCII letters only.
-bool EqualIgnoringCase(std::string_view a, std::string_view b);

@@ -1,6 +1,6 @@
 #include "kit/text/tuning_words.h"
 
-#include "kit/text/signal_types.h"
+#include "kit/text/ascii.h"
 
 namespace tuning_words {
 namespace {

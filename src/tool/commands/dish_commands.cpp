@@ -3,12 +3,13 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "kit/failure.h"
 #include "kit/files/file_scan.h"
-#include "kit/model/failure.h"
 #include "kit/satellites/catalogue.h"
 #include "kit/satellites/dish_settings.h"
 #include "kit/text/satellite_words.h"
 #include "tool/commands/commands.h"
+#include "tool/options/location.h"
 #include "tool/printing/output.h"
 
 using nlohmann::ordered_json;
@@ -61,7 +62,7 @@ void Print(const Dishes& dishes, const Options& options) {
 
 /// Saves and, for JSON, prints what all dishes have then.
 void Save(Dishes dishes, const Options& options) {
-  const Dishes saved = SaveDishes(SatelliteLocation(options), std::move(dishes));
+  const Dishes saved = SaveDishes(SatelliteLocation(options), std::move(dishes), PrintNote);
   if (options.json) Print(saved, options);
 }
 

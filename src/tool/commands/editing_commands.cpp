@@ -1,22 +1,26 @@
 #include <algorithm>
 #include <iostream>
 
-#include "kit/model/failure.h"
-#include "kit/saving/field_values.h"
+#include "kit/failure.h"
+#include "kit/model/channel_layout.h"
+#include "kit/model/field_setter.h"
 #include "kit/saving/list_editor.h"
-#include "kit/text/signal_types.h"
 #include "tool/commands/commands.h"
+#include "tool/options/location.h"
 #include "tool/printing/channel_view.h"
+#include "tool/printing/output.h"
 
 namespace commands {
 namespace {
 
 using station_blocks::Source;
 
+SaveOptions HowToSave(const Options& options) { return {options.format, PrintNote}; }
+
 /// Changes the one channel of the command line and saves.
 template <typename Change>
 void EditOne(const Options& options, Change change) {
-  ListEditor editor(options);
+  ListEditor editor(LocationOf(options), HowToSave(options));
   Channel channel = editor.Before().Find(options.indexes.front());
   change(editor, channel);
   editor.Put(channel);
@@ -34,7 +38,7 @@ void SaveAll(ListEditor& editor, const Options& options) {
 
 void AddChannel(const Options& options) {
   Channel channel = EmptyChannel(LayoutOf(*options.signal));
-  ListEditor editor(options);
+  ListEditor editor(LocationOf(options), HowToSave(options));
   const FieldSetter setter(*options.signal, editor.Narrow());
   for (const Assignment& assignment : options.assignments) setter.Set(channel, assignment);
   const UINT index = editor.Add(channel);
@@ -75,7 +79,7 @@ void LockChannel(const Options& options) {
 }
 
 void RemoveChannels(const Options& options) {
-  ListEditor editor(options);
+  ListEditor editor(LocationOf(options), HowToSave(options));
   std::vector<UINT> indexes = options.indexes;
   std::sort(indexes.begin(), indexes.end());
   indexes.erase(std::unique(indexes.begin(), indexes.end()), indexes.end());
@@ -90,7 +94,7 @@ void RemoveChannels(const Options& options) {
 }
 
 void MoveChannel(const Options& options) {
-  ListEditor editor(options);
+  ListEditor editor(LocationOf(options), HowToSave(options));
   const UINT from = options.indexes[0];
   const UINT to = options.indexes[1];
   RecordAt(editor.List(), from);
@@ -100,7 +104,7 @@ void MoveChannel(const Options& options) {
 }
 
 void SortChannels(const Options& options) {
-  ListEditor editor(options);
+  ListEditor editor(LocationOf(options), HowToSave(options));
   Require(editor.List()->SortChannel(options.sort, !options.descending),
           "the list cannot be sorted");
   SaveAll(editor, options);

@@ -1,9 +1,9 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "kit/failure.h"
 #include "kit/files/file_scan.h"
-#include "kit/model/failure.h"
-#include "kit/saving/file_check.h"
+#include "kit/saving/inventory.h"
 #include "kit/text/signal_types.h"
 #include "tool/commands/commands.h"
 #include "tool/printing/output.h"
@@ -21,21 +21,6 @@ std::string CountryName(const file_scan::Contents& contents, DWORD code) {
   return {};
 }
 
-void RequireSame(const file_check::Inventory& meant, const file_check::Inventory& found) {
-  for (const auto& [key, channels] : meant) {
-    const auto other = found.find(key);
-    const bool same = other != found.end() &&
-                      std::equal(channels.begin(), channels.end(), other->second.begin(),
-                                 other->second.end(), [](const Channel& a, const Channel& b) {
-                                   return FirstDifference(a, b, nullptr) == nullptr;
-                                 });
-    if (same) continue;
-    throw Failure{E_FAIL,
-                  "ChanInfo.xml is not what was meant after saving: " + SignalTypeName(key.second) +
-                      " of country " + std::to_string(key.first)};
-  }
-}
-
 ordered_json ToJson(const countries::CountryRow& row) {
   return {{"code", row.code},
           {"iso3", row.iso3},
@@ -47,7 +32,7 @@ ordered_json ToJson(const countries::CountryRow& row) {
 }  // namespace
 
 void ShowInfo(const Options& options) {
-  const file_check::Inventory inventory = file_check::TakeInventory(options.directory);
+  const Inventory inventory = TakeInventory(options.directory);
   const file_scan::Contents contents = file_scan::Scan(options.directory);
   ordered_json array = ordered_json::array();
   std::vector<std::vector<std::string>> rows = {{"COUNTRY", "SIGNAL", "CHANNELS", "NAME"}};
@@ -65,20 +50,7 @@ void ShowInfo(const Options& options) {
   options.json ? PrintJson(array) : PrintTable(rows);
 }
 
-void FormatFile(const Options& options) {
-  const file_check::Inventory meant = file_check::TakeInventory(options.directory);
-  const file_scan::Contents contents = file_scan::Scan(options.directory);
-  if (!contents.exists) throw Failure{E_FAIL, "there is no ChanInfo.xml"};
-  if (options.rewriteAs == StoragePreFmtXML) file_check::RequirePreFormattable(options.directory);
-  {
-    // A country that the file lacks would come and go again while saving.
-    const DWORD country = contents.countries.empty() ? 1 : contents.countries.front().code;
-    const Database database({options.directory, country, InputSignalFMRadio});
-    Require(database->SetStorageType(*options.rewriteAs), "the form cannot be chosen");
-    Require(database->SaveChannelToFile(), "ChanInfo.xml was not written");
-  }
-  RequireSame(meant, file_check::TakeInventory(options.directory));
-}
+void FormatFile(const Options& options) { RewriteFile(options.directory, *options.rewriteAs); }
 
 void ListCountries(const Options& options) {
   ordered_json array = ordered_json::array();

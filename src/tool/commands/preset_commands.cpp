@@ -4,13 +4,14 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "kit/failure.h"
 #include "kit/model/channel_list.h"
-#include "kit/model/failure.h"
 #include "kit/presets/preset_note.h"
 #include "kit/presets/presets.h"
-#include "kit/saving/file_check.h"
+#include "kit/presets/selection.h"
 #include "platform/host.h"
 #include "tool/commands/commands.h"
+#include "tool/options/location.h"
 #include "tool/printing/channel_view.h"
 #include "tool/printing/output.h"
 
@@ -52,34 +53,14 @@ void Confirm(const Options& options, std::size_t before, const PresetList& list)
   }
 }
 
-/// Selects on a database that does nothing else, and compares what the file holds then.
-void Select(const Options& options, LONG area, const PresetList& list) {
-  const Location location = LocationOf(options);
-  if (options.format == StoragePreFmtXML) file_check::RequirePreFormattable(location);
-  {
-    const Database database(location);
-    if (options.format) {
-      Require(database->SetStorageType(*options.format), "the form cannot be chosen");
-    }
-    const file_check::UnreadableWatch watch(options.directory);
-    Require(database->SetArea(area, list.number), "the sub-area cannot be selected");
-    watch.Report();
-  }
-  const std::vector<Channel> found = ChannelList(location).Channels();
-  if (SameChannels(list.channels, found)) return;
-  throw Failure{
-      E_FAIL, "ChanInfo.xml is not what was meant after saving: " + CountText(found.size()) +
-                  " that are not the " + std::to_string(list.channels.size()) + " of the sub-area"};
-}
-
 /// False, and said, where the selection cannot be noted. The channels are selected all the same.
 bool NoteSelection(const Location& location, const Presets& presets, LONG area, LONG subArea) {
   try {
     preset_note::Write(location, presets, area, subArea);
     return true;
   } catch (const Failure& failure) {
-    std::cerr << "tunedex: the selection is not noted in PreSetChannelInfo.xml: " << failure.message
-              << '\n';
+    PrintNote(std::string("the selection is not noted in PreSetChannelInfo.xml: ") +
+              failure.what());
     return false;
   }
 }
@@ -164,7 +145,7 @@ void SelectPreset(const Options& options) {
   RequireDistinctIndexes(list.channels);
   const std::size_t before = ChannelList(location).Channels().size();
   Confirm(options, before, list);
-  Select(options, area.number, list);
+  SelectList(location, area.number, list, {options.format, PrintNote});
   const bool noted = NoteSelection(location, presets, area.number, list.number);
   if (options.json) {
     ordered_json object = ToJson(area, list);

@@ -1,6 +1,7 @@
+#include "kit/failure.h"
 #include "kit/model/channel_list.h"
-#include "kit/model/failure.h"
 #include "tool/commands/commands.h"
+#include "tool/options/location.h"
 #include "tool/printing/channel_view.h"
 
 namespace commands {

@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "kit/model/failure.h"
+#include "kit/failure.h"
 #include "kit/satellites/catalogue.h"
 #include "kit/text/satellite_words.h"
 #include "kit/text/tuning_words.h"
 #include "tool/commands/commands.h"
+#include "tool/options/location.h"
 #include "tool/printing/output.h"
 
 using nlohmann::ordered_json;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "kit/text/signal_types.h"
+#include "kit/text/ascii.h"
 #include "tool/options/options.h"
 
 /// A callback for a number of 32 bits without a sign.

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <iostream>
 
-#include "kit/model/failure.h"
+#include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "tool/options/option_helpers.h"
 #include "tool/options/preset_options.h"
+#include "tool/options/usage_error.h"
 
 namespace {
 

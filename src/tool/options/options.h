@@ -5,14 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/station_blocks.h"
-
-/// One value to be set: of the attribute with that name, or of the attribute that keeps `source`.
-struct Assignment {
-  std::string field;
-  std::string value;
-  station_blocks::Source source = station_blocks::Source::Block;
-};
+#include "core/interfaces.h"
+#include "kit/model/field_setter.h"
 
 /// Which of the two names `channels rename` changes.
 enum class RenameTarget { Both, NameOnly, DisplayOnly };

@@ -2,8 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "kit/model/failure.h"
-#include "kit/text/signal_types.h"
+#include "kit/text/ascii.h"
+#include "tool/options/usage_error.h"
 
 namespace {
 

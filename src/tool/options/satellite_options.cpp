@@ -1,6 +1,6 @@
-#include "kit/model/failure.h"
 #include "kit/text/satellite_words.h"
 #include "tool/options/option_helpers.h"
+#include "tool/options/usage_error.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "kit/json/channel_json.h"
 #include "kit/text/signal_types.h"
-#include "tool/printing/block_view.h"
 #include "tool/printing/output.h"
 
 using nlohmann::ordered_json;
@@ -21,29 +21,40 @@ std::vector<std::string> ToRow(const Channel& channel) {
           Printable(channel.name),           Printable(channel.displayName)};
 }
 
-}  // namespace
-
-ordered_json ToJson(const Channel& channel) {
-  ordered_json object = {{"index", channel.index},
-                         {"number", channel.number},
-                         {"name", utf::FromWide(channel.name)},
-                         {"displayName", utf::FromWide(channel.displayName)},
-                         {"frequency", channel.frequency},
-                         {"offset", channel.offset},
-                         {"tsid", channel.tsid},
-                         {"serviceType", ServiceTypeName(channel.serviceType)},
-                         {"favorite", channel.favorite},
-                         {"lock", channel.lock != 0},
-                         {"scrambled", channel.scrambled != 0},
-                         {"mhp", channel.mhp != 0}};
-  if (channel.serviceType == ServiceUnknown) object["serviceType"] = nullptr;
-  return object;
+std::string Scalar(const ordered_json& value) {
+  if (!value.is_string()) return value.dump();
+  return Printable(*utf::ToWide(value.get_ref<const std::string&>()));
 }
+
+void AddLine(const std::string& name, const ordered_json& value, std::string& text) {
+  text += name + "=" + Scalar(value) + "\n";
+}
+
+/// Attributes of a block, one line for every one and for every list entry, in the form that --set
+/// takes.
+std::string BlockText(const ordered_json& block) {
+  std::string text;
+  for (const auto& [name, value] : block.items()) {
+    if (value.is_object()) {
+      for (const auto& [inner, member] : value.items()) AddLine(inner, member, text);
+    } else if (value.is_array()) {
+      for (std::size_t i = 0; i < value.size(); ++i) {
+        const std::string entry = name + "[" + std::to_string(i + 1) + "].";
+        for (const auto& [inner, member] : value[i].items()) AddLine(entry + inner, member, text);
+      }
+    } else {
+      AddLine(name, value, text);
+    }
+  }
+  return text;
+}
+
+}  // namespace
 
 void Print(const std::vector<Channel>& channels, bool json) {
   if (json) {
     ordered_json array = ordered_json::array();
-    for (const Channel& channel : channels) array.push_back(ToJson(channel));
+    for (const Channel& channel : channels) array.push_back(channel_json::Summary(channel));
     return PrintJson(array);
   }
   std::vector<std::vector<std::string>> rows = {{"INDEX", "NUMBER", "FREQUENCY", "OFFSET", "TSID",
@@ -55,11 +66,8 @@ void Print(const std::vector<Channel>& channels, bool json) {
 
 void PrintWhole(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
                 bool json) {
-  ordered_json object = ToJson(channel);
-  ordered_json block = block_view::ToJson(channel, signal, narrow);
   if (json) {
-    object["block"] = std::move(block);
-    return PrintJson(ordered_json::array({std::move(object)}));
+    return PrintJson(ordered_json::array({channel_json::Whole(channel, signal, narrow)}));
   }
   const std::vector<std::string> values = ToRow(channel);
   const char* const names[] = {"index",    "number", "frequency", "offset", "tsid", "service",
@@ -67,7 +75,7 @@ void PrintWhole(const Channel& channel, InputSignalType signal, const NarrowText
   std::vector<std::vector<std::string>> rows;
   for (std::size_t i = 0; i < values.size(); ++i) rows.push_back({names[i], values[i]});
   PrintTable(rows);
-  std::cout << block_view::ToText(block);
+  std::cout << BlockText(channel_json::Block(channel, signal, narrow));
 }
 
 }  // namespace channel_view

@@ -5,8 +5,7 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
-#include "kit/model/failure.h"
-#include "kit/text/utf.h"
+#include "kit/failure.h"
 
 namespace {
 
@@ -16,34 +15,7 @@ std::size_t CharacterCount(const std::string& utf8) {
   }));
 }
 
-void AppendPrintable(std::string& result, std::uint32_t character) {
-  if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
-    char code[8];
-    std::snprintf(code, sizeof(code), "\\x%02X", static_cast<unsigned>(character));
-    result += code;
-  } else {
-    const bool lone = utf::IsHighSurrogate(character) || utf::IsLowSurrogate(character);
-    utf::Append(result, lone ? utf::kReplacement : character);
-  }
-}
-
 }  // namespace
-
-std::string Printable(WideView text) {
-  std::string result;
-  while (!text.empty()) AppendPrintable(result, utf::Next(text));
-  return result;
-}
-
-std::string Printable(std::string_view utf8) {
-  std::string result;
-  while (!utf8.empty()) {
-    const std::optional<std::uint32_t> character = utf::Next(utf8);
-    if (!character) utf8.remove_prefix(1);
-    AppendPrintable(result, character.value_or(utf::kReplacement));
-  }
-  return result;
-}
 
 void PrintTable(const std::vector<std::vector<std::string>>& rows) {
   std::vector<std::size_t> widths(rows.front().size());
@@ -64,6 +36,8 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
 }
 
 void PrintJson(const nlohmann::ordered_json& value) { std::cout << value.dump(2) << '\n'; }
+
+void PrintNote(const std::string& note) { std::cerr << "tunedex: " << note << '\n'; }
 
 void FinishOutput() {
   if (!std::cout.flush()) throw Failure{E_FAIL, "the output could not be written"};

@@ -3,21 +3,18 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "platform/bstr.h"
-
-/// Wide text as UTF-8, control characters as \xNN: names come from files and go to terminals.
-std::string Printable(WideView text);
-/// The same for UTF-8; bytes that are none come as U+FFFD.
-std::string Printable(std::string_view utf8);
+#include "kit/text/printable.h"
 
 /// Rows under a head line. Columns are padded to the same number of characters, but for the last
 /// one.
 void PrintTable(const std::vector<std::vector<std::string>>& rows);
 
 void PrintJson(const nlohmann::ordered_json& value);
+
+/// A note on standard error.
+void PrintNote(const std::string& note);
 
 /// Raises a Failure when what was printed did not reach its target.
 void FinishOutput();

@@ -1,4 +1,4 @@
-#include "kit/model/failure.h"
+#include "kit/failure.h"
 
 #include <cstdio>
 

@@ -1,26 +1,24 @@
-// Setting the attributes of a channel from the command line.
 #pragma once
 
+#include <string>
+
 #include "kit/model/channel.h"
-#include "kit/text/narrow_text.h"
-#include "tool/options/options.h"
+#include "kit/model/narrow_text.h"
 
-/// Layout of a signal type. Failure for a type whose channels the file cannot hold.
-const station_blocks::Layout& LayoutOf(InputSignalType signal);
+/// One value to be set: of the attribute with that name, or of the attribute that keeps `source`.
+struct Assignment {
+  std::string field;
+  std::string value;
+  station_blocks::Source source = station_blocks::Source::Block;
+};
 
-/// A channel of that type in which nothing is set: the satellite parameters are NotSet, everything
-/// else is zero.
-Channel EmptyChannel(const station_blocks::Layout& layout);
-
-/// Most bytes that a text may have to come back whole from the file.
-std::size_t TextLimit(const station_blocks::Field& field);
-inline constexpr std::size_t kComponentNameLimit = 7;
-
+/// Gives the attributes of a channel values that are texts. FIELD is a name as the file has it,
+/// LIST[N].FIELD one of an entry; a list grows as far as it has to.
 class FieldSetter {
  public:
   FieldSetter(InputSignalType signal, const NarrowText& narrow);
 
-  /// UsageError for an attribute that the type has not and a value that does not belong there;
+  /// InvalidArgument for an attribute that the type has not and a value that does not belong there;
   /// Failure for a value that the file cannot hold.
   void Set(Channel& channel, const Assignment& assignment) const;
 

@@ -1,10 +1,10 @@
-#include "kit/text/narrow_text.h"
+#include "kit/model/narrow_text.h"
 
 #include <algorithm>
 #include <vector>
 
+#include "kit/failure.h"
 #include "kit/model/channel.h"
-#include "kit/model/failure.h"
 
 namespace {
 

@@ -8,4 +8,4 @@ void RequireFree(const std::string& path, bool force);
 
 /// Writes a file as a whole or not at all, and over an existing one only with `force`. Raises a
 /// Failure when the file is not there with these bytes afterwards.
-void WriteWhole(const std::string& path, std::string_view bytes, bool force);
+void WriteOutput(const std::string& path, std::string_view bytes, bool force);

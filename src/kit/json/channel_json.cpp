@@ -1,10 +1,10 @@
-#include "tool/printing/block_view.h"
+#include "kit/json/channel_json.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
-#include "tool/printing/output.h"
 
 using nlohmann::ordered_json;
 using station_blocks::ComponentList;
@@ -15,7 +15,7 @@ using station_blocks::Rows;
 using station_blocks::Source;
 using station_blocks::StreamList;
 
-namespace block_view {
+namespace channel_json {
 namespace {
 
 class Viewer {
@@ -106,38 +106,35 @@ class Viewer {
   const NarrowText& m_narrow;
 };
 
-std::string Scalar(const ordered_json& value) {
-  if (!value.is_string()) return value.dump();
-  return Printable(*utf::ToWide(value.get_ref<const std::string&>()));
-}
-
-void AddLine(const std::string& name, const ordered_json& value, std::string& text) {
-  text += name + "=" + Scalar(value) + "\n";
-}
-
 }  // namespace
 
-ordered_json ToJson(const Channel& channel, InputSignalType signal, const NarrowText& narrow) {
+ordered_json Summary(const Channel& channel) {
+  ordered_json object = {{"index", channel.index},
+                         {"number", channel.number},
+                         {"name", utf::FromWide(channel.name)},
+                         {"displayName", utf::FromWide(channel.displayName)},
+                         {"frequency", channel.frequency},
+                         {"offset", channel.offset},
+                         {"tsid", channel.tsid},
+                         {"serviceType", ServiceTypeName(channel.serviceType)},
+                         {"favorite", channel.favorite},
+                         {"lock", channel.lock != 0},
+                         {"scrambled", channel.scrambled != 0},
+                         {"mhp", channel.mhp != 0}};
+  if (channel.serviceType == ServiceUnknown) object["serviceType"] = nullptr;
+  return object;
+}
+
+ordered_json Block(const Channel& channel, InputSignalType signal, const NarrowText& narrow) {
   const Layout* layout = station_blocks::Find(signal);
   if (layout == nullptr || channel.block.size() < layout->size) return ordered_json::object();
   return Viewer(channel, narrow).View(*layout);
 }
 
-std::string ToText(const ordered_json& block) {
-  std::string text;
-  for (const auto& [name, value] : block.items()) {
-    if (value.is_object()) {
-      for (const auto& [inner, member] : value.items()) AddLine(inner, member, text);
-    } else if (value.is_array()) {
-      for (std::size_t i = 0; i < value.size(); ++i) {
-        const std::string entry = name + "[" + std::to_string(i + 1) + "].";
-        for (const auto& [inner, member] : value[i].items()) AddLine(entry + inner, member, text);
-      }
-    } else {
-      AddLine(name, value, text);
-    }
-  }
-  return text;
+ordered_json Whole(const Channel& channel, InputSignalType signal, const NarrowText& narrow) {
+  ordered_json object = Summary(channel);
+  object["block"] = Block(channel, signal, narrow);
+  return object;
 }
 
-}  // namespace block_view
+}  // namespace channel_json

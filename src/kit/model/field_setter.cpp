@@ -1,8 +1,10 @@
-#include "kit/saving/field_values.h"
+#include "kit/model/field_setter.h"
 
 #include <algorithm>
 
-#include "kit/model/failure.h"
+#include "kit/failure.h"
+#include "kit/model/channel_layout.h"
+#include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
@@ -25,8 +27,8 @@ std::uint32_t Number(const std::string& field, const std::string& value, std::si
   const std::int64_t lowest = width < 4 ? 0 : INT32_MIN;
   const std::optional<std::int64_t> number = ParseNumber(value, lowest, highest);
   if (!number) {
-    throw UsageError{field + " takes a number from " + std::to_string(lowest) + " to " +
-                     std::to_string(highest) + ", not '" + value + "'"};
+    throw InvalidArgument{field + " takes a number from " + std::to_string(lowest) + " to " +
+                          std::to_string(highest) + ", not '" + value + "'"};
   }
   return static_cast<std::uint32_t>(*number);
 }
@@ -34,15 +36,15 @@ std::uint32_t Number(const std::string& field, const std::string& value, std::si
 std::uint32_t Word(const Field& field, const std::string& value) {
   const std::optional<std::int32_t> word = tuning_words::Value(field.form, value);
   if (!word) {
-    throw UsageError{std::string(field.attribute) + " takes " + tuning_words::Choices(field.form) +
-                     ", not '" + value + "'"};
+    throw InvalidArgument{std::string(field.attribute) + " takes " +
+                          tuning_words::Choices(field.form) + ", not '" + value + "'"};
   }
   return static_cast<std::uint32_t>(*word);
 }
 
 std::uint32_t Language(const std::string& field, const std::string& value) {
   const std::optional<std::int64_t> number = ParseNumber(value, 0, 0xFFF);
-  if (!number) throw UsageError{field + " takes a number from 0 to 4095, not '" + value + "'"};
+  if (!number) throw InvalidArgument{field + " takes a number from 0 to 4095, not '" + value + "'"};
   return static_cast<std::uint32_t>(*number);
 }
 
@@ -60,29 +62,6 @@ void Clear(Channel& channel, std::size_t offset, std::size_t size) {
 
 }  // namespace
 
-const Layout& LayoutOf(InputSignalType signal) {
-  const Layout* layout = station_blocks::Find(signal);
-  if (layout == nullptr) {
-    throw Failure{E_NOTIMPL, "the file cannot hold channels of " + SignalTypeName(signal)};
-  }
-  return *layout;
-}
-
-Channel EmptyChannel(const Layout& layout) {
-  Channel channel;
-  channel.block.resize(layout.size);
-  for (const Field& field : layout.satelliteParams) {
-    if (tuning_words::Of(field.form).empty()) continue;
-    station_blocks::Store(channel.block.data() + field.offset, field.width, UINT32_MAX);
-  }
-  return channel;
-}
-
-std::size_t TextLimit(const Field& field) {
-  return field.width == 0 ? NarrowText::kAttributeLimit
-                          : std::min<std::size_t>(field.width - 1U, NarrowText::kAttributeLimit);
-}
-
 FieldSetter::FieldSetter(InputSignalType signal, const NarrowText& narrow)
     : m_signal(signal), m_layout(LayoutOf(signal)), m_narrow(narrow) {}
 
@@ -94,7 +73,7 @@ const Field& FieldSetter::Find(const Assignment& assignment) const {
       if (matches) return row;
     }
   }
-  throw UsageError{"channels of " + SignalTypeName(m_signal) + " have no " + assignment.field};
+  throw InvalidArgument{"channels of " + SignalTypeName(m_signal) + " have no " + assignment.field};
 }
 
 void FieldSetter::Set(Channel& channel, const Assignment& assignment) const {
@@ -102,7 +81,7 @@ void FieldSetter::Set(Channel& channel, const Assignment& assignment) const {
   if (bracket != std::string::npos) return SetEntry(channel, assignment, bracket);
   const Field& field = Find(assignment);
   if (field.use == Use::ReadOnly) throw NotKept(assignment.field, m_signal);
-  if (field.source == Source::Index) throw UsageError{"an index is changed by channels move"};
+  if (field.source == Source::Index) throw InvalidArgument{"an index is changed by channels move"};
   if (field.source == Source::DisplayName) {
     channel.displayName = WideArgument(assignment.value);
     return;
@@ -144,8 +123,8 @@ void FieldSetter::SetCount(Channel& channel, const Field& field, const std::stri
   const auto check = [&](std::size_t capacity) {
     const std::uint32_t count = station_blocks::Fetch(channel.block.data() + field.offset, 4);
     if (count <= capacity) return std::size_t{count};
-    throw UsageError{std::string(field.attribute) + " takes a number from 0 to " +
-                     std::to_string(capacity) + ", not '" + value + "'"};
+    throw InvalidArgument{std::string(field.attribute) + " takes a number from 0 to " +
+                          std::to_string(capacity) + ", not '" + value + "'"};
   };
   for (const StreamList& list : m_layout.lists) {
     if (list.countOffset != field.offset) continue;
@@ -171,8 +150,8 @@ void FieldSetter::SetEntry(Channel& channel, const Assignment& assignment,
         end == std::string::npos ? "" : field.substr(bracket + 1, end - bracket - 1);
     const auto entry = ParseNumber(text, 1, static_cast<std::int64_t>(capacity));
     if (entry) return static_cast<std::size_t>(*entry);
-    throw UsageError{field + " is not " + element + "[1.." + std::to_string(capacity) +
-                     "].ATTRIBUTE"};
+    throw InvalidArgument{field + " is not " + element + "[1.." + std::to_string(capacity) +
+                          "].ATTRIBUTE"};
   };
   for (const StreamList& list : m_layout.lists) {
     if (element != list.element) continue;
@@ -183,7 +162,7 @@ void FieldSetter::SetEntry(Channel& channel, const Assignment& assignment,
     const std::size_t entry = number(m_layout.components->capacity);
     return SetComponent(channel, entry, field.substr(end + 2), assignment);
   }
-  throw UsageError{"channels of " + SignalTypeName(m_signal) + " have no list " + element};
+  throw InvalidArgument{"channels of " + SignalTypeName(m_signal) + " have no list " + element};
 }
 
 void FieldSetter::SetListEntry(Channel& channel, const StreamList& list, std::size_t entry,
@@ -192,7 +171,7 @@ void FieldSetter::SetListEntry(Channel& channel, const StreamList& list, std::si
   const Field* field =
       station_blocks::FindField(station_blocks::EntryFields(list.entrySize), attribute);
   if (field == nullptr) {
-    throw UsageError{std::string(list.element) + " has no " + attribute};
+    throw InvalidArgument{std::string(list.element) + " has no " + attribute};
   }
   BYTE* place = channel.block.data() + list.offset + (entry - 1) * list.entrySize + field->offset;
   SetValue(place, *field, assignment);
@@ -210,7 +189,7 @@ void FieldSetter::SetComponent(Channel& channel, std::size_t entry, const std::s
     station_blocks::Store(block + parts.typeOffset + (entry - 1) * 4, 4,
                           Number(assignment.field, assignment.value, 4));
   } else {
-    throw UsageError{"Components has no " + attribute};
+    throw InvalidArgument{"Components has no " + attribute};
   }
   Grow(channel, parts.countOffset, entry);
 }
