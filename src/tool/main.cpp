@@ -2,11 +2,11 @@
 #include <exception>
 #include <iostream>
 
+#include "kit/failure.h"
 #include "platform/com_error.h"
 #include "platform/host.h"
-#include "tool/commands.h"
-#include "tool/failure.h"
-#include "tool/output.h"
+#include "tool/commands/commands.h"
+#include "tool/printing/output.h"
 
 namespace {
 
@@ -79,11 +79,11 @@ int Run(const std::vector<std::string>& arguments) {
     command = options->command;
     RunCommand(*options);
     return 0;
-  } catch (const UsageError& error) {
-    std::cerr << "tunedex: " << error.message << "\nTry 'tunedex --help'.\n";
+  } catch (const InvalidArgument& error) {
+    std::cerr << "tunedex: " << error.what() << "\nTry 'tunedex --help'.\n";
     return 2;
   } catch (const Failure& failure) {
-    return Fail(command, failure.hr, failure.message);
+    return Fail(command, failure.Result(), failure.what());
   } catch (const ComError& error) {
     return Fail(command, error.Error(), "no memory is left");
   } catch (const std::bad_alloc&) {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <cerrno>
+#include <cstdio>
 
 #include "platform/linux/file_descriptor.h"
 
@@ -26,6 +27,19 @@ void KeepOwnerAndMode(int handle, const struct stat& old) {
   if (!isGroupKept) mode &= 0707U | (mode & 07U) << 3;
   // Where this fails the file keeps the mode that it was made with: its owner's alone.
   static_cast<void>(fchmod(handle, mode));
+}
+
+bool MoveToFree(const std::string& from, const std::string& to) {
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // The file system cannot do both at once: the name is taken first.
+  const FileDescriptor taken(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (!taken.IsOpen()) return false;
+  if (rename(from.c_str(), to.c_str()) == 0) return true;
+  const int error = errno;
+  unlink(to.c_str());
+  errno = error;
+  return false;
 }
 
 bool SyncDirectory(const std::string& directory) {

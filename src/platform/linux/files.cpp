@@ -24,26 +24,6 @@ bool CopyBytes(int from, int to, std::vector<char>& block) {
   return count == 0;
 }
 
-/// Takes a file away at the end of its scope, when it is still there.
-struct Removal {
-  const std::string& path;
-  ~Removal() { unlink(path.c_str()); }
-};
-
-/// Moves to a name where nothing stands. False when that cannot be told and done.
-bool MoveToFree(const std::string& from, const std::string& to) {
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // The file system cannot do both at once: the name is taken first.
-  const FileDescriptor taken(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-  if (!taken.IsOpen()) return false;
-  if (rename(from.c_str(), to.c_str()) == 0) return true;
-  const int error = errno;
-  unlink(to.c_str());
-  errno = error;
-  return false;
-}
-
 /// Gives a finished copy the first free name beside the path.
 bool PlaceCopy(const std::string& temporary, const std::string& path, std::string& copy) {
   for (unsigned number = 1;; ++number) {

@@ -1,7 +1,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/windows/file_handle.h"
-#include "platform/windows/in_use.h"
+#include "platform/windows/file_placing.h"
 #include "platform/windows/temporary_file.h"
 #include "platform/windows/wide_path.h"
 
@@ -14,13 +14,6 @@ HANDLE HandleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle);
 
 std::wstring TargetOf(const std::string& path) { return wide_path::Resolve(wide_path::From(path)); }
 
-// A directory or a file that must not be written cannot be replaced.
-bool IsReplaceable(const std::wstring& target) {
-  const DWORD attributes = GetFileAttributesW(target.c_str());
-  return attributes == INVALID_FILE_ATTRIBUTES ||
-         !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY));
-}
-
 // Not shared for writing: nobody else writes the file at the same time.
 FileHandle OpenWritten(const std::string& temporary) {
   return FileHandle(wide_path::From(temporary), GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, 0);
@@ -30,7 +23,7 @@ FileHandle OpenWritten(const std::string& temporary) {
 
 AtomicFile::AtomicFile(const std::string& path) : m_target(path), m_failed(true) {
   const std::wstring target = TargetOf(path);
-  if (target.empty() || !IsReplaceable(target)) return;
+  if (target.empty() || !placing::IsReplaceable(target)) return;
   const std::wstring directory = wide_path::DirectoryOf(target);
   temporary_file::RemoveAbandoned(directory);
   std::wstring name;
@@ -67,14 +60,9 @@ bool AtomicFile::Commit() {
   if (m_failed) return false;
   m_failed = true;
   if (!file.IsOpen()) file = OpenWritten(m_temporary);
-  if (!file.IsOpen() || !FlushFileBuffers(file.Get()) || !file.Close()) return false;
-  const std::wstring temporary = wide_path::From(m_temporary);
-  const std::wstring target = TargetOf(m_target);
-  temporary_file::KeepAccess(target, temporary);
-  const bool isMoved = in_use::Retry([&] {
-    return MoveFileExW(temporary.c_str(), target.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
-  });
+  if (!file.IsOpen()) return false;
+  const bool isMoved = placing::PutInPlace(std::move(file), wide_path::From(m_temporary),
+                                           TargetOf(m_target), placing::Existing::Replace);
   if (isMoved) m_temporary.clear();
   return isMoved;
 }

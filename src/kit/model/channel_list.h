@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "kit/model/channel.h"
+#include "kit/model/database.h"
+
+/// A list read whole, with the indexes that the file gave its channels. The lists of the interface
+/// can be walked by position only once they are numbered 1..n, so this one renumbers its own
+/// database, which is never saved.
+class ChannelList {
+ public:
+  explicit ChannelList(const Location& location);
+
+  /// In list order, with their stored indexes.
+  const std::vector<Channel>& Channels() const { return m_channels; }
+  /// First channel with the stored index. Failure when there is none.
+  const Channel& Find(UINT index) const;
+  /// Position of that channel, counted from 1.
+  UINT PositionOf(UINT index) const;
+  const Database& Source() const { return m_database; }
+
+  /// The neighbour of a position: a position again, or the failing result.
+  HRESULT Step(UINT position, bool forward, DWORD services, bool favoritesOnly, bool loop,
+               UINT& found) const;
+  /// Positions of the channels with a service type in the mask.
+  std::vector<UINT> Positions(DWORD services) const;
+  /// First channel with the number, or with the station of another channel.
+  const Channel& FindNumber(UINT number) const;
+  const Channel& FindLike(UINT index) const;
+
+ private:
+  const Channel& AtPosition(IChannelInfo* record) const;
+
+  Database m_database;
+  ComPtr<IChannelInfoMgr> m_list;
+  std::vector<Channel> m_channels;
+};
+
+/// The channels of a list in list order, with their stored indexes. The list is numbered afresh,
+/// and the element that it was loaded from loses its channels: neither may be saved afterwards.
+std::vector<Channel> ReadChannels(IChannelInfoMgr* list);
+
+/// Indexes of a list in list order, without changing it. `lone` is asked for where the list has one
+/// channel, which cannot be found otherwise.
+std::vector<UINT> IndexesInOrder(IChannelInfoMgr* list, UINT lone);
+
+/// Record with the stored index. Failure when there is none.
+ComPtr<IChannelInfo> RecordAt(IChannelInfoMgr* list, UINT index);

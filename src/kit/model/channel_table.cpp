@@ -1,0 +1,7 @@
+#include "kit/model/channel_table.h"
+
+#include "kit/model/channel_list.h"
+
+ChannelTable ReadTable(const Location& location) {
+  return {location.country, location.signal, ChannelList(location).Channels()};
+}

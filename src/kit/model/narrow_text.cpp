@@ -1,0 +1,63 @@
+#include "kit/model/narrow_text.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "kit/failure.h"
+#include "kit/model/channel.h"
+
+namespace {
+
+// A satellite channel's name has the most room behind it.
+constexpr const station_blocks::Layout& kLayout = station_blocks::kDvbs;
+constexpr std::size_t kName = station_blocks::OffsetOf(kLayout.channel, "name");
+static_assert(kName + NarrowText::kLimit < kLayout.size);
+
+}  // namespace
+
+std::string_view UpToZero(const BYTE* bytes, std::size_t size) {
+  const BYTE* end = std::find(bytes, bytes + size, BYTE{0});
+  return {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(end - bytes)};
+}
+
+NarrowText::NarrowText(const Database& database) {
+  const ComPtr<IChannelInfoMgr> list = database.List(InputSignalDVBSatellite);
+  ::Require(list->CreateChannelInfo(m_record.Receive()), "a record cannot be made");
+}
+
+void NarrowText::Put(std::string_view narrow) const {
+  Channel channel;
+  channel.block.resize(kLayout.size);
+  const std::size_t length = std::min(narrow.size(), kLimit);
+  std::copy_n(narrow.begin(), length, channel.block.begin() + kName);
+  WriteChannel(channel, InputSignalDVBSatellite, m_record.Get());
+}
+
+WideText NarrowText::ToWide(std::string_view narrow) const {
+  Put(narrow);
+  Bstr text;
+  ::Require(m_record->GetChannelName(text.Receive()), "a text cannot be converted");
+  return WideText(text.View());
+}
+
+std::optional<std::string> NarrowText::FromWide(WideView wide) const {
+  if (wide.empty()) return std::string();
+  if (wide.find(OLECHAR{0}) != WideView::npos) return std::nullopt;
+  Put({});
+  const Bstr text(wide);
+  ::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
+  const Channel channel = ReadChannel(m_record.Get());
+  std::string narrow(UpToZero(channel.block.data() + kName, kLimit));
+  if (narrow.size() < kLimit && channel.name != wide) return std::nullopt;
+  return narrow;
+}
+
+std::string NarrowText::Require(WideView wide, std::size_t limit, const std::string& what) const {
+  const std::optional<std::string> narrow = FromWide(wide);
+  if (!narrow) throw Failure{E_INVALIDARG, what + " holds characters outside the code page"};
+  if (narrow->size() > limit) {
+    throw Failure{E_INVALIDARG,
+                  what + " has more than " + std::to_string(limit) + " bytes in the code page"};
+  }
+  return *narrow;
+}

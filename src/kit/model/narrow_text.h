@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "kit/model/database.h"
+
+/// Converts the narrow texts of station blocks. The library alone knows the code page: a record of
+/// its own serves as the scratch pad on which texts are set as channel names and read back.
+class NarrowText {
+ public:
+  explicit NarrowText(const Database& database);
+
+  /// Wide text of up to kLimit bytes; more are left out.
+  WideText ToWide(std::string_view narrow) const;
+  /// Narrow bytes; nothing when the code page lacks a character. Texts of more than kLimit bytes
+  /// come cut.
+  std::optional<std::string> FromWide(WideView wide) const;
+
+  /// The bytes of a text that keeps to a limit below kLimit. Raises a Failure that begins with
+  /// `what` for one that does not, or that holds what the code page lacks.
+  std::string Require(WideView wide, std::size_t limit, const std::string& what) const;
+
+  static constexpr std::size_t kLimit = 1024;
+  /// Text attributes are read through buffers of 260 bytes, their terminator included.
+  static constexpr std::size_t kAttributeLimit = 259;
+
+ private:
+  void Put(std::string_view narrow) const;
+
+  ComPtr<IChannelInfo> m_record;
+};
+
+/// The bytes in front of the first zero.
+std::string_view UpToZero(const BYTE* bytes, std::size_t size);

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <vector>
+
+#include "kit/satellites/catalogue.h"
+
+/// The LNB types that are sold for home reception. Types that choose their oscillator by the
+/// polarisation have no form in the catalogue: it knows one switch frequency.
+std::vector<LnbType> WellKnownLnbs();

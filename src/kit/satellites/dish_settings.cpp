@@ -1,0 +1,173 @@
+#include "kit/satellites/dish_settings.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "kit/failure.h"
+#include "kit/files/file_scan.h"
+#include "kit/files/scratch_directory.h"
+#include "kit/files/unreadable_watch.h"
+#include "kit/model/narrow_text.h"
+#include "kit/saving/stored_form.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const char* const kFile = "UserSettings.xml";
+
+ComPtr<IDishSatInfoMgr> ListOf(const Database& database) {
+  ComPtr<IDishSatInfoMgr> list;
+  // Answers a reference count.
+  Require(database->GetDishSatInfoMgr(list.Receive()), "there is no list of dishes");
+  return list;
+}
+
+DishSatellite Read(IDishSatInfo* record) {
+  Bstr id;
+  Bstr band;
+  DishSatellite satellite;
+  const HRESULT results[] = {record->GetID(id.Receive()), record->GetBand(band.Receive()),
+                             record->GetLowFreq(&satellite.low),
+                             record->GetHighFreq(&satellite.high),
+                             record->GetSwitchFreq(&satellite.switchover)};
+  for (const HRESULT hr : results) Require(hr, "an assignment cannot be read");
+  satellite.id = id.View();
+  satellite.band = band.View();
+  return satellite;
+}
+
+void Add(IDishSatInfoMgr* list, UINT dish, UINT index, const DishSatellite& satellite) {
+  ComPtr<IDishSatInfo> record;
+  Require(list->CreateDishSatInfo(record.Receive()), "a record cannot be made");
+  const HRESULT results[] = {record->SetIndex(index),
+                             record->SetID(Bstr(satellite.id).Get()),
+                             record->SetBand(Bstr(satellite.band).Get()),
+                             record->SetLowFreq(satellite.low),
+                             record->SetHighFreq(satellite.high),
+                             record->SetSwitchFreq(satellite.switchover)};
+  for (const HRESULT hr : results) Require(hr, "an assignment cannot be stored");
+  Require(list->AddDishSatInfo(record.Get(), dish), "an assignment cannot be added");
+}
+
+/// Saving never takes an element away: clearing the list does, and all are written afresh.
+HRESULT Write(const Location& location, const Dishes& dishes) {
+  const Database database(location);
+  const ComPtr<IDishSatInfoMgr> list = ListOf(database);
+  Require(list->Clear(), "the dishes cannot be cleared");
+  for (UINT dish = 0; dish < dishes.size(); ++dish) {
+    for (std::size_t i = 0; i < dishes[dish].size(); ++i) {
+      Add(list.Get(), dish, static_cast<UINT>(i), dishes[dish][i]);
+    }
+  }
+  return database->SaveUserSettingsToFile();
+}
+
+void DropRepeated(Dishes& dishes, const TakeNote& note) {
+  for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
+    std::vector<DishSatellite> kept;
+    for (const DishSatellite& satellite : dishes[dish]) {
+      if (std::find(kept.begin(), kept.end(), satellite) == kept.end()) kept.push_back(satellite);
+    }
+    if (kept.size() == dishes[dish].size()) continue;
+    Tell(note,
+         "dish " + std::to_string(dish + 1) + " had an assignment more than once; it is kept once");
+    dishes[dish] = std::move(kept);
+  }
+}
+
+void RequireText(const NarrowText& narrow, const char* attribute, WideView text) {
+  const std::string name = std::string(attribute) + " of an assignment";
+  narrow.Require(text, NarrowText::kAttributeLimit, name);
+  RequireWritable(text, false, name);
+}
+
+/// What was loaded may be less than what the file holds: texts come cut and through the code page.
+void RequireTexts(const Location& location, const Dishes& dishes) {
+  const Database database(location);
+  const NarrowText narrow(database);
+  for (const std::vector<DishSatellite>& dish : dishes) {
+    for (const DishSatellite& satellite : dish) {
+      RequireText(narrow, "id", satellite.id);
+      RequireText(narrow, "band", satellite.band);
+    }
+  }
+  const std::string xml = file_scan::ReadWhole(file_scan::FileIn(location.directory, kFile));
+  file_scan::ForEachTag(xml, [&narrow](const file_scan::Tag& tag) {
+    if (tag.name != "SAT") return;
+    for (const char* attribute : {"id", "band"}) {
+      const std::string* value = tag.Find(attribute);
+      const std::optional<WideText> wide = utf::ToWide(value == nullptr ? "" : *value);
+      if (wide) RequireText(narrow, attribute, *wide);
+    }
+  });
+}
+
+/// Copies the file, if there is one, to where things are tried.
+Location CopyTo(const ScratchDirectory& scratch, const Location& location) {
+  const fs::path file = file_scan::FileIn(location.directory, kFile);
+  std::error_code error;
+  if (fs::exists(file)) fs::copy_file(file, file_scan::FileIn(scratch.Path(), kFile), error);
+  if (error) throw Failure{E_FAIL, std::string(kFile) + " cannot be read"};
+  return {scratch.Path(), location.country, location.signal};
+}
+
+/// Does everything in another directory. Raises a Failure when it does not come out there.
+void Rehearse(const Location& location, const Dishes& meant) {
+  const ScratchDirectory scratch;
+  const Location rehearsal = CopyTo(scratch, location);
+  const HRESULT hr = Write(rehearsal, meant);
+  const Dishes found = ReadDishes(rehearsal);
+  for (std::size_t dish = 0; dish < meant.size(); ++dish) {
+    if (meant[dish].empty() || !found[dish].empty()) continue;
+    const std::string number = std::to_string(dish + 1);
+    std::string message = kFile;
+    message += " has no DISH_" + number;
+    message += " element: it cannot hold satellites of dish " + number;
+    throw Failure{E_FAIL, message += ". It was left as it was"};
+  }
+  Require(hr, std::string(kFile) + " cannot be written");
+  if (found != meant) {
+    throw Failure{E_FAIL, std::string(kFile) + " would not hold these assignments"};
+  }
+}
+
+}  // namespace
+
+Dishes ReadDishes(const Location& location) {
+  const Database database(location);
+  const ComPtr<IDishSatInfoMgr> list = ListOf(database);
+  Dishes dishes;
+  for (UINT dish = 0; dish < dishes.size(); ++dish) {
+    UINT count = 0;
+    Require(list->GetDishSatCount(&count, dish), "assignments cannot be counted");
+    for (UINT i = 0; i < count; ++i) {
+      ComPtr<IDishSatInfo> record;
+      Require(list->GetDishSatInfoByIndex(record.Receive(), dish, i), "an assignment is missing");
+      dishes[dish].push_back(Read(record.Get()));
+    }
+  }
+  return dishes;
+}
+
+void RequireReadableSettings(const Location& location) {
+  const ScratchDirectory scratch;
+  const Location copy = CopyTo(scratch, location);
+  const UnreadableWatch watch(copy.directory, kFile);
+  // Saving puts a file aside that could not be read.
+  Write(copy, {});
+  if (watch.PutAside()) throw Failure{E_FAIL, std::string(kFile) + " cannot be read"};
+}
+
+Dishes SaveDishes(const Location& location, Dishes meant, const TakeNote& note) {
+  RequireTexts(location, meant);
+  DropRepeated(meant, note);
+  Rehearse(location, meant);
+  const UnreadableWatch watch(location.directory, kFile);
+  Require(Write(location, meant), std::string(kFile) + " was not written");
+  watch.Report(note);
+  if (ReadDishes(location) != meant) {
+    throw Failure{E_FAIL, std::string(kFile) + " is not what was meant after saving"};
+  }
+  return meant;
+}

@@ -1,0 +1,144 @@
+#include "kit/saving/list_editor.h"
+
+#include <algorithm>
+
+#include "kit/failure.h"
+#include "kit/files/unreadable_watch.h"
+#include "kit/model/channel_layout.h"
+#include "kit/saving/file_check.h"
+#include "kit/saving/stored_form.h"
+
+namespace {
+
+constexpr UINT kNoIndex = 0xFFFFFFFF;
+
+void SortByIndex(std::vector<Channel>& channels) {
+  std::stable_sort(channels.begin(), channels.end(),
+                   [](const Channel& a, const Channel& b) { return a.index < b.index; });
+}
+
+}  // namespace
+
+ListEditor::ListEditor(const Location& location, const SaveOptions& options)
+    : m_location(location),
+      m_options(options),
+      m_before(m_location),
+      m_database(m_location),
+      m_list(m_database.List()),
+      m_narrow(m_database),
+      m_lone(m_before.Channels().empty() ? 1 : m_before.Channels().front().index) {}
+
+UINT ListEditor::Add(const Channel& channel) {
+  UINT last = 0;
+  for (const Channel& other : m_before.Channels()) last = std::max(last, other.index);
+  if (last >= kNoIndex - 1) throw Failure{E_FAIL, "no index is left; sort the list first"};
+  AddAt(last + 1, channel);
+  return last + 1;
+}
+
+void ListEditor::AddAt(UINT index, const Channel& channel) {
+  ComPtr<IChannelInfo> record;
+  Require(m_list->CreateChannelInfo(record.Receive()), "a record cannot be made");
+  record->SetChannelIndex(index);  // answers E_NOTIMPL and stores it
+  WriteChannel(channel, m_location.signal, record.Get());
+  Require(m_list->AddChannelInfo(record.Get()), "the channel cannot be added");
+}
+
+void ListEditor::Put(const Channel& channel) {
+  WriteChannel(channel, m_location.signal, RecordAt(m_list.Get(), channel.index).Get());
+}
+
+void ListEditor::Replace(const std::vector<Channel>& channels) {
+  const bool ascending =
+      std::adjacent_find(channels.begin(), channels.end(), [](const Channel& a, const Channel& b) {
+        return a.index >= b.index;
+      }) == channels.end();
+  if (!ascending || (!channels.empty() && channels.back().index == kNoIndex)) {
+    throw Failure{E_INVALIDARG, "the indexes of the channels do not ascend"};
+  }
+  const std::vector<Channel>& before = m_before.Channels();
+  const bool inPlace =
+      std::equal(before.begin(), before.end(), channels.begin(), channels.end(),
+                 [](const Channel& a, const Channel& b) { return a.index == b.index; });
+  if (inPlace) {
+    // What the library does not know of a channel stays in the file.
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+      if (FirstDifference(before[i], channels[i], nullptr) != nullptr) Put(channels[i]);
+    }
+    return;
+  }
+  Require(m_list->Clear(), "the list cannot be emptied");
+  for (const Channel& channel : channels) AddAt(channel.index, channel);
+  if (!channels.empty()) m_lone = channels.front().index;
+}
+
+std::vector<Channel> ListEditor::Current() const {
+  std::vector<UINT> indexes = IndexesInOrder(m_list.Get(), m_lone);
+  std::sort(indexes.begin(), indexes.end());
+  const auto twice = std::adjacent_find(indexes.begin(), indexes.end());
+  if (twice != indexes.end()) {
+    throw Failure{E_FAIL, "two channels have index " + std::to_string(*twice) +
+                              " and would become one; sort the list first"};
+  }
+  std::vector<Channel> channels;
+  channels.reserve(indexes.size());
+  for (const UINT index : indexes) {
+    channels.push_back(ReadChannel(RecordAt(m_list.Get(), index).Get()));
+  }
+  return channels;
+}
+
+void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
+  const bool preFormatted = m_options.format == StoragePreFmtXML;
+  for (const Channel& channel : channels) {
+    RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
+  }
+  if (preFormatted) file_check::RequirePreFormattable(m_location);
+}
+
+void ListEditor::Save() {
+  const std::vector<Channel> channels = Current();
+  m_after = m_before.Channels();
+  if (SameChannels(channels, m_after)) return;
+  RequireSavable(channels);
+  Write(channels);
+}
+
+void ListEditor::Write(const std::vector<Channel>& channels) {
+  std::vector<Channel> meant;
+  meant.reserve(channels.size());
+  for (const Channel& channel : channels) {
+    meant.push_back(AsStored(channel, m_location.signal, m_narrow, m_list.Get()));
+  }
+  if (m_options.format) {
+    Require(m_database->SetStorageType(*m_options.format), "the form cannot be chosen");
+  }
+  const UnreadableWatch watch(m_location.directory);
+  Require(m_database->SaveChannelToFile(), "ChanInfo.xml was not written");
+  watch.Report(m_options.note);
+  Verify(meant);
+  m_after = std::move(meant);
+}
+
+void ListEditor::Verify(const std::vector<Channel>& meant) const {
+  const auto refuse = [](const std::string& what) {
+    throw Failure{E_FAIL, "ChanInfo.xml is not what was meant after saving: " + what};
+  };
+  std::vector<Channel> found = ChannelList(m_location).Channels();
+  SortByIndex(found);
+  if (found.size() != meant.size()) {
+    refuse(std::to_string(found.size()) + " channels instead of " + std::to_string(meant.size()));
+  }
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    const char* different = FirstDifference(meant[i], found[i], &LayoutOf(m_location.signal));
+    if (different == nullptr) continue;
+    refuse(std::string(different) + " of channel " + std::to_string(meant[i].index));
+  }
+}
+
+const Channel& ListEditor::After(UINT index) const {
+  for (const Channel& channel : m_after) {
+    if (channel.index == index) return channel;
+  }
+  throw Failure{E_FAIL, "no channel with index " + std::to_string(index)};
+}

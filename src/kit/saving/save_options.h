@@ -1,0 +1,11 @@
+#pragma once
+
+#include <optional>
+
+#include "core/interfaces.h"
+#include "kit/notes.h"
+
+struct SaveOptions {
+  std::optional<EStorageType> format;  ///< without one the library's own choice: plain
+  TakeNote note;
+};

@@ -1,9 +1,0 @@
-#pragma once
-
-#include <vector>
-
-#include "tool/catalogue.h"
-
-/// The LNB types that are sold for home reception. Types that choose their oscillator by the
-/// polarisation have no form in the catalogue: it knows one switch frequency.
-std::vector<LnbType> WellKnownLnbs();

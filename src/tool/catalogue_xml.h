@@ -1,9 +1,0 @@
-#pragma once
-
-#include <string>
-
-#include "tool/catalogue.h"
-
-/// The catalogue as the bytes of a SatelliteInfo.xml: indented with tabs, CR LF, every attribute
-/// there (a missing text would read as the one in front of it). The west flags are not written.
-std::string CatalogueXml(const Catalogue& catalogue);

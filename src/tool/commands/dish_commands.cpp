@@ -1,0 +1,132 @@
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "kit/failure.h"
+#include "kit/files/file_scan.h"
+#include "kit/satellites/catalogue.h"
+#include "kit/satellites/dish_settings.h"
+#include "kit/text/satellite_words.h"
+#include "tool/commands/commands.h"
+#include "tool/options/location.h"
+#include "tool/printing/output.h"
+
+using nlohmann::ordered_json;
+
+namespace commands {
+namespace {
+
+/// The catalogue where there is one; names of satellites come from it.
+Catalogue CatalogueIfThere(const Location& location) {
+  try {
+    return ReadCatalogue(location);
+  } catch (const Failure&) {
+    return {};
+  }
+}
+
+const Satellite* Find(const Catalogue& catalogue, WideView id) {
+  for (const Satellite& satellite : catalogue.satellites) {
+    if (satellite.id == id) return &satellite;
+  }
+  return nullptr;
+}
+
+void Print(const Dishes& dishes, const Options& options) {
+  const Catalogue catalogue = CatalogueIfThere(SatelliteLocation(options));
+  ordered_json array = ordered_json::array();
+  std::vector<std::vector<std::string>> rows = {
+      {"DISH", "INDEX", "ID", "BAND", "LOW", "HIGH", "SWITCH", "NAME"}};
+  for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
+    for (std::size_t i = 0; i < dishes[dish].size(); ++i) {
+      const DishSatellite& entry = dishes[dish][i];
+      const Satellite* satellite = Find(catalogue, entry.id);
+      array.push_back({{"dish", dish + 1},
+                       {"index", i + 1},
+                       {"id", utf::FromWide(entry.id)},
+                       {"band", utf::FromWide(entry.band)},
+                       {"low", entry.low},
+                       {"high", entry.high},
+                       {"switch", entry.switchover},
+                       {"name", nullptr}});
+      if (satellite != nullptr) array.back()["name"] = utf::FromWide(satellite->name);
+      rows.push_back({std::to_string(dish + 1), std::to_string(i + 1), Printable(entry.id),
+                      Printable(entry.band), std::to_string(entry.low), std::to_string(entry.high),
+                      std::to_string(entry.switchover),
+                      satellite == nullptr ? "-" : Printable(satellite->name)});
+    }
+  }
+  options.json ? PrintJson(array) : PrintTable(rows);
+}
+
+/// Saves and, for JSON, prints what all dishes have then.
+void Save(Dishes dishes, const Options& options) {
+  const Dishes saved = SaveDishes(SatelliteLocation(options), std::move(dishes), PrintNote);
+  if (options.json) Print(saved, options);
+}
+
+DishSatellite MakeAssignment(const Catalogue& catalogue, const Options& options) {
+  DishSatellite entry;
+  entry.id = catalogue.FindSatellite(options.satellite).id;
+  const std::string_view band = BandName(*options.band);
+  entry.band = WideText(band.begin(), band.end());
+  if (options.lnb) {
+    const LnbType& lnb = catalogue.FindLnb(*options.lnb);
+    entry.low = lnb.low;
+    entry.high = lnb.high;
+    entry.switchover = lnb.switchover;
+  } else {
+    entry.low = *options.lowFrequency;
+    entry.high = options.highFrequency.value_or(entry.low);
+    entry.switchover = options.switchFrequency.value_or(0);
+  }
+  return entry;
+}
+
+}  // namespace
+
+void ListDishes(const Options& options) {
+  const Location location = SatelliteLocation(options);
+  const Dishes dishes = ReadDishes(location);
+  // What cannot be read looks like dishes without satellites.
+  if (dishes == Dishes()) RequireReadableSettings(location);
+  Print(dishes, options);
+}
+
+void AssignSatellite(const Options& options) {
+  const Location location = SatelliteLocation(options);
+  const DishSatellite entry = MakeAssignment(ReadCatalogue(location), options);
+  Dishes dishes = ReadDishes(location);
+  std::vector<DishSatellite>& dish = dishes[options.dish - 1];
+  // A satellite is on a dish once for every band: what was assigned before is changed.
+  const auto isOlder = [&entry](const DishSatellite& other) {
+    return other.id == entry.id && other.band == entry.band;
+  };
+  const auto first = std::find_if(dish.begin(), dish.end(), isOlder);
+  const auto index = static_cast<std::size_t>(first - dish.begin()) + 1;
+  if (first == dish.end()) {
+    dish.push_back(entry);
+  } else {
+    *first = entry;
+    dish.erase(std::remove_if(first + 1, dish.end(), isOlder), dish.end());
+  }
+  Save(std::move(dishes), options);
+  if (!options.json) std::cout << index << '\n';
+}
+
+void RemoveAssignment(const Options& options) {
+  Dishes dishes = ReadDishes(SatelliteLocation(options));
+  std::vector<DishSatellite>& dish = dishes[options.dish - 1];
+  const UINT index = options.indexes.front();
+  if (index == 0 || index > dish.size()) {
+    throw Failure{E_FAIL, "dish " + std::to_string(options.dish) + " has no satellite with index " +
+                              std::to_string(index)};
+  }
+  dish.erase(dish.begin() + static_cast<std::ptrdiff_t>(index) - 1);
+  Save(std::move(dishes), options);
+}
+
+void ClearDishes(const Options& options) { Save({}, options); }
+
+}  // namespace commands

@@ -1,0 +1,150 @@
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "kit/failure.h"
+#include "kit/satellites/catalogue.h"
+#include "kit/text/satellite_words.h"
+#include "kit/text/tuning_words.h"
+#include "tool/commands/commands.h"
+#include "tool/options/location.h"
+#include "tool/printing/output.h"
+
+using nlohmann::ordered_json;
+
+namespace commands {
+namespace {
+
+using station_blocks::Form;
+using Row = std::vector<std::string>;
+
+std::string AngleText(LONG tenths) {
+  if (tenths == -1) return "not set";
+  return (tenths < 0 ? "-" : "") + std::to_string(std::abs(tenths / 10)) + "." +
+         std::to_string(std::abs(tenths % 10));
+}
+
+/// Word of a value, its number where there is none.
+std::string WordText(Form form, std::int32_t value) {
+  const char* word = tuning_words::Text(form, value);
+  return word == nullptr ? std::to_string(value) : word;
+}
+
+ordered_json ToJson(const Satellite& satellite, std::size_t index) {
+  return {{"index", index},
+          {"id", utf::FromWide(satellite.id)},
+          {"name", utf::FromWide(satellite.name)},
+          {"position", PositionText(satellite.west, satellite.longitude)},
+          {"longitude", satellite.longitude},
+          {"west", satellite.west},
+          {"azimuth", satellite.azimuth},
+          {"elevation", satellite.elevation},
+          {"region", RegionName(satellite.region)},
+          {"division", satellite.division},
+          {"cBand", satellite.cBand.size()},
+          {"kuBand", satellite.kuBand.size()}};
+}
+
+Row ToRow(const Satellite& satellite, std::size_t index) {
+  return {std::to_string(index),
+          Printable(satellite.id),
+          PositionText(satellite.west, satellite.longitude),
+          RegionName(satellite.region),
+          DivisionName(satellite.division),
+          std::to_string(satellite.cBand.size()),
+          std::to_string(satellite.kuBand.size()),
+          Printable(satellite.name)};
+}
+
+bool IsAskedFor(const Satellite& satellite, const Options& options) {
+  return (!options.region || satellite.region == *options.region) &&
+         (!options.division || satellite.division == *options.division);
+}
+
+ordered_json ToJson(const Transponder& transponder, ESatFreqBand band, std::size_t index) {
+  return {{"band", BandName(band)},
+          {"index", index},
+          {"name", utf::FromWide(transponder.name)},
+          {"frequency", transponder.frequency},
+          {"polarisation", WordText(Form::Polarisation, transponder.polarisation)},
+          {"symbolRate", transponder.symbolRate},
+          {"innerFECRate", WordText(Form::FecRate, transponder.fecRate)},
+          {"modulation", WordText(Form::Modulation, transponder.modulation)},
+          {"spectralInversion", WordText(Form::SpectralInversion, transponder.inversion)}};
+}
+
+Row ToRow(const Transponder& transponder, ESatFreqBand band, std::size_t index) {
+  return {BandName(band),
+          std::to_string(index),
+          std::to_string(transponder.frequency),
+          WordText(Form::Polarisation, transponder.polarisation),
+          std::to_string(transponder.symbolRate),
+          WordText(Form::FecRate, transponder.fecRate),
+          WordText(Form::Modulation, transponder.modulation),
+          WordText(Form::SpectralInversion, transponder.inversion),
+          Printable(transponder.name)};
+}
+
+}  // namespace
+
+void ListSatellites(const Options& options) {
+  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  ordered_json array = ordered_json::array();
+  std::vector<Row> rows = {{"INDEX", "ID", "POSITION", "REGION", "DIVISION", "C", "KU", "NAME"}};
+  for (std::size_t i = 0; i < catalogue.satellites.size(); ++i) {
+    const Satellite& satellite = catalogue.satellites[i];
+    if (!IsAskedFor(satellite, options)) continue;
+    array.push_back(ToJson(satellite, i));
+    rows.push_back(ToRow(satellite, i));
+  }
+  options.json ? PrintJson(array) : PrintTable(rows);
+}
+
+void ShowSatellite(const Options& options) {
+  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  const Satellite& satellite = catalogue.FindSatellite(options.satellite);
+  const auto index = static_cast<std::size_t>(&satellite - catalogue.satellites.data());
+  if (options.json) return PrintJson(ordered_json::array({ToJson(satellite, index)}));
+  const Row values = ToRow(satellite, index);
+  const char* const names[] = {"index",    "id",     "position", "region",
+                               "division", "C-Band", "Ku-Band",  "name"};
+  std::vector<Row> rows;
+  for (std::size_t i = 0; i < values.size(); ++i) rows.push_back({names[i], values[i]});
+  rows.push_back({"azimuth", AngleText(satellite.azimuth)});
+  rows.push_back({"elevation", AngleText(satellite.elevation)});
+  PrintTable(rows);
+}
+
+void ListTransponders(const Options& options) {
+  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  const Satellite& satellite = catalogue.FindSatellite(options.satellite);
+  ordered_json array = ordered_json::array();
+  std::vector<Row> rows = {{"BAND", "INDEX", "FREQUENCY", "POLARISATION", "SYMBOL RATE", "FEC",
+                            "MODULATION", "INVERSION", "NAME"}};
+  for (const ESatFreqBand band : {SatFreqBand_CBand, SatFreqBand_KuBand}) {
+    if (options.band && *options.band != band) continue;
+    const std::vector<Transponder>& list =
+        band == SatFreqBand_CBand ? satellite.cBand : satellite.kuBand;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+      array.push_back(ToJson(list[i], band, i));
+      rows.push_back(ToRow(list[i], band, i));
+    }
+  }
+  options.json ? PrintJson(array) : PrintTable(rows);
+}
+
+void ListLnbs(const Options& options) {
+  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  ordered_json array = ordered_json::array();
+  std::vector<Row> rows = {{"LOW", "HIGH", "SWITCH", "TYPE"}};
+  for (const LnbType& lnb : catalogue.lnbs) {
+    array.push_back({{"type", utf::FromWide(lnb.type)},
+                     {"low", lnb.low},
+                     {"high", lnb.high},
+                     {"switch", lnb.switchover}});
+    rows.push_back({std::to_string(lnb.low), std::to_string(lnb.high),
+                    std::to_string(lnb.switchover), Printable(lnb.type)});
+  }
+  options.json ? PrintJson(array) : PrintTable(rows);
+}
+
+}  // namespace commands

@@ -1,0 +1,11 @@
+// What became of a folder of transponder tables, for the user.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "kit/satellites/catalogue_report.h"
+
+/// One line for every file, for every reason and for every kind of value, on standard error.
+void PrintWarnings(const CatalogueReport& report);
+/// Members leftOut and notHeld.
+void AddTo(nlohmann::ordered_json& object, const CatalogueReport& report);

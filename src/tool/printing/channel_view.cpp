@@ -1,0 +1,81 @@
+#include "tool/printing/channel_view.h"
+
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "kit/json/channel_json.h"
+#include "kit/text/signal_types.h"
+#include "tool/printing/output.h"
+
+using nlohmann::ordered_json;
+
+namespace channel_view {
+namespace {
+
+std::vector<std::string> ToRow(const Channel& channel) {
+  return {std::to_string(channel.index),     std::to_string(channel.number),
+          std::to_string(channel.frequency), std::to_string(channel.offset),
+          std::to_string(channel.tsid),      ServiceTypeName(channel.serviceType),
+          std::to_string(channel.favorite),  channel.lock ? "yes" : "no",
+          channel.scrambled ? "yes" : "no",  channel.mhp ? "yes" : "no",
+          Printable(channel.name),           Printable(channel.displayName)};
+}
+
+std::string Scalar(const ordered_json& value) {
+  if (!value.is_string()) return value.dump();
+  return Printable(*utf::ToWide(value.get_ref<const std::string&>()));
+}
+
+void AddLine(const std::string& name, const ordered_json& value, std::string& text) {
+  text += name + "=" + Scalar(value) + "\n";
+}
+
+/// Attributes of a block, one line for every one and for every list entry, in the form that --set
+/// takes.
+std::string BlockText(const ordered_json& block) {
+  std::string text;
+  for (const auto& [name, value] : block.items()) {
+    if (value.is_object()) {
+      for (const auto& [inner, member] : value.items()) AddLine(inner, member, text);
+    } else if (value.is_array()) {
+      for (std::size_t i = 0; i < value.size(); ++i) {
+        const std::string entry = name + "[" + std::to_string(i + 1) + "].";
+        for (const auto& [inner, member] : value[i].items()) AddLine(entry + inner, member, text);
+      }
+    } else {
+      AddLine(name, value, text);
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+void Print(const std::vector<Channel>& channels, bool json) {
+  if (json) {
+    ordered_json array = ordered_json::array();
+    for (const Channel& channel : channels) array.push_back(channel_json::Summary(channel));
+    return PrintJson(array);
+  }
+  std::vector<std::vector<std::string>> rows = {{"INDEX", "NUMBER", "FREQUENCY", "OFFSET", "TSID",
+                                                 "SERVICE", "FAVORITE", "LOCK", "SCRAMBLED", "MHP",
+                                                 "NAME", "DISPLAY NAME"}};
+  for (const Channel& channel : channels) rows.push_back(ToRow(channel));
+  PrintTable(rows);
+}
+
+void PrintWhole(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
+                bool json) {
+  if (json) {
+    return PrintJson(ordered_json::array({channel_json::Whole(channel, signal, narrow)}));
+  }
+  const std::vector<std::string> values = ToRow(channel);
+  const char* const names[] = {"index",    "number", "frequency", "offset", "tsid", "service",
+                               "favorite", "lock",   "scrambled", "mhp",    "name", "display name"};
+  std::vector<std::vector<std::string>> rows;
+  for (std::size_t i = 0; i < values.size(); ++i) rows.push_back({names[i], values[i]});
+  PrintTable(rows);
+  std::cout << BlockText(channel_json::Block(channel, signal, narrow));
+}
+
+}  // namespace channel_view

@@ -1,0 +1,20 @@
+// What the commands print.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "kit/text/printable.h"
+
+/// Rows under a head line. Columns are padded to the same number of characters, but for the last
+/// one.
+void PrintTable(const std::vector<std::vector<std::string>>& rows);
+
+void PrintJson(const nlohmann::ordered_json& value);
+
+/// A note on standard error.
+void PrintNote(const std::string& note);
+
+/// Raises a Failure when what was printed did not reach its target.
+void FinishOutput();
