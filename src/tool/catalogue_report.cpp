@@ -22,6 +22,11 @@ void CatalogueReport::LeaveOutEntry(const std::string& file, std::size_t line,
   m_entries.push_back({Printable(file), line, reason});
 }
 
+void CatalogueReport::TwoPositions(const std::string& file, const std::string& name,
+                                   const std::string& header) {
+  m_positions.push_back({Printable(file), name, header});
+}
+
 void CatalogueReport::PrintWarnings() const {
   for (const LeftOut& file : m_files) {
     std::cerr << kPrefix << "left out " << file.file << ": " << Printable(file.reason) << '\n';
@@ -33,6 +38,10 @@ void CatalogueReport::PrintWarnings() const {
               << (entries.size() == 1 ? " transponder: " : " transponders: ") << Printable(reason)
               << " (" << (entries.size() == 1 ? "" : "first at ") << entries.front()->file
               << " line " << entries.front()->line << ")\n";
+  }
+  for (const Positions& positions : m_positions) {
+    std::cerr << kPrefix << positions.file << " is taken to be at " << positions.name
+              << ", as its name says; its header says " << positions.header << '\n';
   }
   for (const auto& [what, count] : m_notHeld) {
     std::cerr << kPrefix << "the catalogue does not hold " << Printable(what) << ": " << count
@@ -49,10 +58,16 @@ void CatalogueReport::AddTo(ordered_json& object) const {
   for (const LeftOut& entry : m_entries) {
     entries.push_back({{"file", entry.file}, {"line", entry.line}, {"reason", entry.reason}});
   }
+  ordered_json twoPositions = ordered_json::array();
+  for (const Positions& positions : m_positions) {
+    twoPositions.push_back(
+        {{"file", positions.file}, {"name", positions.name}, {"header", positions.header}});
+  }
   ordered_json notHeld = ordered_json::array();
   for (const auto& [what, count] : m_notHeld) {
     notHeld.push_back({{"value", what}, {"count", count}});
   }
   object["leftOut"] = {{"files", std::move(files)}, {"transponders", std::move(entries)}};
+  object["twoPositions"] = std::move(twoPositions);
   object["notHeld"] = std::move(notHeld);
 }
