@@ -17,6 +17,7 @@ std::string Printable(std::string_view utf8);
 /// one.
 void PrintTable(const std::vector<std::vector<std::string>>& rows);
 
+/// Control characters are escaped, all of them.
 void PrintJson(const nlohmann::ordered_json& value);
 
 /// Raises a Failure when what was printed did not reach its target.

@@ -78,8 +78,8 @@ bool NoteSelection(const Location& location, const Presets& presets, LONG area, 
     preset_note::Write(location, presets, area, subArea);
     return true;
   } catch (const Failure& failure) {
-    std::cerr << "tunedex: the selection is not noted in PreSetChannelInfo.xml: " << failure.message
-              << '\n';
+    std::cerr << "tunedex: the selection is not noted in PreSetChannelInfo.xml: "
+              << Printable(failure.message) << '\n';
     return false;
   }
 }
