@@ -67,7 +67,8 @@ void RunCommand(const Options& options) {
 }
 
 int Fail(const std::string& command, HRESULT hr, const std::string& message) {
-  std::cerr << "tunedex: " << command << ": " << ResultText(hr) << ": " << message << '\n';
+  std::cerr << "tunedex: " << command << ": " << ResultText(hr) << ": " << Printable(message)
+            << '\n';
   return 1;
 }
 
@@ -80,7 +81,7 @@ int Run(const std::vector<std::string>& arguments) {
     RunCommand(*options);
     return 0;
   } catch (const InvalidArgument& error) {
-    std::cerr << "tunedex: " << error.what() << "\nTry 'tunedex --help'.\n";
+    std::cerr << "tunedex: " << Printable(error.what()) << "\nTry 'tunedex --help'.\n";
     return 2;
   } catch (const Failure& failure) {
     return Fail(command, failure.Result(), failure.what());

@@ -29,8 +29,8 @@ static_assert(station_blocks::kDvbs.lists.count <= kMostLists &&
               station_blocks::kAtsc.lists.count <= kMostLists &&
               station_blocks::kDvbh.lists.count <= kMostLists);
 
-// Longest narrow text that the writer puts into base64, its terminator included.
-constexpr std::size_t kEncodedSize = Base64EncodedSize(kTextSize);
+// The longest text in base64, with room for a line break in every group and for the terminator.
+constexpr std::size_t kEncodedSize = Base64EncodedSize(kTextSize) * 3 / 2;
 
 // The text of an attribute as narrow text; empty where it is missing.
 struct NarrowText {
@@ -46,42 +46,47 @@ struct NarrowText {
     char encoded[kEncodedSize] = {};
     element.GetNarrow(field.attribute, encoded, sizeof(encoded));
     Base64Decode(encoded, static_cast<LONG>(std::strlen(encoded)), reinterpret_cast<BYTE*>(text));
+    text[text::CutLength(text, kTextSize - 1)] = '\0';
   }
 };
 
 // A word becomes its number; a word that is not known leaves the field at zero.
 template <typename T>
-void ReadWord(std::string_view word, HRESULT (*parse)(std::string_view, T*), BYTE* place) {
+void ReadWord(const dom::Element& element, const Field& field,
+              HRESULT (*parse)(std::string_view, T*), BYTE* place) {
+  NarrowText word;
+  word.Read(element, field);
   T value{};
-  if (parse(word, &value) == S_OK) {
+  if (parse(word.text, &value) == S_OK) {
     station_blocks::Store(place, sizeof(value), static_cast<std::uint32_t>(value));
   }
 }
 
-void ReadBlockField(const dom::Element& element, const Field& field, BYTE* base) {
-  BYTE* place = base + field.offset;
-  if (field.form == Form::Number || field.form == Form::Language) {
-    const auto bits = static_cast<std::uint32_t>(AttrInt(element, field.attribute));
-    if (field.form == Form::Language) {
-      station_blocks::StoreLanguage(place, bits);
-    } else {
-      station_blocks::Store(place, field.width, bits);
-    }
-    return;
-  }
+void ReadText(const dom::Element& element, const Field& field, BYTE* place) {
   NarrowText value;
   value.Read(element, field);
+  text::CopyCut(value.text, reinterpret_cast<char*>(place), field.width);
+}
+
+void ReadBlockField(const dom::Element& element, const Field& field, BYTE* base) {
+  BYTE* place = base + field.offset;
+  const auto number = [&] { return static_cast<std::uint32_t>(AttrInt(element, field.attribute)); };
   switch (field.form) {
+    case Form::Number:
+      return station_blocks::Store(place, field.width, number());
+    case Form::Language:
+      return station_blocks::StoreLanguage(place, number());
+    case Form::Text:
+    case Form::Base64:
+      return ReadText(element, field, place);
     case Form::Polarisation:
-      return ReadWord(value.text, tuning_texts::PolarisationFromNarrow, place);
+      return ReadWord(element, field, tuning_texts::PolarisationFromNarrow, place);
     case Form::FecRate:
-      return ReadWord(value.text, tuning_texts::FecRateFromNarrow, place);
+      return ReadWord(element, field, tuning_texts::FecRateFromNarrow, place);
     case Form::Modulation:
-      return ReadWord(value.text, tuning_texts::ModulationFromNarrow, place);
+      return ReadWord(element, field, tuning_texts::ModulationFromNarrow, place);
     case Form::SpectralInversion:
-      return ReadWord(value.text, tuning_texts::SpectralInversionFromNarrow, place);
-    default:
-      text::CopyCut(value.text, reinterpret_cast<char*>(place), field.width);
+      return ReadWord(element, field, tuning_texts::SpectralInversionFromNarrow, place);
   }
 }
 
@@ -109,7 +114,9 @@ void ReadRecordNumber(const Field& field, LONG number, IChannelInfo* channelInfo
     case Source::TransportStream:
       station.lTSID = number;
       break;
-    default:
+    case Source::Block:
+    case Source::Name:
+    case Source::DisplayName:
       break;
   }
 }

@@ -80,41 +80,46 @@ HRESULT WriteWord(const dom::Element& element, const char* attribute, const char
   return element.SetNarrow(attribute, word != nullptr ? word : "");
 }
 
+HRESULT WriteBase64(const dom::Element& element, const char* attribute, std::string_view narrow) {
+  const std::size_t length = text::CutLength(narrow, kTextSize - 1);
+  char encoded[Base64EncodedSize(kTextSize)] = {};
+  Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(length), encoded);
+  return element.SetNarrow(attribute, encoded);
+}
+
 HRESULT WriteBlockField(const dom::Element& element, const Field& field, const BYTE* base) {
   const BYTE* place = base + field.offset;
-  if (field.form == Form::Text) {
-    return element.SetNarrow(field.attribute, BlockText(place, field.width));
-  }
-  if (field.form == Form::Language) {
-    return SetAttr(element, field.attribute,
-                   static_cast<LONG>(station_blocks::FetchLanguage(place)));
-  }
-  const auto number = static_cast<LONG>(station_blocks::Fetch(place, field.width));
+  const auto number = [&] { return static_cast<LONG>(station_blocks::Fetch(place, field.width)); };
   switch (field.form) {
+    case Form::Number:
+      return SetAttr(element, field.attribute, number());
+    case Form::Language:
+      return SetAttr(element, field.attribute,
+                     static_cast<LONG>(station_blocks::FetchLanguage(place)));
+    case Form::Text:
+      return element.SetNarrow(field.attribute, BlockText(place, field.width));
+    case Form::Base64:
+      return WriteBase64(element, field.attribute, BlockText(place, field.width));
     case Form::Polarisation:
       return WriteWord(element, field.attribute,
-                       tuning_texts::PolarisationWord(static_cast<Polarisation>(number)));
+                       tuning_texts::PolarisationWord(static_cast<Polarisation>(number())));
     case Form::FecRate:
       return WriteWord(element, field.attribute,
-                       tuning_texts::FecRateWord(static_cast<BinaryConvolutionCodeRate>(number)));
+                       tuning_texts::FecRateWord(static_cast<BinaryConvolutionCodeRate>(number())));
     case Form::Modulation:
       return WriteWord(element, field.attribute,
-                       tuning_texts::ModulationWord(static_cast<ModulationType>(number)));
+                       tuning_texts::ModulationWord(static_cast<ModulationType>(number())));
     case Form::SpectralInversion:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::SpectralInversionWord(static_cast<SpectralInversion>(number)));
-    default:
-      return SetAttr(element, field.attribute, number);
+      return WriteWord(
+          element, field.attribute,
+          tuning_texts::SpectralInversionWord(static_cast<SpectralInversion>(number())));
   }
+  return E_UNEXPECTED;
 }
 
 HRESULT WriteName(const dom::Element& channel, const Field& field, const Bstr& name) {
   if (field.form != Form::Base64) return SetAttr(channel, field.attribute, name.Get());
-  const std::string narrow = text::ToNarrow(name.View());
-  const std::size_t length = text::CutLength(narrow, kTextSize - 1);
-  char encoded[Base64EncodedSize(kTextSize)] = {};
-  Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(length), encoded);
-  return channel.SetNarrow(field.attribute, encoded);
+  return WriteBase64(channel, field.attribute, text::ToNarrow(name.View()));
 }
 
 HRESULT WriteChannelField(const dom::Element& channel, const Field& field,

@@ -308,6 +308,31 @@ TEST(CatalogueBuild, ReportsInWords) {
             outcome.err);
 }
 
+TEST(CatalogueBuild, ReportsPositionsThatDiffer) {
+  const std::string head = "# Channel table for ST-1 at ";
+  const TableFolder folder({{"ST1_C-80.0E", head + "88.0E\n" + Section()},
+                            {"Same-88.0E", head + "88.04E\n" + Section()},
+                            {"Side-5.0W", head + "5E\n" + Section()},
+                            {"Used-1.0E", Section()},
+                            {"Header", head + "3E\n" + Section()},
+                            {"Empty-2.0E", head + "3E\n[A]\nFREQUENCY=1\n"}});
+  const Outcome outcome = folder.Build();
+  ExpectStatus(0, outcome);
+  const std::string prefix = "tunedex: catalogue build: ";
+  const auto line = [&prefix](const char* file, const char* name, const char* header) {
+    return prefix + file + " is taken to be at " + name + ", as its name says; its header says " +
+           header + "\n";
+  };
+  EXPECT_EQ(1U, CountOf(line("ST1_C-80.0E", "80.0E", "88.0E"), outcome.err)) << outcome.err;
+  EXPECT_EQ(1U, CountOf(line("Side-5.0W", "5.0W", "5.0E"), outcome.err)) << outcome.err;
+  EXPECT_EQ(2U, CountOf("its header says", outcome.err)) << outcome.err;
+  const ordered_json expected =
+      ordered_json::array({{{"file", "ST1_C-80.0E"}, {"name", "80.0E"}, {"header", "88.0E"}},
+                           {{"file", "Side-5.0W"}, {"name", "5.0W"}, {"header", "5.0E"}}});
+  EXPECT_EQ(expected, folder.Report()["twoPositions"]);
+  EXPECT_EQ(800, folder.Ask({"satellites", "show", "ST1_C-80.0E"})[0]["longitude"]);
+}
+
 TEST(CatalogueBuild, ReplacesAFileOnlyWhenAsked) {
   const TableFolder folder({{"Sat-1.0E", Section()}});
   folder.Home().Write("SatelliteInfo.xml", "mine");

@@ -246,6 +246,60 @@ TEST(Dishes, TextsThatWouldNotComeBackAreNotTouched) {
                 home.Assign("2", "A"));
 }
 
+TEST(Dishes, NumbersThatWouldNotComeBackAreNotTouched) {
+  const auto dishes = [](const std::string& low) {
+    return "<DISH_1><SAT id='A' band='Ku-Band' LNB_Low='1' LNB_High='2' LNB_Switch='" + low +
+           "'/></DISH_1><DISH_2>" + kHotbird + kAstra + "</DISH_2><DISH_3/><DISH_4/>";
+  };
+  for (const std::string number : {"9750000.5", "10 600 000", "5000000000", "-2147483649", "0x10",
+                                   "9,75", "x", "-", "+-1", "--1", "1-1"}) {
+    const Home home(dishes(number));
+    const FilesUnchanged unchanged(home.Files());
+    const std::string message = ": E_INVALIDARG (0x80070057): LNB_Switch of an assignment is '" +
+                                number + "', which is no number of 32 bits";
+    ExpectRefused(1, "dishes assign" + message, home.Assign("3", "A"));
+    ExpectRefused(1, "dishes remove" + message, home.Run({"dishes", "remove", "2", "1"}));
+  }
+  const std::pair<const char*, const char*> numbers[] = {
+      {"4294967295", "4294967295"}, {"-1", "4294967295"}, {"-2147483648", "2147483648"},
+      {"007", "7"},                 {" +7 ", "7"},        {"", "0"},
+  };
+  for (const auto& [written, kept] : numbers) {
+    const Home home(dishes(written));
+    ExpectStatus(0, home.Run({"dishes", "remove", "2", "1"}));
+    EXPECT_EQ((Texts{std::string("1.1 A Ku-Band 1/2/") + kept,
+                     "2.1 A Ku-Band 9750000/10600000/11700000"}),
+              home.List());
+  }
+}
+
+TEST(Dishes, WhatStandsInAnAssignmentIsNotTouched) {
+  const auto dishes = [](const std::string& content) {
+    return "<DISH_1><SAT id='A' band='Ku-Band' LNB_Low='1' LNB_High='2' LNB_Switch='3'>" + content +
+           "</SAT></DISH_1><DISH_2>" + kHotbird + kAstra + "</DISH_2><DISH_3/><DISH_4/>";
+  };
+  for (const char* content : {"<Motor/>", "<Motor>1</Motor>", "north", "<!-- north -->",
+                              "<![CDATA[north]]>", "\n<?north?>\n"}) {
+    const Home home(dishes(content));
+    const FilesUnchanged unchanged(home.Files());
+    const std::string message =
+        ": E_INVALIDARG (0x80070057): an assignment holds elements, text or comments of its own";
+    ExpectRefused(1, "dishes assign" + message, home.Assign("3", "A"));
+    ExpectRefused(1, "dishes remove" + message, home.Run({"dishes", "remove", "2", "1"}));
+  }
+  const Home home(dishes("\n\t"));
+  ExpectStatus(0, home.Run({"dishes", "remove", "2", "1"}));
+  EXPECT_EQ(2U, home.List().size());
+}
+
+TEST(Dishes, AreClearedWhateverTheyHold) {
+  const Home home("<DISH_1><SAT id='" + std::string(300, 'y') +
+                  "' LNB_Low='1.5'><Motor/></SAT></DISH_1><DISH_2/><DISH_3/><DISH_4/>");
+  ExpectStatus(0, home.Run({"dishes", "clear"}));
+  EXPECT_EQ(Texts{}, home.List());
+  EXPECT_EQ(0U, home.Elements());
+}
+
 TEST(Dishes, AssignmentsThatNobodyKnowsStay) {
   const Home home("<DISH_1><SAT id='gone' LNB_Low='1'/></DISH_1><DISH_2/><DISH_3/><DISH_4/>");
   // A missing band reads as the id, and a missing number as 0.

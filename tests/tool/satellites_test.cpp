@@ -54,6 +54,25 @@ std::vector<std::string> Ids(const ordered_json& list) {
   return ids;
 }
 
+TEST(Satellites, ControlCharactersReachNoTerminal) {
+  const CatalogueHome home(
+      CatalogueFile(Satellite("A&#10;B&#127;[31m&#9;", "name='n&#13;&#127;' index='0'")));
+  ExpectRefused(1,
+                "satellites show: E_FAIL (0x80004005): the catalogue has no satellite 'B'; it has "
+                "A\\x0AB\\x7F[31m\\x09",
+                home.Run({"satellites", "show", "B"}));
+  ExpectRefused(1,
+                "satellites show: E_FAIL (0x80004005): the catalogue has no satellite 'x\\x7F'; it "
+                "has A\\x0AB\\x7F[31m\\x09",
+                home.Run({"satellites", "show", "x\x7F"}));
+  ExpectRefused(2, "--region: 'a\\x7F' is not known",
+                home.Run({"satellites", "list", "--region", "a\x7F"}));
+  EXPECT_EQ(1U, CountOf("A\\x0AB\\x7F[31m\\x09", home.Run({"satellites", "list"}).out));
+  const Outcome json = home.Run({"satellites", "list", "--json"});
+  EXPECT_EQ(1U, CountOf("\"A\\nB\\u007f[31m\\t\"", json.out)) << json.out;
+  EXPECT_EQ("n\r\x7F", json.Json()[0]["name"]);
+}
+
 TEST(Satellites, AreListed) {
   const CatalogueHome home(CatalogueFile(Four()));
   ExpectPrints("satellites.txt", home.Run({"satellites", "list"}));

@@ -414,7 +414,15 @@ TEST(ChannelReader, OneSegmentNamesAreCut) {
   // More than the writer ever puts there is cut, not refused.
   const ReadBack longer = OneSeg(Encoded(std::string(5000, 'x')), Encoded(std::string(5000, 'x')));
   EXPECT_EQ(std::string(79, 'x'), longer.Text(608, 80));
-  EXPECT_EQ(261U, SysStringLen(longer.record.displayName.Get()));
+  EXPECT_EQ(259U, SysStringLen(longer.record.displayName.Get()));
+  // Line breaks are no part of the text.
+  std::string broken = Encoded(std::string(259, 'x'));
+  for (std::size_t at = 4; at < broken.size(); at += 6) broken.insert(at, "\r\n");
+  for (std::size_t at = broken.find('\r'); at != std::string::npos; at = broken.find('\r')) {
+    broken.replace(at, 2, "&#13;&#10;");
+  }
+  const ReadBack lines = OneSeg("", broken);
+  ExpectText(Wide(std::string(259, 'x')).View(), lines.record.displayName.Get());
 }
 
 TEST(ChannelReader, OneSegmentNamesThatAreNoBase64) {

@@ -107,7 +107,11 @@ Tag TakeTag(std::string_view& rest) {
   tag.name = TakeUpTo(rest, " \t\r\n/>");
   while (TakeAttribute(rest, tag)) {
   }
+  const bool isEmpty = tag.closing || rest.starts_with('/');
   SkipPast(rest, ">");
+  std::string_view behind = rest;
+  SkipBlanks(behind);
+  tag.hasContent = !isEmpty && !behind.starts_with("</");
   return tag;
 }
 

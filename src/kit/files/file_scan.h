@@ -21,6 +21,7 @@ struct Tag {
   std::string_view name;
   std::vector<Attribute> attributes;
   bool closing = false;
+  bool hasContent = false;  ///< more than white space stands between it and its closing tag
 
   /// Null when there is none.
   const std::string* Find(std::string_view attribute) const;

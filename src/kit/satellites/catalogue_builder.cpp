@@ -85,12 +85,17 @@ std::vector<Satellite> CatalogueBuilder::Satellites() {
 void CatalogueBuilder::TakeFile(const fs::path& path) {
   const std::string file = NameOf(path);
   const Table table = catalogue_table::Read(ReadFile(path));
-  Satellite satellite = MakeSatellite(file, catalogue_table::ParseFileName(file), table);
+  const FileName name = catalogue_table::ParseFileName(file);
+  Satellite satellite = MakeSatellite(file, name, table);
   TakeEntries(file, table, satellite);
   if (satellite.cBand.empty() && satellite.kuBand.empty()) {
     throw Malformed{"none of its transponders can be used"};
   }
   m_ids.insert(satellite.id);
+  if (name.position && table.position && name.position->longitude != table.position->longitude) {
+    m_report.TwoPositions(file, PositionText(false, name.position->longitude),
+                          PositionText(false, table.position->longitude));
+  }
   if (satellite.longitude < 0) {
     m_report.NotHeld("the side of positions in the west (written as a negative pos)");
   }

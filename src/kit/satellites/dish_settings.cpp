@@ -9,6 +9,7 @@
 #include "kit/files/unreadable_watch.h"
 #include "kit/model/narrow_text.h"
 #include "kit/saving/stored_form.h"
+#include "kit/text/ascii.h"
 
 namespace fs = std::filesystem;
 
@@ -82,8 +83,39 @@ void RequireText(const NarrowText& narrow, const char* attribute, WideView text)
   RequireWritable(text, false, name);
 }
 
-/// What was loaded may be less than what the file holds: texts come cut and through the code page.
-void RequireTexts(const Location& location, const Dishes& dishes) {
+/// Reading stops at what is no digit, and wraps.
+void RequireNumber(const char* attribute, std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const std::size_t first = std::min(text.find_first_not_of(kBlanks), text.size());
+  const std::string_view number = text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  if (number.empty()) return;
+  const bool isPositive = number.starts_with('+');
+  const std::string_view digits = number.substr(isPositive || number.starts_with('-') ? 1 : 0);
+  const bool isDecimal = digits.find_first_not_of("0123456789") == std::string_view::npos;
+  if (isDecimal && ParseNumber(isPositive ? digits : number, INT32_MIN, UINT32_MAX)) return;
+  throw Failure{E_INVALIDARG, std::string(attribute) + " of an assignment is '" +
+                                  std::string(text) + "', which is no number of 32 bits"};
+}
+
+/// What was loaded may be less than what the element holds: texts come cut and through the code
+/// page, numbers up to the first other character, and what is inside does not come at all.
+void RequireWhole(const NarrowText& narrow, const file_scan::Tag& assignment) {
+  for (const char* attribute : {"id", "band"}) {
+    const std::string* value = assignment.Find(attribute);
+    const std::optional<WideText> wide = utf::ToWide(value == nullptr ? "" : *value);
+    if (wide) RequireText(narrow, attribute, *wide);
+  }
+  for (const char* attribute : {"LNB_Low", "LNB_High", "LNB_Switch"}) {
+    const std::string* value = assignment.Find(attribute);
+    if (value != nullptr) RequireNumber(attribute, *value);
+  }
+  if (assignment.hasContent) {
+    throw Failure{E_INVALIDARG, "an assignment holds elements, text or comments of its own"};
+  }
+}
+
+/// Raises a Failure when an assignment would not be what it was after all are written afresh.
+void RequireKept(const Location& location, const Dishes& dishes) {
   const Database database(location);
   const NarrowText narrow(database);
   for (const std::vector<DishSatellite>& dish : dishes) {
@@ -93,13 +125,10 @@ void RequireTexts(const Location& location, const Dishes& dishes) {
     }
   }
   const std::string xml = file_scan::ReadWhole(file_scan::FileIn(location.directory, kFile));
+  // Where nothing is left nothing has to come back.
+  if (dishes == Dishes()) return;
   file_scan::ForEachTag(xml, [&narrow](const file_scan::Tag& tag) {
-    if (tag.name != "SAT") return;
-    for (const char* attribute : {"id", "band"}) {
-      const std::string* value = tag.Find(attribute);
-      const std::optional<WideText> wide = utf::ToWide(value == nullptr ? "" : *value);
-      if (wide) RequireText(narrow, attribute, *wide);
-    }
+    if (tag.name == "SAT") RequireWhole(narrow, tag);
   });
 }
 
@@ -160,7 +189,7 @@ void RequireReadableSettings(const Location& location) {
 }
 
 Dishes SaveDishes(const Location& location, Dishes meant, const TakeNote& note) {
-  RequireTexts(location, meant);
+  RequireKept(location, meant);
   DropRepeated(meant, note);
   Rehearse(location, meant);
   const UnreadableWatch watch(location.directory, kFile);

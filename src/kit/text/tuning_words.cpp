@@ -52,9 +52,13 @@ std::span<const Word> Of(Form form) {
       return kModulations;
     case Form::SpectralInversion:
       return kInversions;
-    default:
-      return {};
+    case Form::Number:
+    case Form::Text:
+    case Form::Base64:
+    case Form::Language:
+      break;
   }
+  return {};
 }
 
 std::optional<std::int32_t> Value(Form form, std::string_view text) {

@@ -1,5 +1,8 @@
 #include "platform/linux/dom_tree_builder.h"
 
+#include "platform/linux/dom_namespaces.h"
+#include "platform/linux/dom_start_tag.h"
+
 namespace domtree {
 namespace {
 
@@ -87,17 +90,40 @@ void TreeBuilder::StartElement(const xmlChar* local, const xmlChar* prefix, int 
   Node& element =
       m_store.NewNode(Kind::Element, NameOf(local, prefix), static_cast<std::size_t>(count));
   AddChild(element);
-  static const xmlChar* const kXmlns = reinterpret_cast<const xmlChar*>("xmlns");
-  for (int i = 0; i < namespaceCount; ++i, namespaces += 2) {
-    const xmlChar* declared = namespaces[0];
-    m_store.Append(element, declared ? NameOf(declared, kXmlns) : NameOf(kXmlns, nullptr),
-                   ViewOf(namespaces[1]));
-  }
-  for (int i = 0; i < attributeCount; ++i, attributes += 5) {
-    const auto length = static_cast<std::size_t>(attributes[4] - attributes[3]);
-    m_store.Append(element, NameOf(attributes[0], attributes[1]), ViewOf(attributes[3], length));
-  }
   m_current = &element;
+  const xmlChar** const namespacesEnd = namespaces + 2 * namespaceCount;
+  const xmlChar** const attributesEnd = attributes + 5 * attributeCount;
+  // The parser tells both in their order, but not how they stood among each other.
+  StartTag tag(namespaceCount > 0 ? CurrentTag() : std::string_view());
+  while (namespaces != namespacesEnd && attributes != attributesEnd) {
+    const std::string_view name = tag.NextName();
+    if (name == "xmlns:xml") continue;  // always in force: not among them
+    IsNamespaceDeclaration(name) ? TakeDeclaration(namespaces) : TakeAttribute(attributes);
+  }
+  while (namespaces != namespacesEnd) TakeDeclaration(namespaces);
+  while (attributes != attributesEnd) TakeAttribute(attributes);
+}
+
+std::string_view TreeBuilder::CurrentTag() const {
+  const xmlParserInput& input = *m_parser->input;
+  const std::string_view parsed =
+      ViewOf(input.base, static_cast<std::size_t>(input.cur - input.base));
+  // No value holds another one as it is.
+  const std::size_t start = parsed.rfind('<');
+  return start == std::string_view::npos ? std::string_view() : parsed.substr(start);
+}
+
+void TreeBuilder::TakeDeclaration(const xmlChar**& next) {
+  static const xmlChar* const kXmlns = reinterpret_cast<const xmlChar*>("xmlns");
+  const NameId name = next[0] ? NameOf(next[0], kXmlns) : NameOf(kXmlns, nullptr);
+  m_store.Append(*m_current, name, ViewOf(next[1]));
+  next += 2;
+}
+
+void TreeBuilder::TakeAttribute(const xmlChar**& next) {
+  const auto length = static_cast<std::size_t>(next[4] - next[3]);
+  m_store.Append(*m_current, NameOf(next[0], next[1]), ViewOf(next[3], length));
+  next += 5;
 }
 
 void TreeBuilder::EndElement() {

@@ -35,6 +35,11 @@ class TreeBuilder {
 
   void StartElement(const xmlChar* local, const xmlChar* prefix, int namespaceCount,
                     const xmlChar** namespaces, int attributeCount, const xmlChar** attributes);
+  /// The bytes of the start tag that the parser reports, up to the end of its last attribute.
+  std::string_view CurrentTag() const;
+  /// Both give the current element what stands at `next`, which moves on.
+  void TakeDeclaration(const xmlChar**& next);
+  void TakeAttribute(const xmlChar**& next);
   void EndElement();
   void AddText(std::string_view text) { m_text += text; }
   void AddLeaf(Kind kind, NameId target, std::string_view text);

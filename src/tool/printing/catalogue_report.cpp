@@ -28,6 +28,10 @@ void PrintWarnings(const CatalogueReport& report) {
               << " (" << (entries.size() == 1 ? "" : "first at ")
               << Printable(entries.front()->file) << " line " << entries.front()->line << ")\n";
   }
+  for (const CatalogueReport::Positions& positions : report.twoPositions) {
+    std::cerr << kPrefix << Printable(positions.file) << " is taken to be at " << positions.name
+              << ", as its name says; its header says " << positions.header << '\n';
+  }
   for (const auto& [what, count] : report.notHeld) {
     std::cerr << kPrefix << "the catalogue does not hold " << Printable(what) << ": " << count
               << '\n';
@@ -44,10 +48,17 @@ void AddTo(ordered_json& object, const CatalogueReport& report) {
     entries.push_back(
         {{"file", Printable(entry.file)}, {"line", entry.line}, {"reason", entry.reason}});
   }
+  ordered_json twoPositions = ordered_json::array();
+  for (const CatalogueReport::Positions& positions : report.twoPositions) {
+    twoPositions.push_back({{"file", Printable(positions.file)},
+                            {"name", positions.name},
+                            {"header", positions.header}});
+  }
   ordered_json notHeld = ordered_json::array();
   for (const auto& [what, count] : report.notHeld) {
     notHeld.push_back({{"value", what}, {"count", count}});
   }
   object["leftOut"] = {{"files", std::move(files)}, {"transponders", std::move(entries)}};
+  object["twoPositions"] = std::move(twoPositions);
   object["notHeld"] = std::move(notHeld);
 }

@@ -7,5 +7,5 @@
 
 /// One line for every file, for every reason and for every kind of value, on standard error.
 void PrintWarnings(const CatalogueReport& report);
-/// Members leftOut and notHeld.
+/// Members leftOut, twoPositions and notHeld.
 void AddTo(nlohmann::ordered_json& object, const CatalogueReport& report);

@@ -35,9 +35,28 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
   std::cout << text;
 }
 
-void PrintJson(const nlohmann::ordered_json& value) { std::cout << value.dump(2) << '\n'; }
+void PrintJson(const nlohmann::ordered_json& value) {
+  const std::string json = value.dump(2);
+  std::string text;
+  for (std::string_view rest = json; !rest.empty();) {
+    const std::size_t size = rest.front() == '\xC2' ? 2 : 1;
+    const auto last = static_cast<unsigned char>(rest[size - 1]);
+    // The library's own escaping ends at U+001F.
+    if (last == 0x7F || (size == 2 && last < 0xA0)) {
+      char code[8];
+      std::snprintf(code, sizeof(code), "\\u%04x", static_cast<unsigned>(last));
+      text += code;
+    } else {
+      text += rest.substr(0, size);
+    }
+    rest.remove_prefix(size);
+  }
+  std::cout << text << '\n';
+}
 
-void PrintNote(const std::string& note) { std::cerr << "tunedex: " << note << '\n'; }
+void PrintNote(const std::string& note) {
+  std::cerr << "tunedex: " << Printable(note) << '\n';
+}
 
 void FinishOutput() {
   if (!std::cout.flush()) throw Failure{E_FAIL, "the output could not be written"};

@@ -11,6 +11,7 @@
 /// one.
 void PrintTable(const std::vector<std::vector<std::string>>& rows);
 
+/// Control characters are escaped, all of them.
 void PrintJson(const nlohmann::ordered_json& value);
 
 /// A note on standard error.

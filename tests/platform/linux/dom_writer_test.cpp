@@ -150,6 +150,31 @@ TEST(DomWriter, RefusesPrefixesThatAreNotDeclared) {
   }
 }
 
+TEST(DomWriter, KeepsDeclarationsAmongTheOtherAttributes) {
+  const char* const documents[] = {
+      "<a b=\"1\" xmlns=\"urn:d\" c=\"2\" xmlns:p=\"urn:p\" p:d=\"3\"/>",
+      "<p:a p:b=\"1\" xmlns:p=\"urn:p\" c=\"xmlns='x' &lt;b xmlns:q=&quot;y&quot;>\"/>",
+      "<a xmlns:p=\"u\" b=\"1\"/>",
+      "<a b=\"1\" xmlns:p=\"u\"/>",
+      "<a b=\"1\"><c d=\"2\" xmlns=\"u\" e=\"3\"/><f xmlnsx=\"4\" xmlns:g=\"v\"/></a>",
+      "<\xC3\xA4 \xC3\xB6=\"1\" xmlns:\xC3\xBC=\"u\" \xC3\xBC:a=\"2\"/>",
+  };
+  for (const char* document : documents) {
+    EXPECT_EQ(std::string(document) + "\r\n", Rewritten(document));
+  }
+  // However the tag is written.
+  const std::string kept = "<a b=\"1'\" xmlns=\"u\" c=\"&quot;2\"/>\r\n";
+  EXPECT_EQ(kept, Rewritten("<a\tb = \"1'\"\r\nxmlns\n=\n'u' c='\"2'\n></a >"));
+  EXPECT_EQ(kept, Rewritten("\xEF\xBB\xBF<a b='1&#39;' xmlns='u' c='&quot;2' />"));
+  EXPECT_EQ(std::string(kDeclaration) + kept,
+            Rewritten("<?xml version='1.0' encoding='ISO-8859-1'?><a b=\"1'\" xmlns='u' "
+                      "c='&#x22;2'/>"));
+  // This one is always in force, and no parser reports it.
+  EXPECT_EQ("<a b=\"1\" xmlns:p=\"u\" c=\"2\"/>\r\n",
+            Rewritten("<a xmlns:xml='http://www.w3.org/XML/1998/namespace' b='1' xmlns:p='u' "
+                      "c='2'/>"));
+}
+
 TEST(DomWriter, RefusesAttributesThatBecameTheSame) {
   const TempDir dir;
   const dom::Document document = LoadBytes(

@@ -10,6 +10,7 @@
 #include "support/expect.h"
 #include "support/fake_channel.h"
 #include "support/linux/code_page_scope.h"
+#include "xml/base64.h"
 #include "xml/channel_codec.h"
 #include "xml/xml_nodes.h"
 
@@ -176,4 +177,26 @@ TEST(ChannelCodePage, OneSegmentNamesAreCutOnCharacters) {
   const OneSegment shiftJis(text, text);
   EXPECT_EQ(Repeated(kShiftJis, 39), shiftJis.Name());
   ExpectText(text.substr(0, 129), shiftJis.back.displayName.Get());
+}
+
+// A file of another program may hold more than is ever written here.
+TEST(ChannelCodePage, LongOneSegmentNamesAreCutOnCharacters) {
+  const auto displayName = [](const std::string& narrow) {
+    std::string encoded(Base64EncodedSize(narrow.size()), '\0');
+    Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(narrow.size()),
+                 encoded.data());
+    encoded.pop_back();
+    const TextDocument document("<Channel nameDisplay='" + encoded + "'/>");
+    FakeChannel record(InputSignalISDBTerrestrialOneSeg);
+    ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
+    return std::u16string(record.displayName.View());
+  };
+  for (const std::size_t count : {86U, 87U, 88U, 500U}) {
+    EXPECT_EQ(std::u16string(86, kWide), displayName(Repeated(kUtf8, count))) << count;
+    EXPECT_EQ(u"x" + std::u16string(86, kWide), displayName("x" + Repeated(kUtf8, count)));
+    EXPECT_EQ(u"xx" + std::u16string(85, kWide), displayName("xx" + Repeated(kUtf8, count)));
+  }
+  const CodePageScope page(932);
+  EXPECT_EQ(std::u16string(129, kWide), displayName(Repeated(kShiftJis, 131)));
+  EXPECT_EQ(u"x" + std::u16string(129, kWide), displayName("x" + Repeated(kShiftJis, 131)));
 }
