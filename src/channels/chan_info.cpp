@@ -61,7 +61,6 @@ StationView CChanInfo::ViewStation() const {
   const station_blocks::Layout* layout = station_blocks::Find(m_signalType);
   if (layout == nullptr) return {};
   StationView view = StationView::Of(m_station.Get());
-  view.bytes = view.bytes.first(std::min<std::size_t>(view.bytes.size(), layout->size));
   view.blockSize = layout->size;
   return view;
 }

@@ -97,6 +97,5 @@ HRESULT CTunedex::SetStorageType(EStorageType StorageType) {
   m_storageType = StorageType;
   // The next save rewrites the file in the chosen form even when it is the one it has.
   m_channelFile.SetDirty(true);
-  m_satelliteFile.SetDirty(true);
   return S_OK;
 }

@@ -1,5 +1,6 @@
 // Getters and setters of the satellite model's records: a getter copies one field, a setter stores
-// its argument unchecked. No setter marks its record dirty; only lists and loading do.
+// its argument unchecked. No setter marks its record dirty: a new record and one that was loaded
+// are clean until their host says otherwise.
 #pragma once
 
 #include "platform/bstr.h"

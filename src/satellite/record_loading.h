@@ -41,7 +41,6 @@ HRESULT LoadNumbered(const ComPtr<I>& record,
   if (FAILED(hr)) return hr;
   const UINT index = static_cast<UINT>(position);
   record->SetIndex(index);
-  record->SetDirty(0);
   loaded.push_back({record, index, index});
   return S_OK;
 }

@@ -123,7 +123,6 @@ HRESULT CSatelliteInfoMgr::LoadRecord(const dom::Element& element, LONG position
   // ones are compared with, is its position in the file.
   const UINT index = static_cast<UINT>(position);
   record->SetIndex(index);
-  record->SetDirty(0);
   loaded.push_back({record, key, index});
   hr = LoadBand(element, record.Get(), SatFreqBand_CBand);
   if (hr == E_OUTOFMEMORY) return hr;

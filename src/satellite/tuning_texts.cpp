@@ -15,7 +15,8 @@ struct Row {
   Use use = Use::Both;
 };
 
-/// Rows stand in the order in which readers try them.
+/// Readers and writers take the first row that fits: of several words for a value the first one is
+/// written, and of several values for a word the first one is read.
 struct Vocabulary {
   std::span<const Row> rows;
   /// Written for a value without a word; a reader of such a vocabulary stores 0 for what is no word
@@ -27,9 +28,9 @@ struct Vocabulary {
 // such words. In every tuning vocabulary 0 is written as "NotSet" and comes back as -1.
 constexpr Row kFecRateRows[] = {
     {"NotSet", BDA_BCC_RATE_NOT_SET},
-    {"-1", BDA_BCC_RATE_NOT_SET, Use::Read},
-    {"6/7", BDA_BCC_RATE_NOT_SET, Use::Read},
-    {"NotSet", BDA_BCC_RATE_NOT_DEFINED, Use::Write},
+    {"-1", BDA_BCC_RATE_NOT_SET},          // read alone
+    {"6/7", BDA_BCC_RATE_NOT_SET},         // read alone
+    {"NotSet", BDA_BCC_RATE_NOT_DEFINED},  // written alone
     {"1/2", BDA_BCC_RATE_1_2},
     {"2/3", BDA_BCC_RATE_2_3},
     {"3/4", BDA_BCC_RATE_3_4},
@@ -45,8 +46,8 @@ constexpr Vocabulary kFecRate = {kFecRateRows};
 // have no word. Both are kept for the files' sake.
 constexpr Row kModulationRows[] = {
     {"NotSet", BDA_MOD_NOT_SET},
-    {"-1", BDA_MOD_NOT_SET, Use::Read},
-    {"NotSet", BDA_MOD_NOT_DEFINED, Use::Write},
+    {"-1", BDA_MOD_NOT_SET},          // read alone
+    {"NotSet", BDA_MOD_NOT_DEFINED},  // written alone
     {"16QAM", BDA_MOD_16QAM},
     {"32QAM", BDA_MOD_32QAM},
     {"64QAM", BDA_MOD_64QAM},
@@ -80,22 +81,22 @@ constexpr Vocabulary kModulation = {kModulationRows};
 // Exactly two forms of each word are read. Unlike its siblings this one does not take "-1".
 constexpr Row kPolarisationRows[] = {
     {"NotSet", BDA_POLARISATION_NOT_SET},
-    {"NotSet", BDA_POLARISATION_NOT_DEFINED, Use::Write},
+    {"NotSet", BDA_POLARISATION_NOT_DEFINED},  // written alone
     {"LinearH", BDA_POLARISATION_LINEAR_H},
-    {"Linearh", BDA_POLARISATION_LINEAR_H, Use::Read},
+    {"Linearh", BDA_POLARISATION_LINEAR_H},  // read alone
     {"LinearV", BDA_POLARISATION_LINEAR_V},
-    {"Linearv", BDA_POLARISATION_LINEAR_V, Use::Read},
+    {"Linearv", BDA_POLARISATION_LINEAR_V},  // read alone
     {"CircularL", BDA_POLARISATION_CIRCULAR_L},
-    {"Circularl", BDA_POLARISATION_CIRCULAR_L, Use::Read},
+    {"Circularl", BDA_POLARISATION_CIRCULAR_L},  // read alone
     {"CircularR", BDA_POLARISATION_CIRCULAR_R},
-    {"Circularr", BDA_POLARISATION_CIRCULAR_R, Use::Read},
+    {"Circularr", BDA_POLARISATION_CIRCULAR_R},  // read alone
 };
 constexpr Vocabulary kPolarisation = {kPolarisationRows};
 
 constexpr Row kSpectralInversionRows[] = {
     {"NotSet", BDA_SPECTRAL_INVERSION_NOT_SET},
-    {"-1", BDA_SPECTRAL_INVERSION_NOT_SET, Use::Read},
-    {"NotSet", BDA_SPECTRAL_INVERSION_NOT_DEFINED, Use::Write},
+    {"-1", BDA_SPECTRAL_INVERSION_NOT_SET},          // read alone
+    {"NotSet", BDA_SPECTRAL_INVERSION_NOT_DEFINED},  // written alone
     {"automatic", BDA_SPECTRAL_INVERSION_AUTOMATIC},
     {"normal", BDA_SPECTRAL_INVERSION_NORMAL},
     {"inverted", BDA_SPECTRAL_INVERSION_INVERTED},

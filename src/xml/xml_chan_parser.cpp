@@ -131,7 +131,6 @@ HRESULT CXmlChanParser::FindChannelSet(const dom::Element& country, InputSignalT
                                        dom::Element* set, bool create) {
   if (!country) return E_POINTER;
   if (set == nullptr) return E_FAIL;
-  *set = dom::Element();
   const std::string path = xml::KeyPath(kChannelSetPath, "inputSignalType", signalType);
   if (country.SelectSingle(path.c_str(), *set) == S_OK) return S_OK;
   return create ? CreateChannelSet(country, signalType, set) : E_FAIL;

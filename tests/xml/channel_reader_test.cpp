@@ -267,6 +267,34 @@ TEST(ChannelReader, ComponentIndexReadsBackAsZero) {
   EXPECT_EQ(0U, read.Word(796));
 }
 
+// Rows of the channel and of its streams alike.
+TEST(ChannelReader, RowsThatAreOnlyWrittenAreNotRead) {
+  using station_blocks::Form;
+  using station_blocks::Source;
+  using station_blocks::Use;
+  static constexpr station_blocks::Field kChannel[] = {
+      {"both", 0, 4},
+      {"read", 4, 4, Form::Number, Source::Block, Use::ReadOnly},
+      {"written", 8, 4, Form::Number, Source::Block, Use::WriteOnly},
+  };
+  static constexpr station_blocks::Field kStreams[] = {
+      {"both", 12, 4},
+      {"read", 16, 4, Form::Number, Source::Block, Use::ReadOnly},
+      {"written", 20, 4, Form::Number, Source::Block, Use::WriteOnly},
+  };
+  const station_blocks::Layout layout = {24, kChannel, kStreams, {}, nullptr, {}};
+  const TextDocument document(
+      "<Channel both='1' read='2' written='3'>"
+      "<ElementStreams both='4' read='5' written='6'/></Channel>");
+  FakeChannel record(InputSignalFMRadio);
+  ExpectHr(S_OK, xml::ReadChannel(document.root, &record, InputSignalFMRadio, layout));
+  const std::uint32_t expected[] = {1, 2, 0, 4, 5, 0};
+  ASSERT_EQ(24U, record.block.size());
+  for (std::size_t i = 0; i < 6; ++i) {
+    EXPECT_EQ(expected[i], station_blocks::Fetch(&record.block[4 * i], 4)) << i;
+  }
+}
+
 TEST(ChannelReader, ComponentsGoWhereTheirIdSays) {
   const ReadBack read(InputSignalTDMBMobile,
                       "<Channel><ElementStreams numOfComponents='4294967295'>"

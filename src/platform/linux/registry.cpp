@@ -192,7 +192,7 @@ HRESULT DeleteKey(Root root, std::string_view key) {
     if (isDeleted) file.DeleteTree(path);
     return isDeleted;
   });
-  return SUCCEEDED(hr) && hasSubKeys ? S_FALSE : hr;
+  return hasSubKeys ? S_FALSE : hr;
 }
 
 HRESULT DeleteTree(Root root, std::string_view key) {
