@@ -16,9 +16,9 @@ else()
 endif()
 
 # The public headers, and what they include on this target.
-set(public_headers core/interfaces.h core/station_blocks.h platform/bstr.h platform/com.h
+set(public_headers core/interfaces.h core/station_blocks.h platform/arguments.h platform/bstr.h platform/com.h
                    platform/com_error.h platform/com_ptr.h platform/component.h
-                   platform/${ZORTUNEDEX_PLATFORM}/com_types.h
+                   platform/${ZORTUNEDEX_PLATFORM}/arguments.h platform/${ZORTUNEDEX_PLATFORM}/com_types.h
                    platform/${ZORTUNEDEX_PLATFORM}/component.h)
 if(WIN32)
   list(APPEND public_headers platform/windows/module_path.h)
