@@ -1,8 +1,9 @@
 # What a host may include, and what that includes on this target; paths below src/. Packages hold these
 # headers, and tests/lone_headers.cmake compiles each alone.
 set(ZORTUNEDEX_PUBLIC_HEADERS
-    core/interfaces.h core/station_blocks.h platform/bstr.h platform/com.h platform/com_error.h
-    platform/com_ptr.h platform/component.h platform/${ZORTUNEDEX_PLATFORM}/com_types.h
+    core/interfaces.h core/station_blocks.h platform/arguments.h platform/bstr.h platform/com.h
+    platform/com_error.h platform/com_ptr.h platform/component.h
+    platform/${ZORTUNEDEX_PLATFORM}/arguments.h platform/${ZORTUNEDEX_PLATFORM}/com_types.h
     platform/${ZORTUNEDEX_PLATFORM}/component.h)
 if(WIN32)
   list(APPEND ZORTUNEDEX_PUBLIC_HEADERS platform/windows/module_path.h)

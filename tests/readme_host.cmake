@@ -1,11 +1,36 @@
-# Holds the README's host against the program that is built from samples/host, and runs that.
+# Holds the README's host against the program that is built from samples/host, and runs that: on the
+# samples, on directories that a host may be given, and on what is none.
+#
+# README, HOST: the two texts. PROGRAM: the program with what starts it. SAMPLES, WORK: directories.
+# WINDOWS: true where paths are text of a code page, which is that of Western Europe.
 file(READ ${README} readme)
 file(READ ${HOST} host)
 string(FIND "${readme}" "```cpp\n${host}```" found)
 if(found EQUAL -1)
   message(FATAL_ERROR "README.md does not show samples/host/host.cpp as it is")
 endif()
-execute_process(COMMAND ${PROGRAM} ${SAMPLES} OUTPUT_VARIABLE output RESULT_VARIABLE result)
-if(NOT result EQUAL 0 OR NOT output MATCHES "^[1-9][0-9]* television channels\r?\n$")
-  message(FATAL_ERROR "the host answered ${result} and wrote: ${output}")
+
+function(expect status out err)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE error RESULT_VARIABLE result)
+  if(NOT result STREQUAL status OR NOT output MATCHES "^${out}$" OR NOT error MATCHES "^${err}$")
+    message(SEND_ERROR "${ARGN}: the host answered ${result}, wrote \"${output}\" and \"${error}\"")
+  endif()
+endfunction()
+
+set(counted "47 television channels\r?\n")
+set(refused "the directory cannot be opened: 80070057\r?\n")
+expect(0 "${counted}" "" ${PROGRAM} ${SAMPLES})
+
+file(REMOVE_RECURSE ${WORK})
+foreach(name "Küche und Bad" "日本語")
+  file(COPY ${SAMPLES}/ DESTINATION "${WORK}/${name}")
+endforeach()
+expect(0 "${counted}" "" ${PROGRAM} "${WORK}/Küche und Bad")
+if(WINDOWS)
+  expect(1 "" "${refused}" ${PROGRAM} "${WORK}/日本語")
+else()
+  expect(0 "${counted}" "" ${PROGRAM} "${WORK}/日本語")
+  expect(1 "" "[^\n]*annot convert[^\n]*\n" sh -c "exec \"$0\" \"$(printf 'K\\374che')\"" ${PROGRAM})
 endif()
+expect(1 "" "${refused}" ${PROGRAM} "${WORK}/missing")
+expect(1 "" "${refused}" ${PROGRAM} "${WORK}/fehlt für immer")

@@ -2,11 +2,10 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 
 #include <cstdio>
-#include <memory>
 
+#include "platform/arguments.h"
 #include "platform/component.h"
 
 namespace host {
@@ -28,12 +27,11 @@ HRESULT CallPlain(const char* name) {
 
 }  // namespace
 
-std::vector<std::string> Arguments(int, char**) {
-  int count = 0;
-  const std::unique_ptr<wchar_t*, decltype(&LocalFree)> list(
-      CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+std::vector<std::string> Arguments(int argc, char** argv) {
   std::vector<std::string> result;
-  for (int i = 0; list && i < count; ++i) result.push_back(ToUtf8(list.get()[i]));
+  for (const std::wstring& argument : WideArguments(argc, argv)) {
+    result.push_back(ToUtf8(argument.c_str()));
+  }
   return result;
 }
 
