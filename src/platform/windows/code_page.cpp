@@ -31,10 +31,12 @@ std::size_t CutUtf8(std::string_view narrow, std::size_t limit) {
   return Utf8Length(byteAt(lead)) > limit - lead ? lead : limit;
 }
 
+// `limit` lies inside the text. A zero is no second byte.
 std::size_t CutDoubleByte(UINT codePage, std::string_view narrow, std::size_t limit) {
   std::size_t length = 0;
   while (length < limit) {
-    const std::size_t step = IsDBCSLeadByteEx(codePage, static_cast<BYTE>(narrow[length])) ? 2 : 1;
+    const bool isLead = IsDBCSLeadByteEx(codePage, static_cast<BYTE>(narrow[length])) != 0;
+    const std::size_t step = isLead && narrow[length + 1] != 0 ? 2 : 1;
     if (length + step > limit) break;
     length += step;
   }

@@ -93,3 +93,14 @@ TEST(PresetFileNames, ThatXmlCannotHoldLeaveTheFile) {
   ExpectHr(S_OK, file->DeleteCustomerChannelList(0));
   EXPECT_EQ(1U, file.Files().Count());
 }
+
+// What is not changed is written as it was read.
+TEST(PresetFileBytes, OfTheSampleAreKept) {
+  const std::string bytes = SamplePresets();
+  PresetFile file(bytes);
+  ExpectHr(S_OK, file->DeleteCustomerChannelList(0));
+  const std::size_t customer = bytes.find("<SubArea SubAreaIndex=\"0\" name=\"自宅\">");
+  ASSERT_NE(std::string::npos, customer);
+  const std::size_t end = bytes.find_last_not_of("\r\n\t", customer - 1) + 1;
+  EXPECT_EQ(bytes.substr(0, end - 1), file.Saved().substr(0, end - 1));
+}

@@ -1,15 +1,13 @@
 // Texts of the file in code pages whose characters have several bytes.
-//
-// Linux only: only there does the process choose its code page
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <string>
 
+#include "support/code_page.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
 #include "support/fake_channel.h"
-#include "support/linux/code_page_scope.h"
 #include "xml/base64.h"
 #include "xml/channel_codec.h"
 #include "xml/xml_nodes.h"
@@ -28,6 +26,10 @@ std::string Repeated(const std::string& text, std::size_t times) {
   std::string result;
   while (times-- > 0) result += text;
   return result;
+}
+
+std::basic_string<OLECHAR> Wides(std::size_t count) {
+  return std::basic_string<OLECHAR>(count, kWide);
 }
 
 struct TextField {
@@ -88,46 +90,79 @@ struct OneSegment {
   FakeChannel back{InputSignalISDBTerrestrialOneSeg};
 };
 
-}  // namespace
-
-TEST(ChannelCodePage, Utf8IsCutOnCharacters) { ExpectCutOnBoundaries(kUtf8); }
-
-TEST(ChannelCodePage, ShiftJisIsCutOnCharacters) {
-  const CodePageScope page(932);
-  ExpectCutOnBoundaries(kShiftJis);
+/// What the buffer of text attributes holds of so many characters.
+std::string CutToBuffer(std::size_t characters) {
+  const TextDocument document("<a t='" + Repeated(kUtf8, characters) + "'/>");
+  xml::TextBuffer buffer = {};
+  ExpectHr(S_OK, xml::GetAttrText(document.root, "t", buffer));
+  return buffer;
 }
 
-TEST(ChannelCodePage, ComponentSlots) {
+/// Of a display name of 200 characters so many are read.
+void ExpectDisplayName(std::size_t characters) {
+  const TextDocument document("<Channel nameDisplay='" + Repeated(kUtf8, 200) + "'/>");
+  FakeChannel record(InputSignalFMRadio);
+  ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
+  ExpectText(Wides(characters), record.displayName.Get());
+}
+
+void ExpectOneSegmentJapan(const std::string& base64, const std::string& bytes) {
+  const OLECHAR japan[] = {kWide, 0x672C};
+  const OneSegment channel({japan, 2}, {japan, 2});
+  EXPECT_EQ(base64, Attribute(channel.document.root, "name"));
+  EXPECT_EQ(base64, Attribute(channel.document.root, "nameDisplay"));
+  EXPECT_EQ(bytes, channel.Name());
+  ExpectText({japan, 2}, channel.back.displayName.Get());
+}
+
+/// Of names of 200 characters these bytes and so many characters are kept.
+void ExpectOneSegmentCut(const std::string& bytes, std::size_t characters) {
+  const OneSegment channel(Wides(200), Wides(200));
+  EXPECT_EQ(bytes, channel.Name());
+  ExpectText(Wides(characters), channel.back.displayName.Get());
+}
+
+/// What is read of a name with these bytes.
+Bstr OneSegmentDisplayName(const std::string& narrow) {
+  std::string encoded(Base64EncodedSize(narrow.size()), '\0');
+  Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(narrow.size()),
+               encoded.data());
+  encoded.pop_back();
+  const TextDocument document("<Channel nameDisplay='" + encoded + "'/>");
+  FakeChannel record(InputSignalISDBTerrestrialOneSeg);
+  ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
+  return record.displayName;
+}
+
+class ChannelCodePage932 : public InCodePage<932> {};
+class ChannelCodePage65001 : public InCodePage<65001> {};
+
+}  // namespace
+
+TEST_F(ChannelCodePage65001, TextsAreCutOnCharacters) { ExpectCutOnBoundaries(kUtf8); }
+
+TEST_F(ChannelCodePage932, TextsAreCutOnCharacters) { ExpectCutOnBoundaries(kShiftJis); }
+
+TEST_F(ChannelCodePage65001, ComponentSlots) {
   EXPECT_EQ(kUtf8 + kUtf8, ComponentName(Repeated(kUtf8, 5)));
   EXPECT_EQ("x" + kUtf8 + kUtf8, ComponentName("x" + Repeated(kUtf8, 5)));
-  const CodePageScope page(932);
+}
+
+TEST_F(ChannelCodePage932, ComponentSlots) {
   EXPECT_EQ(Repeated(kShiftJis, 3), ComponentName(Repeated(kUtf8, 5)));
   EXPECT_EQ("x" + Repeated(kShiftJis, 3), ComponentName("x" + Repeated(kUtf8, 5)));
 }
 
-TEST(ChannelCodePage, TextBuffer) {
-  const TextDocument document("<a t='" + Repeated(kUtf8, 200) + "'/>");
-  xml::TextBuffer buffer = {};
-  ExpectHr(S_OK, xml::GetAttrText(document.root, "t", buffer));
-  EXPECT_EQ(Repeated(kUtf8, 86), buffer);
-  const CodePageScope page(932);
-  ExpectHr(S_OK, xml::GetAttrText(document.root, "t", buffer));
-  EXPECT_EQ(Repeated(kShiftJis, 129), buffer);
-}
+TEST_F(ChannelCodePage65001, TextBuffer) { EXPECT_EQ(Repeated(kUtf8, 86), CutToBuffer(200)); }
 
-TEST(ChannelCodePage, DisplayNames) {
-  const TextDocument document("<Channel nameDisplay='" + Repeated(kUtf8, 200) + "'/>");
-  FakeChannel record(InputSignalFMRadio);
-  ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
-  ExpectText(std::u16string(86, kWide), record.displayName.Get());
-  const CodePageScope page(932);
-  ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
-  ExpectText(std::u16string(129, kWide), record.displayName.Get());
-}
+TEST_F(ChannelCodePage932, TextBuffer) { EXPECT_EQ(Repeated(kShiftJis, 129), CutToBuffer(200)); }
+
+TEST_F(ChannelCodePage65001, DisplayNames) { ExpectDisplayName(86); }
+
+TEST_F(ChannelCodePage932, DisplayNames) { ExpectDisplayName(129); }
 
 // Texts are written as they stand; what the code page lacks is lost when they are read.
-TEST(ChannelCodePage, CharactersOutsideThePage) {
-  const CodePageScope page(932);
+TEST_F(ChannelCodePage932, CharactersOutsideThePage) {
   const TextDocument document("<Channel/>");
   FakeChannel record(InputSignalFMRadio, 92);
   const OLECHAR name[] = {'a', 0x0E01, kWide};  // a Thai letter in between
@@ -141,62 +176,41 @@ TEST(ChannelCodePage, CharactersOutsideThePage) {
   ExpectText(WideView(read, 3), record.displayName.Get());
 }
 
-TEST(ChannelCodePage, TextsOfTheBlockAreWrittenFromThePage) {
+TEST_F(ChannelCodePage932, TextsOfTheBlockAreWrittenFromThePage) {
   FakeChannel record(InputSignalDVBSatellite, 2784);
   std::memcpy(&record.block[352], kShiftJis.data(), kShiftJis.size());
-  const CodePageScope page(932);
   const TextDocument document("<Channel/>");
   ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Write));
   EXPECT_EQ(kUtf8, Attribute(document.root, "networkName"));
 }
 
-TEST(ChannelCodePage, OneSegmentNamesAreBase64OfThePage) {
-  const OLECHAR japan[] = {kWide, 0x672C};
-  {
-    const OneSegment utf8({japan, 2}, {japan, 2});
-    EXPECT_EQ("5pel5pys", Attribute(utf8.document.root, "name"));
-    EXPECT_EQ("5pel5pys", Attribute(utf8.document.root, "nameDisplay"));
-    EXPECT_EQ(kUtf8 + "\xE6\x9C\xAC", utf8.Name());
-    ExpectText({japan, 2}, utf8.back.displayName.Get());
-  }
-  const CodePageScope page(932);
-  const OneSegment shiftJis({japan, 2}, {japan, 2});
-  EXPECT_EQ("k/qWew==", Attribute(shiftJis.document.root, "name"));
-  EXPECT_EQ(kShiftJis + "\x96\x7B", shiftJis.Name());
-  ExpectText({japan, 2}, shiftJis.back.displayName.Get());
+TEST_F(ChannelCodePage65001, OneSegmentNamesAreBase64OfThePage) {
+  ExpectOneSegmentJapan("5pel5pys", kUtf8 + "\xE6\x9C\xAC");
 }
 
-TEST(ChannelCodePage, OneSegmentNamesAreCutOnCharacters) {
-  const std::u16string text(200, kWide);
-  {
-    const OneSegment utf8(text, text);
-    EXPECT_EQ(Repeated(kUtf8, 26), utf8.Name());
-    ExpectText(text.substr(0, 86), utf8.back.displayName.Get());
-  }
-  const CodePageScope page(932);
-  const OneSegment shiftJis(text, text);
-  EXPECT_EQ(Repeated(kShiftJis, 39), shiftJis.Name());
-  ExpectText(text.substr(0, 129), shiftJis.back.displayName.Get());
+TEST_F(ChannelCodePage932, OneSegmentNamesAreBase64OfThePage) {
+  ExpectOneSegmentJapan("k/qWew==", kShiftJis + "\x96\x7B");
+}
+
+TEST_F(ChannelCodePage65001, OneSegmentNamesAreCutOnCharacters) {
+  ExpectOneSegmentCut(Repeated(kUtf8, 26), 86);
+}
+
+TEST_F(ChannelCodePage932, OneSegmentNamesAreCutOnCharacters) {
+  ExpectOneSegmentCut(Repeated(kShiftJis, 39), 129);
 }
 
 // A file of another program may hold more than is ever written here.
-TEST(ChannelCodePage, LongOneSegmentNamesAreCutOnCharacters) {
-  const auto displayName = [](const std::string& narrow) {
-    std::string encoded(Base64EncodedSize(narrow.size()), '\0');
-    Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(narrow.size()),
-                 encoded.data());
-    encoded.pop_back();
-    const TextDocument document("<Channel nameDisplay='" + encoded + "'/>");
-    FakeChannel record(InputSignalISDBTerrestrialOneSeg);
-    ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
-    return std::u16string(record.displayName.View());
-  };
+TEST_F(ChannelCodePage65001, LongOneSegmentNamesAreCutOnCharacters) {
   for (const std::size_t count : {86U, 87U, 88U, 500U}) {
-    EXPECT_EQ(std::u16string(86, kWide), displayName(Repeated(kUtf8, count))) << count;
-    EXPECT_EQ(u"x" + std::u16string(86, kWide), displayName("x" + Repeated(kUtf8, count)));
-    EXPECT_EQ(u"xx" + std::u16string(85, kWide), displayName("xx" + Repeated(kUtf8, count)));
+    ExpectText(Wides(86), OneSegmentDisplayName(Repeated(kUtf8, count)).Get());
+    ExpectText(OLESTR("x") + Wides(86), OneSegmentDisplayName("x" + Repeated(kUtf8, count)).Get());
+    ExpectText(OLESTR("xx") + Wides(85),
+               OneSegmentDisplayName("xx" + Repeated(kUtf8, count)).Get());
   }
-  const CodePageScope page(932);
-  EXPECT_EQ(std::u16string(129, kWide), displayName(Repeated(kShiftJis, 131)));
-  EXPECT_EQ(u"x" + std::u16string(129, kWide), displayName("x" + Repeated(kShiftJis, 131)));
+}
+
+TEST_F(ChannelCodePage932, LongOneSegmentNamesAreCutOnCharacters) {
+  ExpectText(Wides(129), OneSegmentDisplayName(Repeated(kShiftJis, 131)).Get());
+  ExpectText(OLESTR("x") + Wides(129), OneSegmentDisplayName("x" + Repeated(kShiftJis, 131)).Get());
 }

@@ -1,17 +1,12 @@
-// Names in other code pages than UTF-8: the cut of a long one must not leave half a character.
-//
-// Linux only: only there does the process choose its code page
+// Names in code pages whose characters have several bytes: the cut of a long one must not leave
+// half a character.
 #include "channels/channel_records.h"
+#include "support/code_page.h"
 
 namespace {
 
-class CodePage {
- public:
-  explicit CodePage(UINT codePage) { ExpectHr(S_OK, ZorTunedexSetCodePage(codePage)); }
-  CodePage(const CodePage&) = delete;
-  CodePage& operator=(const CodePage&) = delete;
-  ~CodePage() { ZorTunedexSetCodePage(65001); }
-};
+class ChanInfoText932 : public InCodePage<932> {};
+class ChanInfoText65001 : public InCodePage<65001> {};
 
 std::basic_string<OLECHAR> Repeat(OLECHAR unit, std::size_t count) {
   return std::basic_string<OLECHAR>(count, unit);
@@ -19,8 +14,7 @@ std::basic_string<OLECHAR> Repeat(OLECHAR unit, std::size_t count) {
 
 constexpr OLECHAR kSo = 0x30BD;  // 0x83 0x5C in code page 932: its second byte is a backslash
 
-TEST(ChanInfoText, NamesAreStoredInTheCodePage) {
-  const CodePage japanese(932);
+TEST_F(ChanInfoText932, NamesAreStoredInTheCodePage) {
   const ComPtr<IChannelInfo> record = MakeRecord(InputSignalISDBTerrestrialOneSeg);
   Station station(InputSignalISDBTerrestrialOneSeg);
   ExpectHr(S_OK, record->SetStationInfo(station.Get()));
@@ -34,8 +28,7 @@ TEST(ChanInfoText, NamesAreStoredInTheCodePage) {
   ExpectText(name, read.Get());
 }
 
-TEST(ChanInfoText, LongNamesAreCutBetweenCharacters) {
-  const CodePage japanese(932);
+TEST_F(ChanInfoText932, LongNamesAreCutBetweenCharacters) {
   // The room is 80 bytes with the terminator in both; an odd letter in front shifts the cut.
   for (const InputSignalType signalType : {InputSignalAnalogCable, InputSignalFMRadio}) {
     for (const std::size_t shift : {0u, 1u}) {
@@ -52,7 +45,7 @@ TEST(ChanInfoText, LongNamesAreCutBetweenCharacters) {
   }
 }
 
-TEST(ChanInfoText, Utf8NamesAreCutBetweenCharacters) {
+TEST_F(ChanInfoText65001, NamesAreCutBetweenCharacters) {
   for (std::size_t shift = 0; shift < 3; ++shift) {
     const ComPtr<IChannelInfo> record = MakeRecord(InputSignalFMRadio);
     Station station(InputSignalFMRadio);
@@ -65,8 +58,7 @@ TEST(ChanInfoText, Utf8NamesAreCutBetweenCharacters) {
   }
 }
 
-TEST(ChanInfoText, AtscDisplayNamesAreCutBetweenCharacters) {
-  const CodePage japanese(932);
+TEST_F(ChanInfoText932, AtscDisplayNamesAreCutBetweenCharacters) {
   for (const std::size_t shift : {0u, 1u}) {
     const ComPtr<IChannelInfo> record = MakeRecord(InputSignalATSCCable);
     Station station(InputSignalATSCCable);
