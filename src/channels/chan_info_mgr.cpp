@@ -14,6 +14,11 @@ CChanInfoMgr::~CChanInfoMgr() {
   Records().swap(m_records);
 }
 
+void CChanInfoMgr::TakeOver(CChanInfoMgr& other) {
+  m_records.swap(other.m_records);
+  if (other.m_element) m_element = std::move(other.m_element);
+}
+
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Open() { return S_OK; }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Close() {

@@ -23,6 +23,10 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   CChanInfoMgr() = default;
   ~CChanInfoMgr() override;
 
+  /// Takes the channels of another list in place of its own, and its element where it has one.
+  /// Never fails.
+  void TakeOver(CChanInfoMgr& other);
+
   HRESULT STDMETHODCALLTYPE Open() override;
   HRESULT STDMETHODCALLTYPE Close() override;
   HRESULT STDMETHODCALLTYPE Clear() override;

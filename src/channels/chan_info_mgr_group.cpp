@@ -18,6 +18,11 @@ constexpr InputSignalType kSignalTypes[] = {
     InputSignalTDMBMobile,    InputSignalISDBTerrestrialOneSeg,
 };
 
+// Every list of the group is made by it.
+CChanInfoMgr& Ours(const ComPtr<IChannelInfoMgr>& list) {
+  return static_cast<CChanInfoMgr&>(*list.Get());
+}
+
 }  // namespace
 
 CChanInfoMgrGroup::~CChanInfoMgrGroup() { DestroyAll(); }
@@ -29,7 +34,8 @@ HRESULT CChanInfoMgrGroup::CreateAll() {
     list->SetSignalType(signalType);
     list->Open();
     // A list that is there already stays.
-    RaiseLackOfMemory(m_lists.Register(signalType, list.Get()));
+    const HRESULT hr = RaiseLackOfMemory(m_lists.Register(signalType, list.Get()));
+    if (SUCCEEDED(hr)) Ours(list).SetOwned(true);
   }
   return S_OK;
 }
@@ -37,7 +43,9 @@ HRESULT CChanInfoMgrGroup::CreateAll() {
 HRESULT CChanInfoMgrGroup::DestroyAll() {
   for (const InputSignalType signalType : kSignalTypes) {
     ComPtr<IChannelInfoMgr> list;
-    if (SUCCEEDED(m_lists.Get(signalType, list.Receive()))) list->Close();
+    if (FAILED(m_lists.Get(signalType, list.Receive()))) continue;
+    list->Close();
+    Ours(list).SetOwned(false);
   }
   m_lists.ReleaseAll();
   return S_OK;
@@ -55,6 +63,21 @@ HRESULT CChanInfoMgrGroup::LoadOne(const dom::Element& country, InputSignalType 
   if (FAILED(CXmlChanParser::FindChannelSet(country, signalType, &set, false))) return S_OK;
   RaiseLackOfMemory(list->Load(dom::kIidNode, set.Get()));
   return S_OK;
+}
+
+HRESULT CChanInfoMgrGroup::Reload(InputSignalType signalType, const dom::Element& set) {
+  ComPtr<IChannelInfoMgr> list;
+  const HRESULT hr = m_lists.Get(signalType, list.Receive());
+  if (FAILED(hr)) return hr;
+  // Loaded aside first: clearing takes the channels out of the document, and lack of memory could
+  // not bring them back.
+  ComPtr<IChannelInfoMgr> loaded;
+  RaiseLackOfMemory(CChanInfoMgr::CreateInstance(loaded.Receive()));
+  loaded->SetSignalType(signalType);
+  RaiseLackOfMemory(loaded->Load(dom::kIidNode, set.Get()));
+  list->Clear();
+  Ours(list).TakeOver(Ours(loaded));
+  return list->SetDirty(1);
 }
 
 HRESULT CChanInfoMgrGroup::SaveAll(const dom::Element& country) {

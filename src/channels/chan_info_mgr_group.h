@@ -29,6 +29,9 @@ class CChanInfoMgrGroup {
   /// Loads the list of the signal type from its set below a country. A missing set or list is
   /// nothing to load, and no failure is reported.
   HRESULT LoadOne(const dom::Element& country, InputSignalType signalType);
+  /// Puts the channels of a set in place of those of a list, which is then dirty. A set that is
+  /// none empties the list. E_FAIL for a signal type without a list.
+  HRESULT Reload(InputSignalType signalType, const dom::Element& set);
   /// Saves every dirty list into its set below a country, made where it is missing. E_FAIL when no
   /// list was saved: nothing is to be written then.
   HRESULT SaveAll(const dom::Element& country);

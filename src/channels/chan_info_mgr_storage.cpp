@@ -1,37 +1,34 @@
 // Loading the channels from an element and saving them to one.
-#include <new>
-
 #include "channels/bulk_insert.h"
 #include "channels/chan_info_mgr.h"
 #include "channels/channel_loading.h"
+#include "platform/lack_of_memory.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
 #include "xml/xml_nodes.h"
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
   const KeepAlive self(this);
-  try {
+  return AnsweringLackOfMemory([=, this] {
     dom::Element set;
     const HRESULT hr = xml::SourceElement(riid, pUnknown, set);
     return FAILED(hr) ? hr : LoadFrom(set);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
   const KeepAlive self(this);
-  try {
+  return AnsweringLackOfMemory([=, this] {
     dom::Element set;
     const HRESULT hr = xml::SourceElement(riid, pUnknown, set);
     return FAILED(hr) ? hr : SaveTo(set);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
+// All of the channels that can be read, and the element, or nothing.
 HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   Open();
+  const PutBack element(m_element);
   if (set.Get() != m_element.Get()) m_element = set;
   dom::ElementList channels;
   HRESULT hr = set.Select(kChannelPath, channels);
@@ -39,8 +36,6 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   Loaded loaded;
   for (LONG position = 0; position < channels.Count(); ++position) {
     hr = LoadOne(channels, position, loaded);
-    // A part of the channels must not pass for all of them.
-    if (hr == E_OUTOFMEMORY) return hr;
   }
   const HRESULT added = AddLoaded(loaded);
   SetDirty(0);
@@ -77,6 +72,7 @@ HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
     return S_OK;
   }
   // A record changed the list while it was asked.
+  m_records.reserve(m_records.size() + loaded.size());
   HRESULT hr = S_OK;
   for (const auto& [record, index] : loaded) hr = AddChannelInfo(record.Get());
   return hr;

@@ -1,19 +1,20 @@
 #include "channels/channel_loading.h"
 
+#include <new>
+
 #include "channels/chan_info.h"
+#include "platform/com_error.h"
 #include "xml/channel_codec.h"
 
 HRESULT LoadChannel(const dom::Element& element, InputSignalType signalType,
                     ComPtr<IChannelInfo>& record) {
   ComPtr<IChannelInfo> made;
-  HRESULT hr = CChanInfo::CreateInstance(made.Receive());
+  HRESULT hr = RaiseLackOfMemory(CChanInfo::CreateInstance(made.Receive()));
   if (FAILED(hr)) return hr;
   made->SetSignalType(signalType);
-  hr = xml::CodeChannel(element, made.Get(), xml::Direction::Read);
-  // A record of ours fails to be read for this reason alone.
-  if (hr == E_FAIL) return E_OUTOFMEMORY;
+  hr = RaiseLackOfMemory(xml::CodeChannel(element, made.Get(), xml::Direction::Read));
   if (FAILED(hr)) return hr;
-  if (CChanInfo::From(made.Get())->ViewStation().bytes.empty()) return E_OUTOFMEMORY;
+  if (CChanInfo::From(made.Get())->ViewStation().bytes.empty()) throw std::bad_alloc();
   record = std::move(made);
   return S_OK;
 }

@@ -12,8 +12,8 @@
 
 /// Implements IUnknown for the class `C` that implements the interface `I`; `C` derives from this
 /// and has a default constructor. The count starts at 1: that reference is the owner's, also when
-/// the object is a member of another one, whose count then never reaches 0. Stand-alone objects
-/// come from CreateInstance. Only the count is safe for concurrent use.
+/// the object is a member of another one, which then calls SetOwned. Stand-alone objects come from
+/// CreateInstance. Only the count is safe for concurrent use.
 template <typename C, typename I>
 class CGenComObj : public I {
  public:
@@ -27,12 +27,17 @@ class CGenComObj : public I {
   /// cannot be made; `*object` is untouched then.
   static HRESULT CreateInstance(I** object);
 
+  /// While another object owns this one, its count does not end its life: a Release too many
+  /// answers 0 and leaves the owner's reference.
+  void SetOwned(bool isOwned) { m_isOwned = isOwned; }
+
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override;
   ULONG STDMETHODCALLTYPE AddRef() override { return std::max<ULONG>(++m_count, 1); }
   ULONG STDMETHODCALLTYPE Release() override;
 
  private:
   std::atomic<ULONG> m_count{1};
+  std::atomic<bool> m_isOwned{false};
 };
 
 template <typename C, typename I>
@@ -72,6 +77,6 @@ ULONG STDMETHODCALLTYPE CGenComObj<C, I>::Release() {
   if (count != 0) return count;
   // What refers back to the object while it goes counts from 1, and cannot destroy it again.
   m_count = 1;
-  delete this;
+  if (!m_isOwned) delete this;
   return 0;
 }

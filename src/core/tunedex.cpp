@@ -5,6 +5,13 @@
 #include "platform/com_error.h"
 #include "platform/com_ptr.h"
 #include "platform/files.h"
+#include "platform/lack_of_memory.h"
+
+CTunedex::CTunedex(IUnknown* outer) : Aggregatable(outer, IID_IZorTunedex) {
+  m_satellites.SetOwned(true);
+  m_lnbs.SetOwned(true);
+  m_dishes.SetOwned(true);
+}
 
 HRESULT CTunedex::CreateInstance(IUnknown* outer, REFIID riid, void** ppv) {
   const auto object = new (std::nothrow) CTunedex(outer);
@@ -14,35 +21,52 @@ HRESULT CTunedex::CreateInstance(IUnknown* outer, REFIID riid, void** ppv) {
   return FAILED(hr) ? hr : own->QueryInterface(riid, ppv);
 }
 
-void CTunedex::SetDirectory(BSTR directory) {
-  std::basic_string<OLECHAR> path(directory, SysStringLen(directory));
-  if (path.back() != files::kSeparator) path += files::kSeparator;
-  m_directory = Bstr(path);
-}
-
 std::string CTunedex::PathOf(const char* fileName) const {
-  return files::PathFromText(m_directory.View()) + fileName;
+  return files::PathFromText(m_directory) + fileName;
 }
 
-HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType SignalType) try {
-  const WideView directory(bstrDir ? bstrDir : OLESTR(""), SysStringLen(bstrDir));
-  // A file passes for a directory here; its documents then load as empty ones.
-  if (directory.empty() || !files::Exists(files::PathFromText(directory))) return E_INVALIDARG;
-  m_signalType = SignalType;
-  SetDirectory(bstrDir);
-  m_countryCode = dwCountryCode;
+HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType SignalType) {
+  return AnsweringLackOfMemory([=, this]() -> HRESULT {
+    const WideView directory(bstrDir ? bstrDir : OLESTR(""), SysStringLen(bstrDir));
+    // A file passes for a directory here; its documents then load as empty ones.
+    if (directory.empty() || !files::Exists(files::PathFromText(directory))) return E_INVALIDARG;
+    return OpenDirectory(directory, dwCountryCode, SignalType);
+  });
+}
+
+HRESULT CTunedex::OpenDirectory(WideView directory, DWORD countryCode, InputSignalType signalType) {
+  const PutBack place(m_signalType, m_directory, m_countryCode);
+  const auto channelFile = m_channelFile.PutBackWhenRaised();
+  const auto satelliteFile = m_satelliteFile.PutBackWhenRaised();
+  const auto settingsFile = m_settingsFile.PutBackWhenRaised();
+  const auto presetFile = m_presetFile.PutBackWhenRaised();
+  const auto dishes = m_dishes.PutBackWhenRaised();
+  m_signalType = signalType;
+  m_directory = directory;
+  if (directory.back() != files::kSeparator) m_directory += files::kSeparator;
+  m_countryCode = countryCode;
+  return OpenDocuments();
+}
+
+HRESULT CTunedex::OpenDocuments() {
   HRESULT hr = m_channelFile.Open(PathOf("ChanInfo.xml"));
   if (FAILED(hr)) return hr;
-  m_channelLists.CreateAll();
-  RaiseLackOfMemory(LoadChannelFromFile());
-  RaiseLackOfMemory(m_satelliteFile.Open(PathOf("SatelliteInfo.xml")));
-  hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
-  if (SUCCEEDED(hr)) hr = LoadUserSettingsFromFile();
-  // For one-segment alone; a missing file is no failure.
-  RaiseLackOfMemory(LoadPresetOneSegChannelInfo());
+  UINT lists = 0;
+  m_channelLists.Count(&lists);
+  try {
+    m_channelLists.CreateAll();
+    m_satelliteFile.Open(PathOf("SatelliteInfo.xml"));
+    hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
+    if (SUCCEEDED(hr)) hr = LoadUserSettings();
+    // For one-segment alone; a missing file is no failure.
+    LoadPresets();
+    // The last step that lack of memory can end: it loads all channels or none.
+    LoadChannels();
+  } catch (...) {
+    if (lists == 0) m_channelLists.DestroyAll();
+    throw;
+  }
   return FAILED(hr) ? hr : S_OK;
-} catch (const std::bad_alloc&) {
-  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::Close() {
@@ -61,18 +85,25 @@ HRESULT CTunedex::GetChannelInfoMgr(InputSignalType SignalType,
   return m_channelLists.Get(SignalType, ppChannelInfoMgr);
 }
 
-HRESULT CTunedex::LoadChannelFromFile() try {
+HRESULT CTunedex::LoadChannelFromFile() {
+  return AnsweringLackOfMemory([this] { return LoadChannels(); });
+}
+
+HRESULT CTunedex::LoadChannels() {
+  const auto channelFile = m_channelFile.PutBackWhenRaised();
   HRESULT hr = m_channelFile.Load();
   if (FAILED(hr)) return hr;
   dom::Element country;
-  hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
+  hr = RaiseLackOfMemory(m_channelFile.FindOrCreateCountry(m_countryCode, &country));
   if (SUCCEEDED(hr)) m_channelLists.LoadOne(country, m_signalType);
   return hr;
-} catch (const std::bad_alloc&) {
-  return E_OUTOFMEMORY;
 }
 
-HRESULT CTunedex::SaveChannelToFile() try {
+HRESULT CTunedex::SaveChannelToFile() {
+  return AnsweringLackOfMemory([this] { return SaveChannels(); });
+}
+
+HRESULT CTunedex::SaveChannels() {
   dom::Element country;
   HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
   if (FAILED(hr)) return hr;
@@ -80,8 +111,6 @@ HRESULT CTunedex::SaveChannelToFile() try {
   if (FAILED(hr) && !m_channelFile.IsDirty()) return hr;
   m_channelFile.SetDirty(true);
   return m_channelFile.Save();
-} catch (const std::bad_alloc&) {
-  return E_OUTOFMEMORY;
 }
 
 HRESULT CTunedex::GetStorageType(EStorageType* pStorageType) {

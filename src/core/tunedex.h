@@ -52,16 +52,26 @@ class CTunedex final : public Aggregatable<IZorTunedex> {
                                                 IChannelInfoMgr** ppChannelMgr) override;
 
  private:
-  explicit CTunedex(IUnknown* outer) : Aggregatable(outer, IID_IZorTunedex) {}
+  explicit CTunedex(IUnknown* outer);
 
-  void SetDirectory(BSTR directory);
   std::string PathOf(const char* fileName) const;
+
+  // What the methods of these names do. They raise lack of memory, and then have loaded nothing:
+  // documents and lists are what they were.
+  HRESULT OpenDirectory(WideView directory, DWORD countryCode, InputSignalType signalType);
+  HRESULT OpenDocuments();
+  HRESULT LoadChannels();
+  HRESULT SaveChannels();
+  HRESULT LoadSatellites();
+  HRESULT LoadUserSettings();
+  HRESULT LoadPresets();
+  HRESULT SelectArea(LONG lArea, LONG lSubArea);
 
   // Made with the object and taken by no method: a host that shares a database between threads
   // serialises its calls.
   std::recursive_mutex m_mutex;
   InputSignalType m_signalType = InputSignalUnknown;
-  Bstr m_directory;  // ends in a separator once it is set
+  std::basic_string<OLECHAR> m_directory;  // ends in a separator once it is set
   DWORD m_countryCode = 0;
   EStorageType m_storageType = StorageXML;
   CXmlChanParser m_channelFile;

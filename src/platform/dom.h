@@ -65,6 +65,8 @@ class Element {
   ULONG Release();
 
   HRESULT TagName(std::string& name) const;
+  /// True when the tag, with its prefix, is this name. Takes no memory of ours.
+  bool HasTag(std::string_view name) const;
   HRESULT OwnerDocument(Document& out) const;
 
   /// First match of a relative path.
@@ -147,7 +149,8 @@ class Document {
   explicit operator bool() const { return m_document != nullptr; }
 
   /// Replaces the contents by the file's. S_OK with `success` true, or S_FALSE with `success` false
-  /// and an empty document.
+  /// and an empty document. Without memory ComError is raised, and the contents are the old ones or
+  /// none.
   HRESULT Load(const std::string& path, bool& success);
   /// Writes the document; the old file stays when that fails or when the document cannot be written
   /// as well-formed XML.

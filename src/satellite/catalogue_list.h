@@ -4,6 +4,7 @@
 
 #include "core/gen_com_obj.h"
 #include "platform/dom.h"
+#include "platform/lack_of_memory.h"
 #include "satellite/record_loading.h"
 #include "xml/xml_nodes.h"
 
@@ -42,6 +43,9 @@ class CatalogueList : public CGenComObj<C, M> {
     // The catalogue comes with the application and is never written.
     return FAILED(hr) ? hr : E_NOTIMPL;
   }
+  /// Undoes opening and loading when its own scope is left by an exception.
+  auto PutBackWhenRaised() { return PutBack(m_records, m_element, m_dirty); }
+
   HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override {
     if (plDirty == nullptr) return E_POINTER;
     *plDirty = m_dirty;
@@ -98,19 +102,18 @@ class CatalogueList : public CGenComObj<C, M> {
 
 template <typename C, typename M, typename I>
 HRESULT STDMETHODCALLTYPE CatalogueList<C, M, I>::Load(REFIID riid, IUnknown* pUnknown) {
-  try {
+  return AnsweringLackOfMemory([=, this] {
     dom::Element element;
     const HRESULT hr = xml::SourceElement(riid, pUnknown, element);
     return FAILED(hr) ? hr : LoadFrom(element);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
 // What is there stays; an element that cannot be read is left out. The result is that of the last
 // step for the last element.
 template <typename C, typename M, typename I>
 HRESULT CatalogueList<C, M, I>::LoadFrom(const dom::Element& element) {
+  const PutBack bound(m_element);
   if (element.Get() != m_element.Get()) m_element = element;
   dom::ElementList elements;
   HRESULT hr = element.Select(C::kPath, elements);
@@ -119,7 +122,6 @@ HRESULT CatalogueList<C, M, I>::LoadFrom(const dom::Element& element) {
                     [this](const dom::Element& record, LONG position, Loaded& loaded) {
                       return static_cast<C*>(this)->LoadRecord(record, position, loaded);
                     });
-  if (hr == E_OUTOFMEMORY) return hr;
   this->SetDirty(0);
   return hr;
 }

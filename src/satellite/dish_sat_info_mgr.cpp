@@ -30,23 +30,19 @@ HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Clear() {
 }
 
 HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
-  try {
+  return AnsweringLackOfMemory([=, this] {
     dom::Element setting;
     const HRESULT hr = xml::SourceElement(riid, pUnknown, setting);
     return FAILED(hr) ? hr : LoadFrom(setting);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
 HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::Save(REFIID riid, IUnknown* pUnknown) {
-  try {
+  return AnsweringLackOfMemory([=, this] {
     dom::Element setting;
     const HRESULT hr = xml::SourceElement(riid, pUnknown, setting);
     return FAILED(hr) ? hr : SaveTo(setting);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
 HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::CreateDishSatInfo(IDishSatInfo** ppInfo) {
@@ -108,8 +104,10 @@ HRESULT CDishSatInfoMgr::Renumber(bool ascending, UINT dishNum) {
   return S_OK;
 }
 
-// What is there stays. A dish without an element is an empty one.
+// What is there stays. A dish without an element is an empty one. Assignments of all the dishes are
+// added, or of none.
 HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
+  const PutBack before(m_dishes, m_element);
   if (setting.Get() != m_element.Get()) m_element = setting;
   HRESULT hr = S_OK;
   for (UINT dishNum = 0; dishNum < m_dishes.size(); ++dishNum) {
@@ -123,7 +121,6 @@ HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
                             [this](const dom::Element& record, LONG position, Loaded& loaded) {
                               return LoadRecord(record, position, loaded);
                             });
-    if (hr == E_OUTOFMEMORY) return hr;
   }
   SetDirty(0);
   return hr;

@@ -4,6 +4,7 @@
 
 #include "core/gen_com_obj.h"
 #include "platform/dom.h"
+#include "platform/lack_of_memory.h"
 #include "satellite/record_loading.h"
 
 /// The satellites of up to four dishes. Unlike the lists of the catalogue it can save itself. It is
@@ -29,6 +30,9 @@ class CDishSatInfoMgr : public CGenComObj<CDishSatInfoMgr, IDishSatInfoMgr> {
                                                   UINT nIndex) override;
   HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
   HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) override;
+
+  /// Undoes opening and loading when its own scope is left by an exception.
+  auto PutBackWhenRaised() { return PutBack(m_dishes, m_element, m_dirty); }
 
   /// Numbers one dish's assignments 1, 2, 3, ... from the front, or from the back when not
   /// `ascending`. E_FAIL for a dish above 3. Removing calls it through the object's table, where it

@@ -31,7 +31,8 @@ class RecordList {
   /// Puts the record in front of the first one whose index is not smaller, else at the end. The
   /// same record can be added twice. A failing GetIndex is answered as it is.
   HRESULT Add(I* record);
-  /// The same for each in turn, by its key, with one pass over what is there.
+  /// The same for each in turn, by its key, with one pass over what is there; for all or, when that
+  /// raises, for none.
   void AddLoaded(const std::vector<Loaded>& loaded);
   /// Takes the first occurrence out and releases one reference in any case: of a record that the
   /// list does not hold, the caller's. Hosts that hand theirs over rely on it.
@@ -87,6 +88,7 @@ void RecordList<I>::AddLoaded(const std::vector<Loaded>& loaded) {
     return;
   }
   // A record changed the list while it was asked.
+  m_records.reserve(m_records.size() + loaded.size());
   for (const Loaded& item : loaded) InsertAt(PlaceFor(item.key), item.record);
 }
 

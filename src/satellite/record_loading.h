@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "platform/com_error.h"
 #include "platform/dom.h"
 #include "satellite/record_list.h"
 #include "xml/direction.h"
@@ -13,7 +14,8 @@ using NewRecords = std::vector<typename RecordList<I>::Loaded>;
 
 /// Adds a record for every element. `loadRecord(element, position, loaded)` appends it to `loaded`,
 /// or nothing when it fails: that element is left out. What is in the list stays. The result is
-/// that of the last element, `none` where there is none. Without memory nothing is added.
+/// that of the last element, `none` where there is none. Lack of memory is raised, and nothing is
+/// added then: a part of the records must not pass for all of them.
 template <typename I, typename LoadRecord>
 HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, HRESULT none,
                      LoadRecord loadRecord) {
@@ -23,9 +25,7 @@ HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, H
   for (LONG position = 0; position < elements.Count(); ++position) {
     dom::Element element;
     hr = elements.Item(position, element);
-    if (hr == S_OK) hr = loadRecord(element, position, loaded);
-    // A part of the records must not pass for all of them.
-    if (hr == E_OUTOFMEMORY) return hr;
+    if (hr == S_OK) hr = RaiseLackOfMemory(loadRecord(element, position, loaded));
   }
   records.AddLoaded(loaded);
   return hr;

@@ -5,8 +5,10 @@
 #include "satellite/fields.h"
 
 CSatelliteInfo::CSatelliteInfo() {
-  m_cBand.Open();
-  m_kuBand.Open();
+  for (CTransponderInfoMgr* list : {&m_cBand, &m_kuBand}) {
+    list->SetOwned(true);
+    list->Open();
+  }
 }
 
 CSatelliteInfo::~CSatelliteInfo() {

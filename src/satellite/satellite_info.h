@@ -45,6 +45,7 @@ class CSatelliteInfo : public CGenComObj<CSatelliteInfo, ISatelliteInfo> {
   Bstr m_id;
   ESatRegion m_region = RegionUnknown;
   ESatDivision m_division = SatcoDX_Unknown;
+  // Hosts cannot end them: the constructor marks them as owned.
   CTransponderInfoMgr m_cBand;
   CTransponderInfoMgr m_kuBand;
 };

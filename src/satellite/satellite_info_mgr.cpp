@@ -1,6 +1,7 @@
 #include "satellite/satellite_info_mgr.h"
 
 #include "platform/bstr.h"
+#include "platform/com_error.h"
 #include "platform/text.h"
 #include "satellite/satellite_info.h"
 #include "xml/satellite_elements.h"
@@ -124,8 +125,7 @@ HRESULT CSatelliteInfoMgr::LoadRecord(const dom::Element& element, LONG position
   const UINT index = static_cast<UINT>(position);
   record->SetIndex(index);
   loaded.push_back({record, key, index});
-  hr = LoadBand(element, record.Get(), SatFreqBand_CBand);
-  if (hr == E_OUTOFMEMORY) return hr;
+  RaiseLackOfMemory(LoadBand(element, record.Get(), SatFreqBand_CBand));
   // The last step for the last satellite is the result of the whole load, so a catalogue that ends
   // with a satellite without a Ku-Band answers E_FAIL although everything was loaded.
   return LoadBand(element, record.Get(), SatFreqBand_KuBand);

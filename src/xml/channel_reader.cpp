@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/task_block.h"
+#include "platform/com_error.h"
 #include "platform/text.h"
 #include "satellite/tuning_texts.h"
 #include "xml/base64.h"
@@ -217,7 +218,7 @@ HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bo
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
                     InputSignalType signalType, const station_blocks::Layout& layout) {
   TaskBlock block(layout.size);
-  if (!block) return E_FAIL;
+  if (!block) throw ComError(E_OUTOFMEMORY);
   _StationTuneInfo station = {};
   station.InputSignal = signalType;
   station.cbInformation = layout.size;

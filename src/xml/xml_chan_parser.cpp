@@ -71,10 +71,11 @@ HRESULT CreateChannelSet(const dom::Element& country, InputSignalType signalType
 
 HRESULT CXmlChanParser::Load() {
   if (!Doc()) return E_FAIL;
+  const auto putBack = PutBackWhenRaised();
   bool success = false;
   HRESULT hr = LoadFile(success);
   // A missing or broken file is an empty table.
-  if (!success) hr = CreateNewDocument();
+  if (!success) hr = RaiseLackOfMemory(CreateNewDocument());
   SetDirty(false);
   return hr;
 }
@@ -99,7 +100,7 @@ HRESULT CXmlChanParser::Save() {
     return hr == S_OK ? SaveFormattedFile(text) : hr;
   }
   // The outcome of a plain save is deliberately not reported; callers have always been told S_OK.
-  SaveFile();
+  RaiseLackOfMemory(SaveFile());
   return S_OK;
 }
 

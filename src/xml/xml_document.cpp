@@ -1,32 +1,35 @@
 #include "xml/xml_document.h"
 
+#include <utility>
+
 #include "platform/files.h"
 #include "xml/xml_format.h"
 #include "xml/xml_nodes.h"
 
 HRESULT CXmlDocument::Open(const std::string& path) {
+  const auto putBack = PutBackWhenRaised();
   Close();
-  m_path = path;
-  return m_document.Create();
+  m_state.path = path;
+  return RaiseLackOfMemory(m_state.document.Create());
 }
 
 HRESULT CXmlDocument::Close() {
-  m_document.Close();
-  m_dirty = false;
-  m_unreadable = false;
+  m_state.document.Close();
+  m_state.dirty = false;
+  m_state.unreadable = false;
   return S_OK;
 }
 
 HRESULT CXmlDocument::SetPreFormatted(bool on) {
-  if (m_preFormatted != on) {
-    m_preFormatted = on;
-    m_dirty = true;
+  if (m_state.preFormatted != on) {
+    m_state.preFormatted = on;
+    m_state.dirty = true;
   }
   return S_OK;
 }
 
 HRESULT CXmlDocument::GetRoot(dom::Element& root) const {
-  return m_document ? m_document.DocumentElement(root) : E_FAIL;
+  return m_state.document ? m_state.document.DocumentElement(root) : E_FAIL;
 }
 
 HRESULT CXmlDocument::FindOrAppend(const char* name, dom::Element* element) {
@@ -46,40 +49,45 @@ HRESULT CXmlDocument::FindOrAppend(const char* name, dom::Element* element) {
 
 HRESULT CXmlDocument::LoadFile(bool& success) {
   success = false;
-  if (!m_document) return E_FAIL;
-  const HRESULT hr = m_document.Load(m_path, success);
-  m_unreadable = !success && files::Size(m_path) > 0;
+  if (!m_state.document) return E_FAIL;
+  dom::Document loaded;
+  // A thread that can make no document (on Windows, one without COM) loads into the old one.
+  if (FAILED(RaiseLackOfMemory(loaded.Create()))) loaded = m_state.document;
+  const HRESULT hr = loaded.Load(m_state.path, success);
+  m_state.document = std::move(loaded);
+  m_state.unreadable = !success && files::Size(m_state.path) > 0;
   return hr;
 }
 
 HRESULT CXmlDocument::LoadOrEmpty() {
   bool success = false;
   const HRESULT hr = LoadFile(success);
-  if (success) m_dirty = false;
+  if (success) m_state.dirty = false;
   return success ? S_OK : hr;
 }
 
 bool CXmlDocument::KeepUnreadable() {
-  if (m_unreadable && files::Size(m_path) > 0 && !files::KeepUnreadable(m_path)) return false;
-  m_unreadable = false;
+  if (m_state.unreadable && files::Size(m_state.path) > 0 && !files::KeepUnreadable(m_state.path))
+    return false;
+  m_state.unreadable = false;
   return true;
 }
 
 HRESULT CXmlDocument::SaveFile() {
-  if (!m_document) return E_FAIL;
-  return KeepUnreadable() ? m_document.Save(m_path) : E_FAIL;
+  if (!m_state.document) return E_FAIL;
+  return KeepUnreadable() ? m_state.document.Save(m_state.path) : E_FAIL;
 }
 
 HRESULT CXmlDocument::SaveUnlessDirty() {
-  if (!m_document) return E_FAIL;
-  if (m_dirty) return S_FALSE;
+  if (!m_state.document) return E_FAIL;
+  if (m_state.dirty) return S_FALSE;
   dom::Element root;
   const HRESULT hr = GetRoot(root);
   if (hr != S_OK) return hr;
-  SaveFile();
+  RaiseLackOfMemory(SaveFile());
   return S_OK;
 }
 
 HRESULT CXmlDocument::SaveFormattedFile(const std::string& text) {
-  return KeepUnreadable() ? xml::WriteFormattedFile(m_path, text) : E_FAIL;
+  return KeepUnreadable() ? xml::WriteFormattedFile(m_state.path, text) : E_FAIL;
 }

@@ -3,9 +3,20 @@
 #include <string>
 
 #include "platform/dom.h"
+#include "platform/lack_of_memory.h"
 
-/// What the four file parsers share: one document, its path and its flags.
+/// What the four file parsers share: one document, its path and its flags. Lack of memory is
+/// raised; opening and loading then leave everything as it was.
 class CXmlDocument {
+ private:
+  struct State {
+    dom::Document document;
+    std::string path;
+    bool dirty = false;
+    bool preFormatted = false;
+    bool unreadable = false;
+  };
+
  public:
   CXmlDocument() = default;
   CXmlDocument(const CXmlDocument&) = delete;
@@ -18,20 +29,23 @@ class CXmlDocument {
   HRESULT Close();
   /// Chooses the pre-formatted form for saving; a change marks the document dirty.
   HRESULT SetPreFormatted(bool on);
-  void SetDirty(bool dirty) { m_dirty = dirty; }
-  bool IsDirty() const { return m_dirty; }
+  void SetDirty(bool dirty) { m_state.dirty = dirty; }
+  bool IsDirty() const { return m_state.dirty; }
+  /// Undoes opening and loading when its own scope is left by an exception: for calls that do more
+  /// than that.
+  auto PutBackWhenRaised() { return PutBack(m_state); }
 
  protected:
-  const dom::Document& Doc() const { return m_document; }
-  bool IsPreFormatted() const { return m_preFormatted; }
+  const dom::Document& Doc() const { return m_state.document; }
+  bool IsPreFormatted() const { return m_state.preFormatted; }
 
   /// E_FAIL without a document; S_FALSE with an empty handle when there is no document element.
   HRESULT GetRoot(dom::Element& root) const;
   /// The first child of the document element with the name, appended where it is missing. E_FAIL
   /// without a document or a document element; E_POINTER for null, after the element was made.
   HRESULT FindOrAppend(const char* name, dom::Element* element);
-  /// Loads the file and remembers when there was something in it that could not be read. E_FAIL
-  /// without a document.
+  /// Loads the file into a document of its own, which takes the place of the old one, and remembers
+  /// when there was something in it that could not be read. E_FAIL without a document.
   HRESULT LoadFile(bool& success);
   /// The same for files that are never made anew: clears the dirty flag when the file was read,
   /// else leaves it and hands the document's answer up, which is S_FALSE for a missing or
@@ -51,9 +65,5 @@ class CXmlDocument {
  private:
   bool KeepUnreadable();
 
-  dom::Document m_document;
-  std::string m_path;
-  bool m_dirty = false;
-  bool m_preFormatted = false;
-  bool m_unreadable = false;
+  State m_state;
 };

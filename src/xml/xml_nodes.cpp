@@ -1,8 +1,20 @@
 #include "xml/xml_nodes.h"
 
 #include <cstdio>
+#include <string_view>
+#include <utility>
 
 namespace xml {
+namespace {
+
+// The name in "./NAME"; empty for any other path.
+std::string_view NameIn(std::string_view path) {
+  if (!path.starts_with("./")) return {};
+  path.remove_prefix(2);
+  return path.find_first_of("/[@*. ") == std::string_view::npos ? path : std::string_view();
+}
+
+}  // namespace
 
 HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
   if (!element || name == nullptr || value == nullptr) return E_POINTER;
@@ -76,6 +88,21 @@ HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count)
   return hr;
 }
 
+HRESULT FindChild(const dom::Element& parent, const char* path, dom::Element* child) {
+  if (!parent || path == nullptr || child == nullptr) return E_POINTER;
+  const std::string_view name = NameIn(path);
+  if (name.empty()) return E_INVALIDARG;
+  dom::Element found;
+  HRESULT hr = parent.FirstChildElement(found);
+  while (hr == S_OK && !found.HasTag(name)) {
+    dom::Element next;
+    hr = found.NextSiblingElement(next);
+    found = std::move(next);
+  }
+  *child = std::move(found);
+  return hr;
+}
+
 HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, dom::Element* child) {
   if (!parent || child == nullptr || position < 0) return E_POINTER;
   dom::ElementList children;
@@ -87,12 +114,16 @@ HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, do
 
 HRESULT RemoveAllChildren(const dom::Element& parent, const char* path) {
   if (!parent || path == nullptr) return E_POINTER;
-  dom::ElementList children;
-  HRESULT hr = parent.Select(path, children);
-  for (LONG i = 0; i < children.Count(); ++i) {
-    dom::Element child;
-    hr = children.Item(i, child);
-    if (hr == S_OK) hr = parent.RemoveChild(child);
+  const std::string_view name = NameIn(path);
+  if (name.empty()) return E_INVALIDARG;
+  HRESULT hr = S_OK;
+  dom::Element child;
+  parent.FirstChildElement(child);
+  while (child) {
+    dom::Element next;
+    child.NextSiblingElement(next);
+    if (child.HasTag(name)) hr = parent.RemoveChild(child);
+    child = std::move(next);
   }
   return hr;
 }

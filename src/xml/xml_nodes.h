@@ -49,11 +49,17 @@ HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Elem
 /// element.
 HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count);
 
+/// The first child of the path "./NAME", without memory. S_FALSE and an empty element when there is
+/// none; E_INVALIDARG for any other path.
+HRESULT FindChild(const dom::Element& parent, const char* path, dom::Element* child);
+
 /// The match at a 0-based position: E_POINTER for a negative one, null or an empty element,
 /// E_INVALIDARG past the end.
 HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, dom::Element* child);
 
-/// Removes every match of the path from `parent`; the result is that of the last removal.
+/// Removes the children of the path "./NAME" from `parent`; the result is that of the last removal.
+/// E_INVALIDARG for any other path. Takes no memory: a list that has let go of a record must be
+/// able to strip its element.
 HRESULT RemoveAllChildren(const dom::Element& parent, const char* path);
 
 }  // namespace xml

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "channels/chan_info_mgr.h"
 #include "channels/channel_loading.h"
 #include "platform/com_error.h"
 #include "xml/channel_codec.h"
@@ -175,16 +174,25 @@ HRESULT CXmlPreSetChannelParser::GetPresetChannelMgr(LONG lArea, LONG lSubArea,
                                                      IChannelInfoMgr** ppChannelMgr) {
   if (ppChannelMgr == nullptr) return E_POINTER;
   *ppChannelMgr = nullptr;
-  m_list.Reset();
+  DropList();
   dom::Element subArea;
   const HRESULT hr = SelectSubArea(lArea, lSubArea, subArea);
   if (FAILED(hr)) return hr;
   // No list, but S_OK, when it cannot be made: hosts look at the pointer.
-  if (FAILED(CChanInfoMgr::CreateInstance(m_list.Receive()))) return S_OK;
+  IChannelInfoMgr* list = nullptr;
+  if (FAILED(CChanInfoMgr::CreateInstance(&list))) return S_OK;
+  m_list = ComPtr<CChanInfoMgr>::Attach(static_cast<CChanInfoMgr*>(list));
+  m_list->SetOwned(true);
   m_list->SetSignalType(InputSignalISDBTerrestrialOneSeg);
   RaiseLackOfMemory(m_list->Load(dom::kIidNode, subArea.Get()));
-  *ppChannelMgr = ComPtr<IChannelInfoMgr>(m_list).Detach();
+  m_list->AddRef();
+  *ppChannelMgr = list;
   return S_OK;
+}
+
+void CXmlPreSetChannelParser::DropList() {
+  if (m_list) m_list->SetOwned(false);
+  m_list.Reset();
 }
 
 HRESULT CXmlPreSetChannelParser::GetCustomerArea(LONG& lArea, dom::Element& area) const {
@@ -217,7 +225,7 @@ HRESULT CXmlPreSetChannelParser::SaveCustomerChannelList(const dom::Element& sou
   if (PrepareCustomerList(lIndex, szSubArea, list) != S_OK) return E_FAIL;
   CopyChannels(source, list);
   // Whether the file could be written is deliberately not told; callers have always been told S_OK.
-  SaveFile();
+  RaiseLackOfMemory(SaveFile());
   return S_OK;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "channels/chan_info_mgr.h"
 #include "core/interfaces.h"
 #include "platform/com_ptr.h"
 #include "xml/xml_document.h"
@@ -11,6 +12,8 @@
 /// unless said otherwise.
 class CXmlPreSetChannelParser : public CXmlDocument {
  public:
+  ~CXmlPreSetChannelParser() override { DropList(); }
+
   /// S_OK, or S_FALSE (the document's failure) for a missing or unreadable file: the document is
   /// then empty, and stays so. E_FAIL without a document.
   HRESULT Load() { return LoadOrEmpty(); }
@@ -50,6 +53,7 @@ class CXmlPreSetChannelParser : public CXmlDocument {
   HRESULT DeleteCustomerChannelList(LONG lIndex);
 
  private:
+  void DropList();
   /// As GetPresetChannelSet, E_FAIL when the file lacks it.
   HRESULT RequirePresetChannelSet(dom::Element& set) const;
   /// S_FALSE and an empty element where there is none.
@@ -61,5 +65,5 @@ class CXmlPreSetChannelParser : public CXmlDocument {
 
   LONG m_area = 0;
   LONG m_subArea = 0;
-  ComPtr<IChannelInfoMgr> m_list;  // the preset list that was handed out last
+  ComPtr<CChanInfoMgr> m_list;  // the preset list that was handed out last
 };

@@ -8,9 +8,9 @@ namespace {
 constexpr const char* kDishNames[] = {"DISH_1", "DISH_2", "DISH_3", "DISH_4"};
 constexpr const char* kDishPaths[] = {"./DISH_1", "./DISH_2", "./DISH_3", "./DISH_4"};
 
-// E_FAIL for whatever goes wrong.
+// E_FAIL for whatever else than lack of memory goes wrong.
 HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& child) {
-  if (xml::CreateElementFor(parent, name, child) != S_OK) return E_FAIL;
+  if (RaiseLackOfMemory(xml::CreateElementFor(parent, name, child)) != S_OK) return E_FAIL;
   return parent.AppendChild(child) == S_OK ? S_OK : E_FAIL;
 }
 
@@ -18,9 +18,10 @@ HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& ch
 
 HRESULT CXmlUsrConfParser::Load() {
   if (!Doc()) return E_FAIL;
+  const auto putBack = PutBackWhenRaised();
   bool success = false;
   LoadFile(success);
-  if (!success) CreateNewDocument();
+  if (!success) RaiseLackOfMemory(CreateNewDocument());
   SetDirty(false);
   return S_OK;
 }
@@ -45,7 +46,7 @@ HRESULT CXmlUsrConfParser::CreateNewDocument() {
 HRESULT CXmlUsrConfParser::GetDish(const dom::Element& setting, UINT dish, dom::Element* element) {
   if (!setting || element == nullptr) return E_POINTER;
   if (dish >= kDishCount) return E_FAIL;
-  return setting.SelectSingle(kDishPaths[dish], *element) == S_OK ? S_OK : E_FAIL;
+  return xml::FindChild(setting, kDishPaths[dish], element) == S_OK ? S_OK : E_FAIL;
 }
 
 HRESULT CXmlUsrConfParser::CountDishSats(const dom::Element& dish, LONG* count) {

@@ -128,6 +128,72 @@ TEST(AllocationFailure, LoadingLeavesAUsableList) {
   EXPECT_EQ(23u, CountOf(list.Get()));
 }
 
+// The set it came from stays the list's own, and the other one its document's.
+TEST(AllocationFailure, AFailedLoadBindsNothing) {
+  ChannelSet other;
+  for (LONG i = 0; i < 3; ++i) other.Add(i);
+  int allocations = 0;
+  for (;; ++allocations) {
+    ASSERT_LT(allocations, 5000);
+    ChannelSet set;
+    set.Add(1);
+    const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
+    ExpectHr(S_OK, list->Load(dom::kIidNode, set.Node()));
+    HRESULT hr = S_OK;
+    {
+      const FailAfter fail(allocations);
+      try {
+        hr = list->Load(dom::kIidNode, other.Node());
+      } catch (const ComError& error) {
+        hr = error.Error();
+      }
+    }
+    if (hr == S_OK) break;
+    ExpectHr(E_OUTOFMEMORY, hr);
+    BOOL dirty = 1;
+    ExpectHr(S_OK, list->GetDirty(&dirty));
+    EXPECT_EQ(0, dirty);
+    ExpectHr(S_OK, list->Clear());
+    EXPECT_EQ(0, set.Count());
+    EXPECT_EQ(3, other.Count()) << allocations;
+  }
+  EXPECT_GT(allocations, 5);
+}
+
+// The channels of the set go in any case: with the record, or not at all.
+TEST(AllocationFailure, StrippingTakesNoMemory) {
+  ChannelSet set;
+  for (LONG i = 1; i <= 3; ++i) set.Add(i);
+  set.AddOther("Other");
+  const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
+  ExpectHr(S_OK, list->Load(dom::kIidNode, set.Node()));
+  ComPtr<IChannelInfo> first;
+  ExpectHr(S_OK, list->GetChannelInfoByIndex(1, first.Receive()));
+  {
+    const FailAfter fail(0);
+    ExpectHr(E_OUTOFMEMORY, list->SortChannel(SortChannelByNo, 1));
+  }
+  EXPECT_EQ(3, set.Count());
+  {
+    const FailAfter fail(0);
+    ExpectHr(S_OK, list->MoveChannel(1, 2));
+  }
+  EXPECT_EQ(0, set.Count());
+  set.Add(1);
+  {
+    const FailAfter fail(0);
+    ExpectHr(S_OK, list->RemoveChannelInfo(first.Get()));
+  }
+  EXPECT_EQ(0, set.Count());
+  set.Add(1);
+  {
+    const FailAfter fail(0);
+    ExpectHr(S_OK, list->Clear());
+  }
+  EXPECT_EQ(0, set.Count());
+  EXPECT_EQ(1, set.Count("./Other"));
+}
+
 // Texts raise it; the record stays as it was, or as it is between the two steps of a new station.
 TEST(AllocationFailure, TextsRaiseIt) {
   const ComPtr<IChannelInfo> record = MakeRecord(InputSignalATSCCable);

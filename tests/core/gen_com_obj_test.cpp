@@ -132,6 +132,19 @@ TEST(GenComObj, MemberOfAnotherObjectKeepsTheOwnersReference) {
   EXPECT_EQ(0, Lnb::alive);
 }
 
+TEST(GenComObj, AnOwnedObjectOutlivesAReleaseTooMany) {
+  ILNBInfo* object = nullptr;
+  ExpectHr(S_OK, Lnb::CreateInstance(&object));
+  static_cast<Lnb*>(object)->SetOwned(true);
+  EXPECT_EQ(0U, object->Release());
+  EXPECT_EQ(0U, object->Release());
+  EXPECT_EQ(1, Lnb::alive);
+  ExpectRefCount(1, object);
+  static_cast<Lnb*>(object)->SetOwned(false);
+  EXPECT_EQ(0U, object->Release());
+  EXPECT_EQ(0, Lnb::alive);
+}
+
 TEST(GenComObj, DestructionHappensOnceAlthoughSomethingRefersBack) {
   ILNBInfo* object = nullptr;
   ExpectHr(S_OK, Lnb::CreateInstance(&object));

@@ -81,3 +81,58 @@ TYPED_TEST(AllocationFailure, LoadingLeavesAUsableList) {
   EXPECT_GT(allocations, 5);
   EXPECT_EQ(7U, this->Count());
 }
+
+// The element it came from stays the list's own, and the other one its document's.
+TYPED_TEST(AllocationFailure, AFailedLoadBindsNothing) {
+  TextDocument other(TypeParam::kSource);
+  const dom::Element container =
+      *TypeParam::kContainer == '\0' ? other.root : Child(other.root, TypeParam::kContainer);
+  for (int i = 0; i < 3; ++i) {
+    dom::Element element;
+    ExpectHr(S_OK, other.Document().CreateElement(TypeParam::kTag, element));
+    ExpectHr(S_OK, container.AppendChild(element));
+  }
+  int allocations = 0;
+  for (;; ++allocations) {
+    ASSERT_LT(allocations, 5000);
+    ExpectHr(S_OK, this->List().Open());
+    this->AddElement("a");
+    this->Load();
+    HRESULT hr = S_OK;
+    {
+      const FailAfter fail(allocations);
+      try {
+        hr = this->List().Load(dom::kIidNode, other.root.Get());
+      } catch (const ComError& error) {
+        hr = error.Error();
+      }
+    }
+    if (hr != E_OUTOFMEMORY) break;
+    EXPECT_EQ(0, this->Dirty());
+    ExpectHr(S_OK, this->List().Clear());
+    EXPECT_EQ(0, this->Elements()) << allocations;
+    EXPECT_EQ(3, ::Count(container, (std::string("./") + TypeParam::kTag).c_str()));
+  }
+  EXPECT_GT(allocations, 5);
+}
+
+// The records of the element go in any case: with the record, or not at all.
+TYPED_TEST(AllocationFailure, StrippingTakesNoMemory) {
+  for (const char* text : {"a", "b", "c"}) this->AddElement(text);
+  this->AddElement("x", "Other");
+  this->Load();
+  const auto record = this->At(1);
+  {
+    const FailAfter fail(0);
+    ExpectHr(S_OK, TypeParam::Remove(this->List(), record.Get()));
+  }
+  EXPECT_EQ(2U, this->Count());
+  EXPECT_EQ(0, this->Elements());
+  EXPECT_TRUE(this->Container().HasChildNodes()) << "only records are stripped";
+  this->AddElement("d");
+  {
+    const FailAfter fail(0);
+    ExpectHr(S_OK, this->List().Clear());
+  }
+  EXPECT_EQ(0, this->Elements());
+}

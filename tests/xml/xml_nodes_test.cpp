@@ -194,11 +194,28 @@ TEST(XmlNodes, RemovesMatchingChildrenOnly) {
   ExpectHr(S_OK, xml::RemoveAllChildren(document.root, "./c"));
 }
 
-TEST(XmlNodes, ResultIsThatOfTheLastRemoval) {
-  // Grandchildren are selected but cannot be removed from the grandparent.
-  const TextDocument document("<a><x><c/></x></a>");
-  ExpectHr(E_INVALIDARG, xml::RemoveAllChildren(document.root, "./x/c"));
+TEST(XmlNodes, ChildrenAreRemovedAndFoundByTheirNameAlone) {
+  const TextDocument document("<a><x><c/></x><c id='1'/></a>");
+  for (const char* path : {"./x/c", "./c[@id='1']", "./*", "./", "c", "."}) {
+    ExpectHr(E_INVALIDARG, xml::RemoveAllChildren(document.root, path));
+    dom::Element found;
+    ExpectHr(E_INVALIDARG, xml::FindChild(document.root, path, &found));
+  }
   EXPECT_EQ(1, Count(document.root, "./x/c"));
+  EXPECT_EQ(1, Count(document.root, "./c"));
+}
+
+TEST(XmlNodes, FindsTheFirstChild) {
+  const TextDocument document(
+      "<a><!-- c --><ab/><x><c id='0'/></x><p:c xmlns:p='urn:p'/><c id='1'/><c id='2'/></a>");
+  dom::Element found;
+  ExpectHr(S_OK, xml::FindChild(document.root, "./c", &found));
+  EXPECT_EQ("1", Attribute(found, "id"));
+  ExpectHr(S_FALSE, xml::FindChild(document.root, "./b", &found));
+  EXPECT_FALSE(found);
+  ExpectHr(E_POINTER, xml::FindChild({}, "./c", &found));
+  ExpectHr(E_POINTER, xml::FindChild(document.root, nullptr, &found));
+  ExpectHr(E_POINTER, xml::FindChild(document.root, "./c", nullptr));
 }
 
 TEST(XmlNodes, NewElementsBelongToTheDocumentAndHaveNoParent) {

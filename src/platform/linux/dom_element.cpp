@@ -100,6 +100,12 @@ HRESULT Element::TagName(std::string& name) const {
   });
 }
 
+bool Element::HasTag(std::string_view name) const {
+  if (m_node == nullptr) return false;
+  const Node& node = NodeOf(m_node);
+  return node.Owner().GetNames().Text(node.Name()) == name;
+}
+
 HRESULT Element::OwnerDocument(Document& out) const {
   if (m_node == nullptr) return E_INVALIDARG;
   return domtree::Guarded([&] {

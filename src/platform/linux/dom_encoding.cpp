@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -69,6 +71,7 @@ bool ConvertToUtf8(FileBytes& file) {
   if (encoding.empty()) return false;
   IconvConverter converter("UTF-8", encoding.c_str());
   std::string utf8;
+  if (!converter.IsOpen() && errno == ENOMEM) throw std::bad_alloc();
   if (!converter.IsOpen() || !converter.ConvertAll(text, utf8)) return false;
   return file.Assign(utf8);
 }

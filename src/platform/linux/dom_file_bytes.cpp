@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <new>
 #include <utility>
 
 #include "platform/linux/file_descriptor.h"
@@ -16,6 +17,7 @@ bool FileBytes::Read(const std::string& path) {
   Reset();
   // A pipe without a writer must not stop the open.
   const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file.IsOpen() && errno == ENOMEM) throw std::bad_alloc();
   struct stat state {};
   if (!file.IsOpen() || fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode)) return false;
   const auto size = static_cast<std::size_t>(state.st_size);

@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <mutex>
+#include <new>
+#include <utility>
 
 #include "platform/linux/dom_attribute_bound.h"
 #include "platform/linux/dom_encoding.h"
@@ -19,34 +21,54 @@ struct ParserEnd {
 };
 using Parser = std::unique_ptr<xmlParserCtxt, ParserEnd>;
 
-/// Keeps this thread's parser errors off the standard error stream.
-class Silence {
+/// What a file comes to. The parser does not tell everywhere that it lacked memory: without room
+/// for a name it takes a document for malformed.
+enum class Verdict { Good, Refused, Malformed };
+
+/// Keeps this thread's parser errors off the standard error stream, and takes note of those that
+/// are lack of memory.
+class Errors {
  public:
-  Silence() : m_function(xmlStructuredError), m_context(xmlStructuredErrorContext) {
-    xmlSetStructuredErrorFunc(nullptr, [](void*, auto) {});
+  Errors() : m_function(xmlStructuredError), m_context(xmlStructuredErrorContext) {
+    xmlSetStructuredErrorFunc(this, [](void* errors, auto error) {
+      if (error->code == XML_ERR_NO_MEMORY) static_cast<Errors*>(errors)->m_lacksMemory = true;
+    });
   }
-  Silence(const Silence&) = delete;
-  Silence& operator=(const Silence&) = delete;
-  ~Silence() { xmlSetStructuredErrorFunc(m_context, m_function); }
+  Errors(const Errors&) = delete;
+  Errors& operator=(const Errors&) = delete;
+  ~Errors() { xmlSetStructuredErrorFunc(m_context, m_function); }
+
+  bool AreLackOfMemory() const { return m_lacksMemory; }
 
  private:
   xmlStructuredErrorFunc m_function;
   void* m_context;
+  bool m_lacksMemory = false;
 };
 
-xmlParserInput* NewInput(xmlParserCtxt* parser, const FileBytes& file) {
-  xmlParserInput* input = xmlNewInputStream(parser);
-  if (input == nullptr) return nullptr;
+/// A parser of bytes that stay. Raises std::bad_alloc.
+Parser NewParser(const FileBytes& file, int options) {
+  Parser parser(xmlNewParserCtxt());
+  if (!parser) throw std::bad_alloc();
+  // Without NOENT an ampersand in an attribute is reported as a reference. There are no entities to
+  // substitute but the predefined ones: the builder stops at a document type.
+  xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOENT | options);
+  xmlParserInput* const input = xmlNewInputStream(parser.get());
+  if (input == nullptr) throw std::bad_alloc();
   input->base = input->cur = reinterpret_cast<const xmlChar*>(file.Data());
   input->end = input->base + file.Size();
-  return input;
+  if (inputPush(parser.get(), input) < 0) {
+    xmlFreeInputStream(input);
+    throw std::bad_alloc();
+  }
+  return parser;
 }
 
-bool Push(xmlParserCtxt* parser, xmlParserInput* input) {
-  if (input == nullptr) return false;
-  if (inputPush(parser, input) >= 0) return true;
-  xmlFreeInputStream(input);
-  return false;
+/// Raises std::bad_alloc where the parser tells that it lacked memory.
+bool IsWellFormed(xmlParserCtxt* parser, const Errors& errors) {
+  const bool hasParsed = xmlParseDocument(parser) == 0;
+  if (errors.AreLackOfMemory() || parser->errNo == XML_ERR_NO_MEMORY) throw std::bad_alloc();
+  return hasParsed && !parser->disableSAX && parser->wellFormed && parser->nsWellFormed;
 }
 
 /// The parser takes a zero for the end of its input.
@@ -74,36 +96,55 @@ Declaration DeclarationOf(const xmlParserCtxt* parser) {
   }
 }
 
-bool ParseUtf8(Store& store, int options) {
+Verdict Build(Store& store, int options) {
   const FileBytes& file = store.File();
-  if (!IsWithinAttributeBound({file.Data(), file.Size()})) return false;
-  const Silence silence;
-  const Parser parser(xmlNewParserCtxt());
-  if (!parser) return false;
-  // Without NOENT an ampersand in an attribute is reported as a reference. There are no entities to
-  // substitute but the predefined ones: the builder stops at a document type.
-  xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOENT | options);
+  if (!IsWithinAttributeBound({file.Data(), file.Size()})) return Verdict::Refused;
+  const Errors errors;
+  const Parser parser = NewParser(file, options);
   TreeBuilder builder(store, parser.get());
   *parser->sax = TreeBuilder::Handler();
   parser->userData = &builder;
-  if (!Push(parser.get(), NewInput(parser.get(), file))) return false;
-  if (xmlParseDocument(parser.get()) != 0 || builder.HasFailed()) return false;
-  if (parser->disableSAX || parser->errNo == XML_ERR_NO_MEMORY) return false;
-  if (!parser->wellFormed || !parser->nsWellFormed) return false;
-  if (!HasReadAll(parser->input) || !IsLabelledRight(parser.get())) return false;
+  const bool isWellFormed = IsWellFormed(parser.get(), errors);
+  builder.RaiseWhatWasRaised();
+  if (builder.HasFailed()) return Verdict::Refused;
+  if (!isWellFormed) return Verdict::Malformed;
+  if (!HasReadAll(parser->input) || !IsLabelledRight(parser.get())) return Verdict::Malformed;
   store.SetDeclaration(DeclarationOf(parser.get()));
-  return true;
+  return Verdict::Good;
+}
+
+/// Reads again without a tree, in much less memory. Raises std::bad_alloc when the document is well
+/// formed after all.
+void ConfirmMalformed(const FileBytes& file, int options) {
+  const Errors errors;
+  const Parser parser = NewParser(file, options);
+  *parser->sax = xmlSAXHandler{};
+  parser->sax->initialized = XML_SAX2_MAGIC;
+  const bool isWellFormed = IsWellFormed(parser.get(), errors);
+  if (isWellFormed && HasReadAll(parser->input) && IsLabelledRight(parser.get())) {
+    throw std::bad_alloc();
+  }
 }
 
 }  // namespace
 
-bool Parse(Store& store) {
+NewStore Parse(FileBytes file) {
   static std::once_flag once;
   std::call_once(once, xmlInitParser);
-  if (ParseUtf8(store, 0)) return true;
+  NewStore store(new Store);
+  store->File() = std::move(file);
+  int options = 0;
+  Verdict verdict = Build(*store, options);
   // Another encoding is refused in front of the first node.
-  return !store.Root().First() && ConvertToUtf8(store.File()) &&
-         ParseUtf8(store, XML_PARSE_IGNORE_ENC);
+  if (verdict != Verdict::Good && !store->Root().First() && ConvertToUtf8(store->File())) {
+    options = XML_PARSE_IGNORE_ENC;
+    verdict = Build(*store, options);
+  }
+  if (verdict == Verdict::Good) return store;
+  file = std::move(store->File());
+  store.reset();
+  if (verdict == Verdict::Malformed) ConfirmMalformed(file, options);
+  return nullptr;
 }
 
 }  // namespace domtree

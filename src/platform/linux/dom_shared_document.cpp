@@ -1,7 +1,5 @@
 #include "platform/linux/dom_shared_document.h"
 
-#include <memory>
-#include <new>
 #include <utility>
 
 #include "platform/files.h"
@@ -9,15 +7,6 @@
 #include "platform/linux/dom_writer.h"
 
 namespace domtree {
-namespace {
-
-struct StoreEnd {
-  void operator()(Store* store) const { store->Abandon(); }
-};
-/// A store that no document has yet.
-using NewStore = std::unique_ptr<Store, StoreEnd>;
-
-}  // namespace
 
 SharedDocument* SharedDocument::Create() {
   NewStore store(new Store);
@@ -46,17 +35,12 @@ void SharedDocument::Replace(Store* store) {
 }
 
 bool SharedDocument::Load(const std::string& path) {
-  // The old contents go first: two large trees need not fit at once.
-  Replace(new Store);
-  try {
-    NewStore store(new Store);
-    if (!store->File().Read(path) || !Parse(*store)) return false;
-    Replace(store.release());
-    return true;
-  } catch (const std::bad_alloc&) {
-    // A file that memory does not suffice for is one that cannot be read.
-    return false;
-  }
+  FileBytes file;
+  NewStore store;
+  if (file.Read(path)) store = Parse(std::move(file));
+  const bool isRead = store != nullptr;
+  Replace(isRead ? store.release() : new Store);
+  return isRead;
 }
 
 bool SharedDocument::Save(const std::string& path) const {

@@ -22,7 +22,8 @@ class SharedDocument {
   void Release();
 
   Store& Contents() const { return *m_store; }
-  /// Replaces the contents by the file's; false, and no contents, when that cannot be read.
+  /// Replaces the contents by the file's; false, and no contents, when that cannot be read. Raises
+  /// std::bad_alloc, and then leaves the contents.
   bool Load(const std::string& path);
   /// False when the document cannot be written; the old file is then as it was.
   bool Save(const std::string& path) const;

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "platform/linux/dom_file_bytes.h"
@@ -85,5 +86,11 @@ class Store {
   std::atomic<std::uint32_t> m_users{1};
   Declaration m_declaration = Declaration::None;
 };
+
+struct StoreEnd {
+  void operator()(Store* store) const { store->Abandon(); }
+};
+/// A store that no document has yet.
+using NewStore = std::unique_ptr<Store, StoreEnd>;
 
 }  // namespace domtree

@@ -30,6 +30,7 @@ void TreeBuilder::Guarded(void* builder, Step step) {
   try {
     step(self);
   } catch (...) {
+    self.m_raised = std::current_exception();
     self.Fail();
   }
 }

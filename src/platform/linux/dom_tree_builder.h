@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,8 @@
 namespace domtree {
 
 /// Puts what the parser reports into an empty store. Nothing is raised into the parser: after the
-/// first failure it is stopped, and what it still reports is ignored.
+/// first failure it is stopped, and what it still reports is ignored. What was raised is raised
+/// behind it.
 class TreeBuilder {
  public:
   TreeBuilder(Store& store, xmlParserCtxt* parser);
@@ -21,6 +23,9 @@ class TreeBuilder {
   static xmlSAXHandler Handler();
 
   bool HasFailed() const { return m_failed; }
+  void RaiseWhatWasRaised() const {
+    if (m_raised) std::rethrow_exception(m_raised);
+  }
 
  private:
   struct KnownName {
@@ -61,6 +66,7 @@ class TreeBuilder {
   std::string m_text;
   bool m_sawSpace = false;
   bool m_failed = false;
+  std::exception_ptr m_raised;
   /// The parser keeps every name once: its pointers tell names apart.
   std::array<KnownName, 512> m_known;
 };

@@ -66,11 +66,11 @@ HRESULT Document::Load(const std::string& path, bool& success) {
   success = false;
   if (!m_document) return E_INVALIDARG;
   ComPtr<IStream> stream;
-  const HRESULT hr = Guarded([&] { return memory_stream::FromFile(path, stream); });
-  if (SUCCEEDED(hr)) {
-    success = msxml::LoadStream(DocumentOf(m_document), stream.Get()) == S_OK;
-  }
+  HRESULT hr = Guarded([&] { return memory_stream::FromFile(path, stream); });
+  if (SUCCEEDED(hr)) hr = msxml::LoadStream(DocumentOf(m_document), stream.Get());
+  success = hr == S_OK;
   if (!success) Empty(DocumentOf(m_document));
+  RaiseLackOfMemory(hr);
   return success ? S_OK : S_FALSE;
 }
 

@@ -1,4 +1,6 @@
 // Elements over MSXML 3.0: the handle, the tree around it and what paths select.
+#include <algorithm>
+
 #include "platform/dom.h"
 #include "platform/text.h"
 #include "platform/windows/dom_path.h"
@@ -56,6 +58,15 @@ HRESULT Element::TagName(std::string& name) const {
   const HRESULT hr = ElementOf(m_node)->get_tagName(tag.Receive());
   if (hr == S_OK) name = text::ToUtf8(tag.View());
   return hr;
+}
+
+bool Element::HasTag(std::string_view name) const {
+  Bstr tag;
+  if (!m_node || ElementOf(m_node)->get_tagName(tag.Receive()) != S_OK) return false;
+  const WideView wide = tag.View();
+  return std::equal(
+      wide.begin(), wide.end(), name.begin(), name.end(),
+      [](OLECHAR unit, char byte) { return unit == static_cast<unsigned char>(byte); });
 }
 
 HRESULT Element::OwnerDocument(Document& out) const {

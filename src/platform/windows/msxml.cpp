@@ -21,6 +21,7 @@ HRESULT LoadStream(IXMLDOMDocument2* document, IStream* stream) {
   VARIANT_BOOL isLoaded = VARIANT_FALSE;
   const Variant source(stream);
   const HRESULT hr = document->load(source.Get(), &isLoaded);
+  if (hr == E_OUTOFMEMORY) return hr;
   // Wine answers some malformed texts with a failure code; the outcome is the same.
   return hr == S_OK && isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
 }

@@ -56,8 +56,8 @@ class Variant {
 /// An empty document that loads synchronously and fetches nothing that a file refers to.
 HRESULT CreateDocument(ComPtr<IXMLDOMDocument2>& out);
 
-/// Loads what the stream holds. S_OK, or S_FALSE when it is not well-formed; the document is empty
-/// then.
+/// Loads what the stream holds. S_OK, or S_FALSE when it is not well-formed, or E_OUTOFMEMORY; the
+/// document is empty then.
 HRESULT LoadStream(IXMLDOMDocument2* document, IStream* stream);
 
 }  // namespace msxml

@@ -8,10 +8,11 @@ using memory_faults::Lasts;
 
 namespace {
 
-HRESULT ResultOf(const std::function<HRESULT()>& call) {
+HRESULT ResultOf(const Attempt& attempt) {
   try {
-    return call();
+    return attempt.call();
   } catch (const ComError& error) {
+    if (attempt.tells == Tells::Answers) ADD_FAILURE() << "raised and not answered";
     return error.Error();
   } catch (const std::bad_alloc&) {
     ADD_FAILURE() << "a host knows ComError alone";
@@ -26,7 +27,7 @@ bool Try(const Attempt& attempt, int position, Lasts lasts) {
   bool hasFailed = false;
   {
     const memory_faults::Scope scope(position, lasts);
-    hr = ResultOf(attempt.call);
+    hr = ResultOf(attempt);
     hasFailed = scope.HasFailed();
   }
   attempt.check(hr, hasFailed);
@@ -48,8 +49,8 @@ void ForEveryAllocation(const Attempt& attempt) {
   }
 }
 
-void ExpectToldEverywhere(const std::function<HRESULT()>& call) {
+void ExpectToldEverywhere(const std::function<HRESULT()>& call, Tells tells) {
   ForEveryAllocation(
       {[] {}, call,
-       [](HRESULT hr, bool hasFailed) { ExpectHr(hasFailed ? E_OUTOFMEMORY : S_OK, hr); }});
+       [](HRESULT hr, bool hasFailed) { ExpectHr(hasFailed ? E_OUTOFMEMORY : S_OK, hr); }, tells});
 }

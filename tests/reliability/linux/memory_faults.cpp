@@ -1,9 +1,12 @@
-// This program's own operator new, and malloc as the library's objects call it (linked with
-// --wrap=malloc).
+// This program's own operator new, malloc as the library's objects call it (linked with
+// --wrap=malloc), and what libxml2 allocates with.
 #include "reliability/linux/memory_faults.h"
+
+#include <libxml/xmlmemory.h>
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace {
@@ -41,6 +44,16 @@ bool Scope::HasFailed() const { return wasRefused; }
 
 extern "C" void* __real_malloc(std::size_t size);
 extern "C" void* __wrap_malloc(std::size_t size) { return Fails() ? nullptr : __real_malloc(size); }
+
+namespace {
+
+// Before anything is allocated by them.
+[[maybe_unused]] const int parserAllocates = xmlMemSetup(
+    std::free, __wrap_malloc,
+    [](void* memory, std::size_t size) { return Fails() ? nullptr : std::realloc(memory, size); },
+    [](const char* text) { return Fails() ? nullptr : strdup(text); });
+
+}  // namespace
 
 void* operator new(std::size_t size) {
   if (!Fails()) {

@@ -1,5 +1,4 @@
-// Makes memory run out on this thread: operator new, task memory and BSTRs. Allocations of the
-// parser's library are its own and are not reached.
+// Makes memory run out on this thread: operator new, task memory, BSTRs and what libxml2 allocates.
 #pragma once
 
 namespace memory_faults {
