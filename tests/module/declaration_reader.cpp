@@ -86,14 +86,17 @@ std::string DeclarationReader::Bracketed() {
   }
 }
 
+std::string DeclarationReader::Name() {
+  if (AtEnd() || !IsOfName(Current()[0])) Fail();
+  return Next();
+}
+
 DeclaredParameter DeclarationReader::Declaration() {
   DeclaredParameter declared;
   if (Accept("const")) declared.type = "const ";
-  if (!IsOfName(Current().empty() ? '\0' : Current()[0])) Fail();
-  declared.type += Next();
+  declared.type += Name();
   while (Accept("*")) declared.type += '*';
-  if (!IsOfName(Current().empty() ? '\0' : Current()[0])) Fail();
-  declared.name = Next();
+  declared.name = Name();
   return declared;
 }
 
@@ -106,7 +109,7 @@ std::vector<DeclaredParameter> DeclarationReader::Fields() {
 DeclaredValues DeclarationReader::Values() {
   DeclaredValues values;
   for (Expect("{"); !Accept("}");) {
-    const std::string name = Next();
+    const std::string name = Name();
     Expect("=");
     const std::string sign = Accept("-") ? "-" : "";
     if (Current().find_first_not_of("0123456789") != std::string_view::npos) Fail();

@@ -26,6 +26,7 @@ class DeclarationReader {
   std::string_view Current() const { return m_words[m_position].text; }
   bool AtEnd() const { return Current().empty(); }
   std::string Next();
+  std::string Name();
   /// Goes on when the word is this one.
   bool Accept(std::string_view word);
   void Expect(std::string_view word);
