@@ -8,5 +8,5 @@ if(WIN32)
   list(APPEND ZORTUNEDEX_PUBLIC_HEADERS platform/windows/module_path.h)
 endif()
 file(GLOB parts CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/src
-     ${PROJECT_SOURCE_DIR}/src/core/station_blocks/*.h)
+     ${PROJECT_SOURCE_DIR}/src/core/interfaces/*.h ${PROJECT_SOURCE_DIR}/src/core/station_blocks/*.h)
 list(APPEND ZORTUNEDEX_PUBLIC_HEADERS ${parts})
