@@ -88,6 +88,8 @@ class IdlReader {
       if (m_reader.Accept("import")) {
         m_reader.Next();
         m_reader.Expect(";");
+      } else if (m_reader.Accept("cpp_quote")) {
+        m_reader.Bracketed();
       } else if (m_reader.Accept("typedef")) {
         ReadType();
       } else {

@@ -369,4 +369,8 @@ TEST(InterfaceOutline, CommentsAndConditionsDeclareNothing) {
   EXPECT_EQ(1U, header.records.size());
   ASSERT_TRUE(header.records.contains("E"));
   EXPECT_EQ(1U, header.records.at("E").size());
+  const Outline idl = OutlineOfIdl(
+      "#ifdef __midl\nimport \"a.idl\";\n#endif\ncpp_quote(\"typedef struct A { LONG a; } A;\")\n"
+      "// typedef struct B { LONG b; } B;\ntypedef struct E { LONG e; } E;");
+  EXPECT_EQ((Outline{{"struct E", {"LONG e"}}}), idl);
 }

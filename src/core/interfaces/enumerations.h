@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "platform/com.h"
+
 /// Kind of signal of a channel or a channel list. A value never changes its meaning.
 enum InputSignalType : std::int32_t {
   InputSignalUnknown = 0,
