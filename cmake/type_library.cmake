@@ -1,6 +1,6 @@
 # The type library and a header for client programs, both made of the IDL file by the IDL compiler
 # that comes with the cross compiler. `type_library` builds them into one folder, with the IDL file
-# beside them.
+# and what it imports beside them: all of this is in the package.
 set(ZORTUNEDEX_TYPE_LIBRARY_DIR ${CMAKE_BINARY_DIR}/type-library CACHE INTERNAL "")
 
 find_program(WIDL x86_64-w64-mingw32-widl REQUIRED)
@@ -11,16 +11,19 @@ find_path(STDOLE2_DIR stdole2.tlb
           PATH_SUFFIXES wine/x86_64-windows wine NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
 file(MAKE_DIRECTORY ${ZORTUNEDEX_TYPE_LIBRARY_DIR})
-set(idl ${PROJECT_SOURCE_DIR}/src/module/ZorTunedex.idl)
-set(idl_types ${PROJECT_SOURCE_DIR}/src/module/idl)
-set(widl ${WIDL} -m64 --nostdinc -I${idl_types} -L${STDOLE2_DIR})
+set(idl_folder ${PROJECT_SOURCE_DIR}/src/module)
+set(idl_files ${idl_folder}/ZorTunedex.idl ${idl_folder}/ole2.idl)
+set(widl ${WIDL} -m64 --nostdinc -L${STDOLE2_DIR})
+set(made ZorTunedex.tlb ZorTunedex.h ZorTunedex.idl ole2.idl)
+list(TRANSFORM made PREPEND ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/)
+# In the folder itself: the header names the file that it was made from.
 add_custom_command(
-  OUTPUT ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/ZorTunedex.tlb ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/ZorTunedex.h
-         ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/ZorTunedex.idl
-  COMMAND ${widl} -t -o ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/ZorTunedex.tlb ${idl}
-  COMMAND ${widl} -h -o ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/ZorTunedex.h ${idl}
-  COMMAND ${CMAKE_COMMAND} -E copy ${idl} ${ZORTUNEDEX_TYPE_LIBRARY_DIR}
-  DEPENDS ${idl} ${idl_types}/oaidl.idl
+  OUTPUT ${made}
+  COMMAND ${CMAKE_COMMAND} -E copy ${idl_files} .
+  COMMAND ${widl} -t -o ZorTunedex.tlb ZorTunedex.idl
+  COMMAND ${widl} -h -o ZorTunedex.h ZorTunedex.idl
+  WORKING_DIRECTORY ${ZORTUNEDEX_TYPE_LIBRARY_DIR}
+  DEPENDS ${idl_files}
   COMMENT "Making the type library"
   VERBATIM)
-add_custom_target(type_library DEPENDS ${ZORTUNEDEX_TYPE_LIBRARY_DIR}/ZorTunedex.tlb)
+add_custom_target(type_library DEPENDS ${made})

@@ -17,10 +17,33 @@
 //   fixed.
 #pragma once
 
+#include "platform/com.h"
+#include "platform/interface_uuid.h"
+
+/// Tells the header that an IDL compiler makes of ZorTunedex.idl that its declarations are here.
+#define ZORTUNEDEX_INTERFACES
+#ifndef __IZorTunedex_INTERFACE_DEFINED__  // where that header came first, they are there
+
 #include "core/interfaces/channels.h"
 #include "core/interfaces/database.h"
 #include "core/interfaces/enumerations.h"
 #include "core/interfaces/identifiers.h"
 #include "core/interfaces/satellites.h"
 #include "core/interfaces/station.h"
-#include "platform/com.h"
+
+// What __uuidof names: the class and the interfaces
+
+ZORTUNEDEX_UUID(class, ZorTunedex, CLSID, "D4FDC473-B225-4746-9983-065F8F21D798");
+ZORTUNEDEX_UUID(struct, IZorTunedex, IID, "D68DEB38-CC68-4BCF-9757-EDD6FF66F27E");
+ZORTUNEDEX_UUID(struct, IChannelInfo, IID, "3584EA46-F4B3-4D80-9D59-6372977C88A0");
+ZORTUNEDEX_UUID(struct, IChannelInfoMgr, IID, "FF376EE5-B768-40CF-9F72-128DD130584A");
+ZORTUNEDEX_UUID(struct, ISatelliteInfo, IID, "678F0641-A164-49B2-86C0-5B269C54E547");
+ZORTUNEDEX_UUID(struct, ISatelliteInfoMgr, IID, "25965562-4302-4466-A569-7A451620A4BB");
+ZORTUNEDEX_UUID(struct, ITransponderInfo, IID, "0823766E-9D78-4C9A-A1BB-8FB5BE797B1E");
+ZORTUNEDEX_UUID(struct, ITransponderInfoMgr, IID, "A4807474-3D36-413E-B497-FDD7233BDD14");
+ZORTUNEDEX_UUID(struct, ILNBInfo, IID, "AC27B5D0-A7A1-4D86-9A60-CE71D8327150");
+ZORTUNEDEX_UUID(struct, ILNBInfoMgr, IID, "303C56DC-22C2-47BC-BAAA-397D245B17B3");
+ZORTUNEDEX_UUID(struct, IDishSatInfo, IID, "2B02C9F4-A2F3-436E-80F5-AAA924838DD7");
+ZORTUNEDEX_UUID(struct, IDishSatInfoMgr, IID, "6364EAFD-2DBE-4434-B42F-46705FA6CE63");
+
+#endif

@@ -165,7 +165,7 @@ TEST(InterfaceOutline, ParametersOfTheIdlThatDiffer) {
 // Names that both know stand for the same numbers: those of the platform's IDL for compilers that
 // come without it.
 TEST(InterfaceOutline, BasicTypesOfTheIdlAreThoseOfTheHeader) {
-  const std::string types = SourceText("module/idl/oaidl.idl");
+  const std::string types = SourceText("module/ole2.idl");
   const std::map<std::string, BasicType> meanings = {
       {"char", BasicTypeOf<char>("")},
       {"unsigned char", BasicTypeOf<std::uint8_t>("")},

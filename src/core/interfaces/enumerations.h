@@ -86,8 +86,8 @@ enum ESatFreqBand : std::int32_t {
   SatFreqBand_KaBand = 4,
 };
 
-// The tuning enumerations are those of the Broadcast Driver Architecture, names and values; a host
-// that includes the platform's <bdatypes.h> does so before this header and keeps its own.
+// The tuning enumerations are those of the Broadcast Driver Architecture, names and values. On
+// Windows they come from the platform's <bdatypes.h>.
 #ifndef _BDATYPES_
 enum Polarisation : std::int32_t {
   BDA_POLARISATION_NOT_SET = -1,

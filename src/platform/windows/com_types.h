@@ -1,4 +1,6 @@
 // COM types on Windows: the platform's own headers, with the macros that would collide taken away.
+// bdatypes.h is among them for its tuning enumerations, which core/interfaces.h has too: so a host
+// may include it before or after.
 #pragma once
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -11,3 +13,5 @@
 #include <oleauto.h>
 #include <olectl.h>
 #include <windows.h>
+// Behind windows.h, whose types it takes for granted.
+#include <bdatypes.h>

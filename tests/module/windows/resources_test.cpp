@@ -1,12 +1,10 @@
 // What the built library carries besides its code.
 #include <gtest/gtest.h>
 #include <windows.h>
-#include <winver.h>
 
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <vector>
 
 #include "module/loaded_library.h"
 #include "platform/text.h"
@@ -51,18 +49,4 @@ TEST_F(Resources, TheName) {
   wchar_t name[64] = {};
   EXPECT_EQ(10, LoadStringW(m_module, 100, name, 64));
   EXPECT_STREQ(L"ZorTunedex", name);
-}
-
-TEST_F(Resources, TheVersion) {
-  std::string version = Find(VS_VERSION_INFO, MAKEINTRESOURCEW(16));
-  void* value = nullptr;
-  UINT length = 0;
-  ASSERT_TRUE(VerQueryValueW(version.data(), L"\\", &value, &length));
-  ASSERT_EQ(sizeof(VS_FIXEDFILEINFO), length);
-  const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(value);
-  EXPECT_EQ(0x00010000U, fixed->dwFileVersionMS);
-  EXPECT_EQ(static_cast<DWORD>(VFT_DLL), fixed->dwFileType);
-  ASSERT_TRUE(VerQueryValueW(version.data(), L"\\StringFileInfo\\040904B0\\ProductVersion", &value,
-                             &length));
-  EXPECT_STREQ(L"1.0.0.0", static_cast<const wchar_t*>(value));
 }

@@ -30,7 +30,7 @@ std::string TypeOf(ITypeInfo* info, const TYPEDESC& type) {
 std::string TypeOf(const std::string& declared) {
   // A type library knows no constants and no references.
   std::string type = declared.starts_with("const ") ? declared.substr(6) : declared;
-  if (type == "REFIID") return "_GUID*";
+  if (type == "REFIID") return "GUID*";
   if (type.starts_with("BOOL")) type.replace(0, 4, "LONG");
   return type;
 }
