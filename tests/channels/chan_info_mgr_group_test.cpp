@@ -119,6 +119,23 @@ TEST(ChanInfoMgrGroup, DestroyAllEmptiesWhatAClientHolds) {
   EXPECT_NE(list.Get(), ListOf(group, InputSignalFMRadio).Get());
 }
 
+// The lists go, what they were loaded from stays: another list, or the file, may still need it.
+TEST(ChanInfoMgrGroup, DestroyAllLeavesTheDocument) {
+  ChannelSet country;
+  {
+    CChanInfoMgrGroup writer;
+    ExpectHr(S_OK, writer.CreateAll());
+    AddChannel(ListOf(writer, InputSignalFMRadio).Get(), 1);
+    ExpectHr(S_OK, writer.SaveAll(country.Get()));
+  }
+  CChanInfoMgrGroup group;
+  ExpectHr(S_OK, group.CreateAll());
+  ExpectHr(S_OK, group.LoadOne(country.Get(), InputSignalFMRadio));
+  EXPECT_EQ(1u, CountOf(ListOf(group, InputSignalFMRadio).Get()));
+  ExpectHr(S_OK, group.DestroyAll());
+  EXPECT_EQ((std::vector<LONG>{1}), Values(country.Get(), "./ChannelSet/Channel", "index"));
+}
+
 TEST(ChanInfoMgrGroup, DestructionClosesTheLists) {
   ListPtr list;
   {

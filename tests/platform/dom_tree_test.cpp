@@ -204,6 +204,15 @@ TEST(DomPath, SelectsInDocumentOrder) {
   EXPECT_FALSE(first);
 }
 
+TEST(DomPath, SelectsElementsAlone) {
+  const dom::Document document = LoadBytes(
+      "<R><?A n='1'?><!--A--><A n='2'><?B n='3'?>B<B n='4'/></A><?A n='5'?><A n='6'><?B?></A></R>");
+  const dom::Element root = Root(document);
+  EXPECT_EQ("A2 A6", Selected(root, "./A"));
+  EXPECT_EQ("A2", Selected(root, "./A[@n='2']"));
+  EXPECT_EQ("B4", Selected(root, "./A/B"));
+}
+
 TEST(DomPath, PredicatesCompareTextExactly) {
   const dom::Document document = LoadBytes(
       "<R><A n='1' k='044' t='x'/><A n='2' k='44' t='x y' u=''/><A n='3' k='44' t=' x' v='1'"

@@ -94,6 +94,7 @@ class FakeChannel final : public IChannelInfo {
     pStationInfo->pbInformation = nullptr;
     if (block.empty()) return S_OK;
     pStationInfo->pbInformation = static_cast<BYTE*>(CoTaskMemAlloc(block.size()));
+    if (pStationInfo->pbInformation == nullptr) return E_OUTOFMEMORY;
     std::copy(block.begin(), block.end(), pStationInfo->pbInformation);
     return S_OK;
   }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "one_way_rows.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
@@ -265,6 +266,20 @@ TEST(ChannelReader, ComponentIndexReadsBackAsZero) {
       InputSignalTDMBMobile,
       "<Channel><ElementStreams Component_index='5' ComponentIndex='6'/></Channel>");
   EXPECT_EQ(0U, read.Word(796));
+}
+
+// Rows of the channel and of its streams alike.
+TEST(ChannelReader, RowsThatAreOnlyWrittenAreNotRead) {
+  const TextDocument document(
+      "<Channel both='1' read='2' written='3'>"
+      "<ElementStreams both='4' read='5' written='6'/></Channel>");
+  FakeChannel record(InputSignalFMRadio);
+  ExpectHr(S_OK, xml::ReadChannel(document.root, &record, InputSignalFMRadio, kOneWayLayout));
+  const std::uint32_t expected[] = {1, 2, 0, 4, 5, 0};
+  ASSERT_EQ(24U, record.block.size());
+  for (std::size_t i = 0; i < 6; ++i) {
+    EXPECT_EQ(expected[i], station_blocks::Fetch(&record.block[4 * i], 4)) << i;
+  }
 }
 
 TEST(ChannelReader, ComponentsGoWhereTheirIdSays) {

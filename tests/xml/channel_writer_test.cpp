@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/station_blocks.h"
+#include "one_way_rows.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
@@ -378,6 +379,17 @@ TEST(ChannelWriter, OneSegmentNames) {
     if (longest.empty()) longest = value;
     EXPECT_EQ(longest, value);
   }
+}
+
+// Rows of the channel and of its streams alike.
+TEST(ChannelWriter, RowsThatAreOnlyReadAreNotWritten) {
+  Written written(InputSignalFMRadio, kOneWayLayout.size);
+  for (std::uint32_t i = 0; i < 6; ++i) Put(written.record, 4 * i, 4, i + 1);
+  ExpectHr(S_OK, xml::WriteChannel(written.Channel(), &written.record, kOneWayLayout));
+  EXPECT_EQ(
+      "<Channel both=\"1\" written=\"3\">\n\t<ElementStreams both=\"4\" written=\"6\"/>\n"
+      "</Channel>\n",
+      Formatted(written.Channel()));
 }
 
 TEST(ChannelWriter, ComponentsOfTdmb) {

@@ -184,6 +184,21 @@ TEST_F(XmlDocument, FileThatGoesInBetweenIsNotKept) {
   EXPECT_EQ(1U, m_dir.Count());
 }
 
+TEST_F(XmlDocument, FileThatComesInBetweenIsNotKept) {
+  LoadUnreadable();
+  Write("of another program");
+  AddRoot();
+  ExpectHr(S_OK, m_probe.SaveFile());
+  EXPECT_EQ(1U, m_dir.Count()) << "it is not the file that could not be read";
+
+  Write("");
+  LoadUnreadable();
+  Write("of another program");
+  AddRoot();
+  ExpectHr(S_OK, m_probe.SaveFile());
+  EXPECT_EQ(1U, m_dir.Count());
+}
+
 TEST_F(XmlDocument, ReadableAgainIsNotKept) {
   Write("broken");
   LoadUnreadable();
@@ -201,6 +216,12 @@ TEST_F(XmlDocument, CloseForgetsTheUnreadableFile) {
   ExpectHr(S_OK, m_probe.SaveFile());
   EXPECT_EQ("broken", Read());
   EXPECT_EQ(2U, m_dir.Count());
+
+  LoadUnreadable();
+  ExpectHr(S_OK, m_probe.Open(m_dir.File("other.xml")));
+  AddRoot();
+  ExpectHr(S_OK, m_probe.SaveFile());
+  EXPECT_EQ(2U, m_dir.Count()) << "the other one is there and was never unreadable";
 }
 
 TEST_F(XmlDocument, FailedSaveKeepsTheOldFile) {

@@ -8,6 +8,17 @@
 
 namespace {
 
+/// Saves into a new set with memory that ends after so many allocations.
+HRESULT SaveAfter(IChannelInfoMgr* list, int allocations) {
+  const ChannelSet set;
+  const FailAfter fail(allocations);
+  try {
+    return list->Save(dom::kIidNode, set.Node());
+  } catch (const ComError& error) {
+    return error.Error();
+  }
+}
+
 TEST(SavingWithoutMemory, AnswersIt) {
   const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
   const ComPtr<IChannelInfo> record = MakeRecord(InputSignalFMRadio, 1);
@@ -17,21 +28,36 @@ TEST(SavingWithoutMemory, AnswersIt) {
   int failures = 0;
   for (int allocations = 0;; ++allocations) {
     ASSERT_LT(allocations, 5000);
-    ChannelSet set;
-    HRESULT hr = S_OK;
-    {
-      const FailAfter fail(allocations);
-      try {
-        hr = list->Save(dom::kIidNode, set.Node());
-      } catch (const ComError& error) {
-        hr = error.Error();
-      }
-    }
+    const HRESULT hr = SaveAfter(list.Get(), allocations);
     if (hr == S_OK) break;
     ++failures;
     ExpectHr(E_OUTOFMEMORY, hr);
   }
   EXPECT_GT(failures, 0);
+}
+
+// What was written is not in the file yet, whoever wrote it.
+TEST(SavingWithoutMemory, LeavesTheListDirty) {
+  const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
+  const ComPtr<IChannelInfo> changed = MakeRecord(InputSignalFMRadio, 1);
+  const ComPtr<IChannelInfo> last = MakeRecord(InputSignalFMRadio, 2);
+  Station station(InputSignalFMRadio);
+  for (IChannelInfo* record : {changed.Get(), last.Get()}) {
+    record->SetStationInfo(station.Get());
+    list->AddChannelInfo(record);
+  }
+  int writtenThenFailed = 0;
+  for (int allocations = 0;; ++allocations) {
+    ASSERT_LT(allocations, 5000);
+    changed->SetDirty(1);
+    last->SetDirty(0);
+    list->SetDirty(0);
+    const HRESULT hr = SaveAfter(list.Get(), allocations);
+    if (hr == S_OK) break;
+    if (DirtyOf(changed.Get()) == 0) ++writtenThenFailed;
+    EXPECT_EQ(1, DirtyOf(list.Get())) << allocations;
+  }
+  EXPECT_GT(writtenThenFailed, 0);
 }
 
 }  // namespace

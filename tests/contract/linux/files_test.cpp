@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <string>
 
 #include "contract/database.h"
@@ -43,6 +44,18 @@ TEST(Files, PathsHaveNoLimitOfTheLibrary) {
   for (int level = 0; level < 10; ++level) path /= std::string(100, 'd');
   ASSERT_TRUE(std::filesystem::create_directories(path));
   SaveMade(path, 2);
+  ExpectSaved(path, 2);
+}
+
+// The system's own limit: there is no room for a separator that is not needed.
+TEST(Files, DirectoryThatEndsInASeparatorGetsNoOther) {
+  const TempDir directory;
+  SaveMade(directory.Path(), 2);
+  const std::string name = kChannelFile;
+  std::string path = directory.Path();
+  path.append(PATH_MAX - 1 - path.size() - name.size(), '/');
+  ASSERT_EQ(0, access((path + name).c_str(), R_OK));
+  ASSERT_NE(0, access((path + '/' + name).c_str(), R_OK));
   ExpectSaved(path, 2);
 }
 

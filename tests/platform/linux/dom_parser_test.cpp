@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/dom.h"
+#include "platform/linux/dom_encoding.h"
 #include "support/dom_tools.h"
 #include "support/expect.h"
 #include "support/temp_dir.h"
@@ -188,6 +189,19 @@ TEST(DomParser, ReadsNoEncodingsThatChangeMidway) {
     const std::string text = std::string("<?xml version='1.0' encoding='") + name + "'?><a/>";
     EXPECT_FALSE(Loads(text)) << name;
   }
+}
+
+// The parser refuses such a name, too, but only after the conversion was asked for by it.
+TEST(DomParser, ConvertsNothingByANameWithOptions) {
+  const auto converts = [](const std::string& name) {
+    domtree::FileBytes file;
+    EXPECT_TRUE(file.Assign("<?xml version='1.0' encoding='" + name + "'?><a b='\xE9'/>"));
+    return domtree::ConvertToUtf8(file);
+  };
+  EXPECT_TRUE(converts("windows-1252"));
+  EXPECT_FALSE(converts("windows-1252//IGNORE"));
+  EXPECT_FALSE(converts("windows-1252//TRANSLIT"));
+  EXPECT_FALSE(converts("windows-1252/"));
 }
 
 TEST(DomParser, ReadsLargeFilesInOtherEncodings) {

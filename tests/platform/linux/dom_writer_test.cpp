@@ -121,6 +121,16 @@ TEST(DomWriter, AnEmptiedElementForgetsItsIndentation) {
   EXPECT_EQ("<T><C/></T>\r\n", Saved(document));
 }
 
+TEST(DomWriter, ABlankElementIsAnEmptyOne) {
+  const dom::Document document = LoadBytes("<T><C>\n \n</C><D> </D></T>");
+  const dom::Element root = Root(document);
+  EXPECT_EQ("<T><C/><D/></T>\r\n", Saved(document));
+  dom::Element child;
+  ExpectHr(S_OK, root.SelectSingle("./C", child));
+  AddChild(child, "E");
+  EXPECT_EQ("<T><C><E/></C><D/></T>\r\n", Saved(document)) << "there was nothing to indent";
+}
+
 TEST(DomWriter, AddsNoWhiteSpaceToTexts) {
   const dom::Document document = LoadBytes("<T>text<C/>\n <D/>\n</T>");
   const dom::Element root = Root(document);
@@ -185,6 +195,29 @@ TEST(DomWriter, RefusesWhatCouldNotBeLoadedAgain) {
   ExpectHr(E_FAIL, save(1, 50001, 10));
   ExpectHr(S_OK, save(1, 10, 10000000));
   ExpectHr(E_FAIL, save(1, 10, 10000001));
+}
+
+// Long values are written in pieces, and some characters are known by all of their bytes.
+TEST(DomWriter, LongValuesAreCutBetweenCharacters) {
+  constexpr std::size_t kPiece = 256 * 1024 / 6;
+  const TempDir dir;
+  for (std::size_t before = kPiece - 4; before <= kPiece + 1; ++before) {
+    const std::string start(before, 'v');
+    const std::string end(100, 'w');
+    const auto save = [&](const std::string& character) {
+      const dom::Document document = NewDocumentWithRoot("a");
+      ExpectHr(S_OK, Root(document).SetNarrow("b", start + character + end));
+      return document.Save(dir.File("a.xml"));
+    };
+    for (const char* character : {"\xC3\xA9", "\xEF\xBF\xBD", "\xF0\x9F\x93\xBA"}) {
+      ExpectHr(S_OK, save(character));
+      const std::string bytes = dir.Read("a.xml");
+      EXPECT_EQ(kDeclaration + ("<a b=\"" + start) + character + end + "\"/>\r\n", bytes);
+    }
+    for (const char* character : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+      ExpectHr(E_FAIL, save(character));
+    }
+  }
 }
 
 TEST(DomWriter, WritesInstructions) {

@@ -1,0 +1,41 @@
+// How often saving a channel copies its block.
+//
+// Linux only: MSXML allocates without operator new, which is what counts here
+#include "core/station_blocks.h"
+#include "platform/com_error.h"
+#include "reliability/linux/memory_faults.h"
+#include "support/dom_text.h"
+#include "support/fake_channel.h"
+#include "xml/channel_codec.h"
+
+namespace {
+
+/// Writes a record with a block of that size into an empty element; answers how often it asked for
+/// memory.
+int AllocationsOfWriting(InputSignalType signalType, std::size_t blockSize) {
+  FakeChannel record(signalType, blockSize);
+  for (int count = 0;; ++count) {
+    const TextDocument document("<Channel/>");
+    const memory_faults::Scope scope(count, memory_faults::Lasts::Once);
+    try {
+      const HRESULT hr = xml::CodeChannel(document.root, &record, xml::Direction::Write);
+      if (scope.HasFailed()) continue;
+      ExpectHr(S_OK, hr);
+      return count;
+    } catch (const ComError&) {
+    } catch (const std::bad_alloc&) {
+    }
+  }
+}
+
+}  // namespace
+
+// A host with sixty thousand channels waits for each of them.
+TEST(ChannelCopies, AWholeBlockIsWrittenAsItIs) {
+  for (const InputSignalType signalType : {InputSignalFMRadio, InputSignalDVBSatellite}) {
+    const std::size_t size = station_blocks::Find(signalType)->size;
+    const int whole = AllocationsOfWriting(signalType, size);
+    EXPECT_EQ(whole, AllocationsOfWriting(signalType, size + 1));
+    EXPECT_EQ(whole + 1, AllocationsOfWriting(signalType, size - 1)) << "filled up with zeros";
+  }
+}
