@@ -130,7 +130,6 @@ void RegReader::ReadText(std::u16string_view name, std::u16string_view data) {
   const std::optional<std::u16string> value = TakeQuoted(from);
   if (!value || !IsEnd(from.substr(0, from.find(u'\n')))) return;
   m_file.SetText(m_key, name, *value);
-  if (from.size() >= m_rest.size()) return;
   m_rest = from;
   NextLine();
 }
