@@ -176,6 +176,7 @@ TEST(RegFile, ValuesOfAMalformedKeyBelongToNoKey) {
     ExpectValue(u"kept", file, u"Name");
     if (section != "]["sv) {
       EXPECT_EQ(nullptr, file.FindText(kMachineKey, u"Other")) << section;
+      EXPECT_EQ(std::string::npos, file.Format().find(Utf16Bytes(u"Other").substr(2))) << section;
     }
   }
 }
