@@ -135,10 +135,12 @@ TEST(DomLifetime, RefusesWrongPlaces) {
   const dom::Element stranger = NewElement(document, "new");
   ExpectHr(E_INVALIDARG, root.InsertBefore(stranger, x));
   ExpectHr(E_INVALIDARG, a.AppendChild(a));
+  ExpectHr(E_INVALIDARG, x.AppendChild(x));
   ExpectHr(E_INVALIDARG, x.AppendChild(a));
   ExpectHr(E_INVALIDARG, x.AppendChild(root));
   ExpectHr(E_FAIL, document.AppendChild(stranger));
-  EXPECT_EQ("R(a(x) b)", Describe(root));
+  ExpectHr(S_OK, document.AppendChild(root));  // where it is
+  EXPECT_EQ("R(a(x) b)", Describe(Root(document)));
 }
 
 TEST(DomLifetime, InsertedBeforeItselfAnElementStaysWhereItIs) {
