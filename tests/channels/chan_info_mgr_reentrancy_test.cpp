@@ -176,6 +176,21 @@ TEST(ChanInfoMgrReentrancy, SortLeavesAListThatChangedMeanwhile) {
   EXPECT_EQ(2u, scene.records[0]->index);
 }
 
+// Its removal came first.
+TEST(ChanInfoMgrReentrancy, MovingARecordThatLeavesMeanwhileFails) {
+  Scene scene;
+  HostRecord* const leaving = scene.records[2];
+  const ComPtr<IChannelInfo> held(leaving);
+  leaving->onCall = [&] {
+    leaving->onCall = nullptr;
+    scene.list->RemoveChannelInfo(leaving);
+  };
+  ExpectHr(E_FAIL, scene.list->MoveChannel(3, 1));
+  EXPECT_EQ(kCount - 1, CountOf(scene.list.Get()));
+  EXPECT_EQ(3u, leaving->index);
+  ExpectRefCount(1, leaving);
+}
+
 TEST(ChanInfoMgrReentrancy, LockedMethodsMayCallEachOther) {
   Scene scene;
   UINT inner = 0;

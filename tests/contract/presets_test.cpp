@@ -173,6 +173,14 @@ TEST_F(Presets, WithAFileThatCannotBeUsed) {
   }
 }
 
+// The presets of the time before are still there.
+TEST_F(Presets, NothingIsStoredAfterOpeningForAnotherType) {
+  const ComPtr<IZorTunedex> database = Open();
+  ExpectHr(S_OK, database->Open(PathText(m_directory.Path()).Get(), kJapan, InputSignalFMRadio));
+  ExpectHr(S_OK, database->SaveCustomerChannelList(0, "name"));
+  ExpectPresetFileUntouched();
+}
+
 TEST_F(Presets, AreListed) {
   const ComPtr<IZorTunedex> database = Open();
   LONG count = 0;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "one_way_rows.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
@@ -269,25 +270,11 @@ TEST(ChannelReader, ComponentIndexReadsBackAsZero) {
 
 // Rows of the channel and of its streams alike.
 TEST(ChannelReader, RowsThatAreOnlyWrittenAreNotRead) {
-  using station_blocks::Form;
-  using station_blocks::Source;
-  using station_blocks::Use;
-  static constexpr station_blocks::Field kChannel[] = {
-      {"both", 0, 4},
-      {"read", 4, 4, Form::Number, Source::Block, Use::ReadOnly},
-      {"written", 8, 4, Form::Number, Source::Block, Use::WriteOnly},
-  };
-  static constexpr station_blocks::Field kStreams[] = {
-      {"both", 12, 4},
-      {"read", 16, 4, Form::Number, Source::Block, Use::ReadOnly},
-      {"written", 20, 4, Form::Number, Source::Block, Use::WriteOnly},
-  };
-  const station_blocks::Layout layout = {24, kChannel, kStreams, {}, nullptr, {}};
   const TextDocument document(
       "<Channel both='1' read='2' written='3'>"
       "<ElementStreams both='4' read='5' written='6'/></Channel>");
   FakeChannel record(InputSignalFMRadio);
-  ExpectHr(S_OK, xml::ReadChannel(document.root, &record, InputSignalFMRadio, layout));
+  ExpectHr(S_OK, xml::ReadChannel(document.root, &record, InputSignalFMRadio, kOneWayLayout));
   const std::uint32_t expected[] = {1, 2, 0, 4, 5, 0};
   ASSERT_EQ(24U, record.block.size());
   for (std::size_t i = 0; i < 6; ++i) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/station_blocks.h"
+#include "one_way_rows.h"
 #include "sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
@@ -382,23 +383,9 @@ TEST(ChannelWriter, OneSegmentNames) {
 
 // Rows of the channel and of its streams alike.
 TEST(ChannelWriter, RowsThatAreOnlyReadAreNotWritten) {
-  using station_blocks::Form;
-  using station_blocks::Source;
-  using station_blocks::Use;
-  static constexpr station_blocks::Field kChannel[] = {
-      {"both", 0, 4},
-      {"read", 4, 4, Form::Number, Source::Block, Use::ReadOnly},
-      {"written", 8, 4, Form::Number, Source::Block, Use::WriteOnly},
-  };
-  static constexpr station_blocks::Field kStreams[] = {
-      {"both", 12, 4},
-      {"read", 16, 4, Form::Number, Source::Block, Use::ReadOnly},
-      {"written", 20, 4, Form::Number, Source::Block, Use::WriteOnly},
-  };
-  const station_blocks::Layout layout = {24, kChannel, kStreams, {}, nullptr, {}};
-  Written written(InputSignalFMRadio, layout.size);
+  Written written(InputSignalFMRadio, kOneWayLayout.size);
   for (std::uint32_t i = 0; i < 6; ++i) Put(written.record, 4 * i, 4, i + 1);
-  ExpectHr(S_OK, xml::WriteChannel(written.Channel(), &written.record, layout));
+  ExpectHr(S_OK, xml::WriteChannel(written.Channel(), &written.record, kOneWayLayout));
   EXPECT_EQ(
       "<Channel both=\"1\" written=\"3\">\n\t<ElementStreams both=\"4\" written=\"6\"/>\n"
       "</Channel>\n",

@@ -15,6 +15,7 @@ namespace files {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
+/// As many as the system follows.
 constexpr int kLongestLinkChain = 40;
 
 std::optional<std::string> ReadLink(const std::string& path) {
@@ -31,7 +32,7 @@ std::optional<std::string> ReadLink(const std::string& path) {
 
 /// Where the symbolic links at `path` end, also when nothing stands there yet. None: a circle.
 std::optional<std::string> FollowLinks(std::string path) {
-  for (int followed = 0; followed < kLongestLinkChain; ++followed) {
+  for (int followed = 0; followed <= kLongestLinkChain; ++followed) {
     const std::optional<std::string> link = ReadLink(path);
     if (!link) return path;
     path = link->starts_with('/') ? *link : DirectoryOf(path) + "/" + *link;

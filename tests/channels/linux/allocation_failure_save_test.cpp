@@ -8,6 +8,17 @@
 
 namespace {
 
+/// Saves into a new set with memory that ends after so many allocations.
+HRESULT SaveAfter(IChannelInfoMgr* list, int allocations) {
+  const ChannelSet set;
+  const FailAfter fail(allocations);
+  try {
+    return list->Save(dom::kIidNode, set.Node());
+  } catch (const ComError& error) {
+    return error.Error();
+  }
+}
+
 TEST(SavingWithoutMemory, AnswersIt) {
   const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
   const ComPtr<IChannelInfo> record = MakeRecord(InputSignalFMRadio, 1);
@@ -17,16 +28,7 @@ TEST(SavingWithoutMemory, AnswersIt) {
   int failures = 0;
   for (int allocations = 0;; ++allocations) {
     ASSERT_LT(allocations, 5000);
-    ChannelSet set;
-    HRESULT hr = S_OK;
-    {
-      const FailAfter fail(allocations);
-      try {
-        hr = list->Save(dom::kIidNode, set.Node());
-      } catch (const ComError& error) {
-        hr = error.Error();
-      }
-    }
+    const HRESULT hr = SaveAfter(list.Get(), allocations);
     if (hr == S_OK) break;
     ++failures;
     ExpectHr(E_OUTOFMEMORY, hr);
@@ -50,16 +52,7 @@ TEST(SavingWithoutMemory, LeavesTheListDirty) {
     changed->SetDirty(1);
     last->SetDirty(0);
     list->SetDirty(0);
-    ChannelSet set;
-    HRESULT hr = S_OK;
-    {
-      const FailAfter fail(allocations);
-      try {
-        hr = list->Save(dom::kIidNode, set.Node());
-      } catch (const ComError& error) {
-        hr = error.Error();
-      }
-    }
+    const HRESULT hr = SaveAfter(list.Get(), allocations);
     if (hr == S_OK) break;
     if (DirtyOf(changed.Get()) == 0) ++writtenThenFailed;
     EXPECT_EQ(1, DirtyOf(list.Get())) << allocations;

@@ -160,6 +160,21 @@ TEST_F(AtomicFile, LongLinksAreFollowed) {
   EXPECT_EQ("new", m_dir.Read(name + "/" + name + "/file"));
 }
 
+// What the system opens through links can be replaced through them.
+TEST_F(AtomicFile, AsManyLinksAreFollowedAsTheSystemFollows) {
+  m_dir.Write("0", "old");
+  int longest = 0;
+  for (int link = 1; link <= 50; ++link) {
+    const std::string name = std::to_string(link);
+    fs::create_symlink(std::to_string(link - 1), Path(name));
+    const bool opens = access(Path(name).c_str(), W_OK) == 0;
+    if (opens) longest = link;
+    EXPECT_EQ(opens, Replace(Path(name), name)) << link;
+  }
+  EXPECT_GT(longest, 8);
+  EXPECT_EQ(std::to_string(longest), m_dir.Read("0"));
+}
+
 TEST_F(AtomicFile, LinkInACircleIsRefused) {
   fs::create_symlink("second", Path("first"));
   fs::create_symlink("first", Path("second"));

@@ -135,10 +135,28 @@ TEST(DomLifetime, RefusesWrongPlaces) {
   const dom::Element stranger = NewElement(document, "new");
   ExpectHr(E_INVALIDARG, root.InsertBefore(stranger, x));
   ExpectHr(E_INVALIDARG, a.AppendChild(a));
+  ExpectHr(E_INVALIDARG, x.AppendChild(x));
   ExpectHr(E_INVALIDARG, x.AppendChild(a));
   ExpectHr(E_INVALIDARG, x.AppendChild(root));
   ExpectHr(E_FAIL, document.AppendChild(stranger));
-  EXPECT_EQ("R(a(x) b)", Describe(root));
+  ExpectHr(S_OK, document.AppendChild(root));  // where it is
+  EXPECT_EQ("R(a(x) b)", Describe(Root(document)));
+}
+
+TEST(DomLifetime, InsertedBeforeItselfAnElementStaysWhereItIs) {
+  const dom::Document document = LoadBytes("<R><a/><b/><c/></R>");
+  const dom::Element root = Root(document);
+  for (const char* path : {"./a", "./b", "./c"}) {
+    dom::Element child;
+    ExpectHr(S_OK, root.SelectSingle(path, child));
+    ExpectHr(S_OK, root.InsertBefore(child, child));
+    dom::ElementList all;
+    for (const char* each : {"./a", "./b", "./c"}) {
+      ExpectHr(S_OK, root.Select(each, all));
+      ASSERT_EQ(1, all.Count()) << path << ' ' << each;
+    }
+    ASSERT_EQ("R(a b c)", Describe(root));
+  }
 }
 
 TEST(DomLifetime, InsertedBeforeItselfAnElementStaysWhereItIs) {

@@ -185,6 +185,21 @@ TEST(DomWriter, KeepsDeclarationsAmongTheOtherAttributes) {
                       "c='2'/>"));
 }
 
+TEST(DomWriter, ThePrefixOfXmlNeedsNoDeclaration) {
+  EXPECT_EQ("<a xml:lang=\"de\"><b xml:space=\"preserve\"/></a>\r\n",
+            Rewritten("<a xml:lang='de'><b xml:space='preserve'/></a>"));
+}
+
+TEST(DomWriter, PrefixesComeFromFilesAlone) {
+  const dom::Document document = LoadBytes("<R xmlns:p='u'><a p:k='1'/><b/></R>");
+  dom::Element child;
+  ExpectHr(S_OK, Root(document).SelectSingle("./b", child));
+  ExpectHr(E_INVALIDARG, child.SetInt("p:k", 2));
+  ExpectHr(S_OK, Root(document).SelectSingle("./a", child));
+  ExpectHr(S_OK, child.SetInt("p:k", 2));
+  EXPECT_EQ("<R xmlns:p=\"u\"><a p:k=\"2\"/><b/></R>\r\n", Saved(document));
+}
+
 TEST(DomWriter, RefusesAttributesThatBecameTheSame) {
   const TempDir dir;
   const dom::Document document = LoadBytes(
@@ -245,6 +260,16 @@ TEST(DomWriter, LongValuesAreCutBetweenCharacters) {
   }
 }
 
+TEST(DomWriter, WhatFollowsAForbiddenCharacterExcusesNothing) {
+  const TempDir dir;
+  for (const char* first : {"\x01", "\xEF\xBF\xBF"}) {
+    const dom::Document document = NewDocumentWithRoot("a");
+    ExpectHr(S_OK, Root(document).SetNarrow("b", std::string(first) + "\xEF\xBC\xA1 and more"));
+    AddChild(Root(document), "c");
+    ExpectHr(E_FAIL, document.Save(dir.File("a.xml")));
+  }
+}
+
 TEST(DomWriter, WritesInstructions) {
   const dom::Document document = NewDocument();
   ExpectHr(E_INVALIDARG, document.AppendProcessingInstruction("XML", "x"));
@@ -256,6 +281,12 @@ TEST(DomWriter, WritesInstructions) {
   ExpectHr(S_OK, document.AppendProcessingInstruction("pi", "a='1'"));
   ExpectHr(S_OK, document.AppendChild(NewElement(document, "a")));
   EXPECT_EQ(std::string(kDeclaration) + "<?pi a='1'?>\r\n<a/>\r\n", Saved(document));
+  // A declaration stands in front of everything or nowhere.
+  for (const char* bytes : {"<a/>", "<?pi?><a/>"}) {
+    const dom::Document other = LoadBytes(bytes);
+    ExpectHr(E_FAIL, other.AppendProcessingInstruction("xml", "version='1.0'"));
+    EXPECT_EQ(std::string::npos, Saved(other).find("?xml"));
+  }
 }
 
 TEST(DomWriter, WritesLargeDocuments) {

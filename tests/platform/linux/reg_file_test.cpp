@@ -145,6 +145,7 @@ TEST(RegFile, MalformedLinesAreLeftOutAlone) {
       "\"NoNumber\"=dword:\r\n"
       "\"BadHex\"=hex:0g\r\n"
       "\"LongHex\"=hex:012\r\n"
+      "\"GapInHex\"=hex:00,,01\r\n"
       "\"BadType\"=hex(2:00\r\n"
       "\"Kind\"=word:1\r\n"
       "Name=\"x\"\r\n"
