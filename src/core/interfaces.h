@@ -9,8 +9,9 @@
 // - A BSTR that is handed out is a fresh copy, which the caller frees with SysFreeString; a text
 //   that was never set comes out null. A BSTR that is handed in is copied; null stores null.
 // - BOOL is 32-bit, 0 or 1 unless said otherwise. Indexes are 1-based unless said otherwise.
-// - Where no memory is left for a text, a ComError carrying E_OUTOFMEMORY is raised. Loading,
-//   saving and opening answer or raise it: part of a list never passes for the whole.
+// - Where no memory is left for a text, records and the lookups by text raise a ComError carrying
+//   E_OUTOFMEMORY. All others answer it: IZorTunedex never raises, and part of a list never passes
+//   for the whole. Opening and loading without memory change nothing.
 // - Objects may be called from any thread, one at a time; only reference counts are atomic, and the
 //   channel list locks the methods that say so.
 // - The order of the methods is the order of their slots behind the three of IUnknown, and is
