@@ -122,7 +122,7 @@ const Record& Find(const std::vector<Record>& records, const std::string& utf8, 
 
 }  // namespace
 
-std::size_t Catalogue::TransponderCount() const {
+std::size_t SatelliteCatalogue::TransponderCount() const {
   std::size_t count = 0;
   for (const Satellite& satellite : satellites) {
     count += satellite.cBand.size() + satellite.kuBand.size();
@@ -130,15 +130,15 @@ std::size_t Catalogue::TransponderCount() const {
   return count;
 }
 
-const Satellite& Catalogue::FindSatellite(const std::string& utf8) const {
+const Satellite& SatelliteCatalogue::FindSatellite(const std::string& utf8) const {
   return Find(satellites, utf8, "satellite", {&Satellite::id, &Satellite::name});
 }
 
-const LnbType& Catalogue::FindLnb(const std::string& utf8) const {
+const LnbType& SatelliteCatalogue::FindLnb(const std::string& utf8) const {
   return Find(lnbs, utf8, "LNB type", {&LnbType::type});
 }
 
-Catalogue ReadCatalogue(const Location& location) {
+SatelliteCatalogue ReadCatalogue(const Location& location) {
   const Database database(location);
   const HRESULT hr = database->LoadSatInfoFromFile();
   const bool there =

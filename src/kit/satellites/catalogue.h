@@ -44,7 +44,7 @@ struct LnbType {
   bool operator==(const LnbType&) const = default;
 };
 
-struct Catalogue {
+struct SatelliteCatalogue {
   std::vector<Satellite> satellites;
   std::vector<LnbType> lnbs;
 
@@ -57,4 +57,4 @@ struct Catalogue {
 
 /// Loads SatelliteInfo.xml through the interfaces, in the order of the file. Failure when there is
 /// none or it cannot be read.
-Catalogue ReadCatalogue(const Location& location);
+SatelliteCatalogue ReadCatalogue(const Location& location);

@@ -110,7 +110,7 @@ void WriteLnb(Writer& writer, const LnbType& lnb) {
 
 }  // namespace
 
-std::string CatalogueXml(const Catalogue& catalogue) {
+std::string CatalogueXml(const SatelliteCatalogue& catalogue) {
   constexpr const char* kRoot = "SATELLITE_INFO";  // a name of this host's own
   Writer writer;
   writer.Open(kRoot);

@@ -15,12 +15,12 @@ Location At(const ScratchDirectory& scratch) {
 }
 
 /// Raises a Failure unless the library reads back from the file what was meant.
-void RequireReadable(const std::string& xml, const Catalogue& meant) {
+void RequireReadable(const std::string& xml, const SatelliteCatalogue& meant) {
   const ScratchDirectory scratch;
   if (!host::ReplaceFile(scratch.Path() + "/SatelliteInfo.xml", xml)) {
     throw Failure{E_FAIL, "a temporary file cannot be written"};
   }
-  const Catalogue found = ReadCatalogue(At(scratch));
+  const SatelliteCatalogue found = ReadCatalogue(At(scratch));
   if (found.lnbs != meant.lnbs) throw Failure{E_FAIL, "the LNB types would not read back"};
   if (found.satellites.size() != meant.satellites.size()) {
     throw Failure{E_FAIL, "of " + std::to_string(meant.satellites.size()) + " satellites " +
@@ -35,7 +35,7 @@ void RequireReadable(const std::string& xml, const Catalogue& meant) {
 
 }  // namespace
 
-Catalogue CatalogueOfTables(const std::string& folder, CatalogueReport& report) {
+SatelliteCatalogue CatalogueOfTables(const std::string& folder, CatalogueReport& report) {
   const ScratchDirectory scratch;
   const Database texts(At(scratch));
   const NarrowText narrow(texts);
@@ -44,7 +44,7 @@ Catalogue CatalogueOfTables(const std::string& folder, CatalogueReport& report) 
   return {builder.Satellites(), WellKnownLnbs()};
 }
 
-std::string CheckedXml(const Catalogue& catalogue) {
+std::string CheckedXml(const SatelliteCatalogue& catalogue) {
   std::string xml = CatalogueXml(catalogue);
   RequireReadable(xml, catalogue);
   return xml;

@@ -8,8 +8,8 @@
 
 /// The satellites of a folder of tables from west to east, and the LNB types that are sold. What
 /// cannot be used is left out and reported. Raises a Failure when the folder cannot be read.
-Catalogue CatalogueOfTables(const std::string& folder, CatalogueReport& report);
+SatelliteCatalogue CatalogueOfTables(const std::string& folder, CatalogueReport& report);
 
 /// The catalogue as the bytes of a SatelliteInfo.xml. Raises a Failure unless the library reads
 /// back what was meant.
-std::string CheckedXml(const Catalogue& catalogue);
+std::string CheckedXml(const SatelliteCatalogue& catalogue);

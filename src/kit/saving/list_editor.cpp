@@ -7,6 +7,7 @@
 #include "kit/model/channel_layout.h"
 #include "kit/saving/file_check.h"
 #include "kit/saving/stored_form.h"
+#include "kit/text/signal_types.h"
 
 namespace {
 
@@ -56,6 +57,12 @@ void ListEditor::Replace(const std::vector<Channel>& channels) {
   if (!ascending || (!channels.empty() && channels.back().index == kNoIndex)) {
     throw Failure{E_INVALIDARG, "the indexes of the channels do not ascend"};
   }
+  const std::size_t size = LayoutOf(m_location.signal).size;
+  for (const Channel& channel : channels) {
+    if (channel.block.size() == size) continue;
+    throw InvalidArgument{"channel " + std::to_string(channel.index) + " has no station block of " +
+                          SignalTypeName(m_location.signal)};
+  }
   const std::vector<Channel>& before = m_before.Channels();
   const bool inPlace =
       std::equal(before.begin(), before.end(), channels.begin(), channels.end(),
@@ -68,6 +75,8 @@ void ListEditor::Replace(const std::vector<Channel>& channels) {
     return;
   }
   Require(m_list->Clear(), "the list cannot be emptied");
+  // An empty list is saved only when it says that something changed, and clearing does not.
+  m_list->SetDirty(1);
   for (const Channel& channel : channels) AddAt(channel.index, channel);
   if (!channels.empty()) m_lone = channels.front().index;
 }

@@ -23,7 +23,7 @@ class ListEditor {
   /// Stores the channel in the record with its index.
   void Put(const Channel& channel);
   /// Makes the list hold these channels alone, with their indexes. Failure when those do not
-  /// ascend.
+  /// ascend, InvalidArgument for a block that is not the signal type's.
   void Replace(const std::vector<Channel>& channels);
 
   /// Writes the file when anything is different from before. Raises a Failure when something cannot

@@ -7,6 +7,7 @@
 /// for that country and signal type. Everything is checked before the file is touched, and what was
 /// written is read back and compared; nothing is written where nothing differs. Raises a Failure
 /// for channels that the file cannot hold (it stays as it was then), among them indexes that do not
-/// ascend, and when the file does not hold them afterwards. Answers the table as it reads back.
+/// ascend, and when the file does not hold them afterwards; InvalidArgument for a station block
+/// that is not the signal type's. Answers the table as it reads back.
 ChannelTable SaveTable(const std::string& directory, const ChannelTable& table,
                        const SaveOptions& options = {});

@@ -13,7 +13,7 @@ using nlohmann::ordered_json;
 namespace commands {
 namespace {
 
-void PrintResult(const Catalogue& catalogue, const CatalogueReport& report,
+void PrintResult(const SatelliteCatalogue& catalogue, const CatalogueReport& report,
                  const Options& options) {
   if (!options.json) {
     PrintWarnings(report);
@@ -33,7 +33,7 @@ void PrintResult(const Catalogue& catalogue, const CatalogueReport& report,
 void BuildCatalogue(const Options& options) {
   RequireFree(options.output, options.force);
   CatalogueReport report;
-  const Catalogue catalogue = CatalogueOfTables(options.folder, report);
+  const SatelliteCatalogue catalogue = CatalogueOfTables(options.folder, report);
   if (catalogue.satellites.empty()) {
     PrintWarnings(report);
     throw Failure{E_FAIL, options.folder + " holds no table that can be used"};

@@ -18,7 +18,7 @@ namespace commands {
 namespace {
 
 /// The catalogue where there is one; names of satellites come from it.
-Catalogue CatalogueIfThere(const Location& location) {
+SatelliteCatalogue CatalogueIfThere(const Location& location) {
   try {
     return ReadCatalogue(location);
   } catch (const Failure&) {
@@ -26,7 +26,7 @@ Catalogue CatalogueIfThere(const Location& location) {
   }
 }
 
-const Satellite* Find(const Catalogue& catalogue, WideView id) {
+const Satellite* Find(const SatelliteCatalogue& catalogue, WideView id) {
   for (const Satellite& satellite : catalogue.satellites) {
     if (satellite.id == id) return &satellite;
   }
@@ -34,7 +34,7 @@ const Satellite* Find(const Catalogue& catalogue, WideView id) {
 }
 
 void Print(const Dishes& dishes, const Options& options) {
-  const Catalogue catalogue = CatalogueIfThere(SatelliteLocation(options));
+  const SatelliteCatalogue catalogue = CatalogueIfThere(SatelliteLocation(options));
   ordered_json array = ordered_json::array();
   std::vector<std::vector<std::string>> rows = {
       {"DISH", "INDEX", "ID", "BAND", "LOW", "HIGH", "SWITCH", "NAME"}};
@@ -66,7 +66,7 @@ void Save(Dishes dishes, const Options& options) {
   if (options.json) Print(saved, options);
 }
 
-DishSatellite MakeAssignment(const Catalogue& catalogue, const Options& options) {
+DishSatellite MakeAssignment(const SatelliteCatalogue& catalogue, const Options& options) {
   DishSatellite entry;
   entry.id = catalogue.FindSatellite(options.satellite).id;
   const std::string_view band = BandName(*options.band);

@@ -87,7 +87,7 @@ Row ToRow(const Transponder& transponder, ESatFreqBand band, std::size_t index) 
 }  // namespace
 
 void ListSatellites(const Options& options) {
-  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  const SatelliteCatalogue catalogue = ReadCatalogue(SatelliteLocation(options));
   ordered_json array = ordered_json::array();
   std::vector<Row> rows = {{"INDEX", "ID", "POSITION", "REGION", "DIVISION", "C", "KU", "NAME"}};
   for (std::size_t i = 0; i < catalogue.satellites.size(); ++i) {
@@ -100,7 +100,7 @@ void ListSatellites(const Options& options) {
 }
 
 void ShowSatellite(const Options& options) {
-  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  const SatelliteCatalogue catalogue = ReadCatalogue(SatelliteLocation(options));
   const Satellite& satellite = catalogue.FindSatellite(options.satellite);
   const auto index = static_cast<std::size_t>(&satellite - catalogue.satellites.data());
   if (options.json) return PrintJson(ordered_json::array({ToJson(satellite, index)}));
@@ -115,7 +115,7 @@ void ShowSatellite(const Options& options) {
 }
 
 void ListTransponders(const Options& options) {
-  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  const SatelliteCatalogue catalogue = ReadCatalogue(SatelliteLocation(options));
   const Satellite& satellite = catalogue.FindSatellite(options.satellite);
   ordered_json array = ordered_json::array();
   std::vector<Row> rows = {{"BAND", "INDEX", "FREQUENCY", "POLARISATION", "SYMBOL RATE", "FEC",
@@ -133,7 +133,7 @@ void ListTransponders(const Options& options) {
 }
 
 void ListLnbs(const Options& options) {
-  const Catalogue catalogue = ReadCatalogue(SatelliteLocation(options));
+  const SatelliteCatalogue catalogue = ReadCatalogue(SatelliteLocation(options));
   ordered_json array = ordered_json::array();
   std::vector<Row> rows = {{"LOW", "HIGH", "SWITCH", "TYPE"}};
   for (const LnbType& lnb : catalogue.lnbs) {
