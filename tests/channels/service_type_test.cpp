@@ -97,6 +97,18 @@ TEST(ServiceType, RecordReadsTheFirstWordOfItsBlock) {
   EXPECT_EQ(ServiceDigitalTV, serviceType);
 }
 
+TEST(ServiceType, DvbCableRecordHasNoBlockOfItsOwn) {
+  const ComPtr<IChannelInfo> record = MakeRecord(InputSignalDVBCable);
+  Station station(InputSignalDVBSatellite);
+  station.Word(0, 1);
+  for (int stations = 0; stations < 2; ++stations) {
+    EServiceType serviceType = ServiceDataBroadcast;
+    ExpectHr(E_FAIL, record->GetServiceType(&serviceType));
+    EXPECT_EQ(ServiceDataBroadcast, serviceType);
+    ExpectHr(S_OK, record->SetStationInfo(station.Get()));
+  }
+}
+
 TEST(ServiceType, OneSegmentRecordLeavesTheCallersValue) {
   const ComPtr<IChannelInfo> record = MakeRecord(InputSignalISDBTerrestrialOneSeg);
   Station station(InputSignalISDBTerrestrialOneSeg);

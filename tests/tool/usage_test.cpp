@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "tool/tool_run.h"
 
 namespace {
@@ -54,6 +56,16 @@ TEST(Usage, ValuesThatAreNoneAreNamed) {
                 directory.Run("DE", "64", {"channels", "list"}));
   ExpectStatus(2, directory.Run("49", "64", {"channels", "show", "1", "2"}));
   ExpectStatus(2, directory.Run("49", "64", {"channels", "list", "--colour"}));
+}
+
+TEST(Usage, WhatDependsOnTheListIsJudgedAfterReadingIt) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  ExpectRefused(1, "channels set: E_FAIL (0x80004005): no channel with index 4000",
+                directory.Run("49", "64", {"channels", "set", "4000", "--set", "foo=1"}));
+  const DataDirectory missing(DataDirectory::Start::Empty);
+  std::filesystem::remove_all(missing.Files().Path());
+  ExpectStatus(1, missing.Run("49", "64", {"channels", "add", "--set", "foo=1"}));
 }
 
 TEST(Usage, FieldsAreCheckedAgainstTheSignalType) {

@@ -10,8 +10,9 @@ struct IChannelInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetSignalType(InputSignalType* pSignalType) = 0;
   /// Stores any value and marks the record dirty. The station stays as it is.
   virtual HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) = 0;
-  /// Analogue and FM: ServiceAll. ATSC, DVB-S, DVB-T, T-DMB: from the block's service type; E_FAIL
-  /// when there is no block. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
+  /// Analogue and FM: ServiceAll. ATSC, DVB-C, DVB-S, DVB-T, T-DMB: from the block's service type;
+  /// E_FAIL when there is no block, which a record of DVB-C has only when its type was changed after
+  /// its station was set. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
   /// value is left as it was.
   virtual HRESULT STDMETHODCALLTYPE GetServiceType(EServiceType* pServiceType) = 0;
   /// E_NOTIMPL: a service type follows from the station block.
@@ -74,7 +75,10 @@ struct IChannelInfoMgr : public IUnknown {
   /// out; the result is that of the last one.
   virtual HRESULT STDMETHODCALLTYPE Load(REFIID riid, IUnknown* pUnknown) = 0;
   /// Writes every channel into an XML element, checked as for Load; the result is that of the last
-  /// channel. Clears the dirty flags of the list and of what was written.
+  /// channel. Clears the dirty flags of the list and of every channel that got an element, also
+  /// where writing it failed. Channels are found by their index: of several with the same one the
+  /// last in the list is kept. A channel without a station, or of a type that the file has no form
+  /// for, leaves one more empty element each time.
   virtual HRESULT STDMETHODCALLTYPE Save(REFIID riid, IUnknown* pUnknown) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetSignalType(InputSignalType* pSignalType) = 0;
   /// The channels that are there keep theirs.
@@ -100,8 +104,9 @@ struct IChannelInfoMgr : public IUnknown {
   /// First channel with the same station, compared by the list's signal type: analogue the physical
   /// channel; FM the frequency; ATSC physical, major and minor channel; DVB-S TSID, ONID, service
   /// and symbol rate; DVB-T and DVB-H TSID, ONID and service; T-DMB service and component index;
-  /// one-segment the block's physical channel. E_FAIL when there is none. The caller keeps its
-  /// block. Locks.
+  /// one-segment the block's physical channel. What stands in the block counts only inside of
+  /// `cbInformation`: a probe that ends before it matches nothing, and so does a record. E_FAIL when
+  /// there is none. The caller keeps its block. Locks.
   virtual HRESULT STDMETHODCALLTYPE GetChannelInfoByStation(_StationTuneInfo* pStationInfo,
                                                             IChannelInfo** ppChannelInfo) = 0;
   /// Index of the next channel before the one with index `nChannelIndex` (1..n, else E_INVALIDARG)
@@ -124,7 +129,8 @@ struct IChannelInfoMgr : public IUnknown {
   /// equal indexes, E_FAIL when there is no channel with the old one.
   virtual HRESULT STDMETHODCALLTYPE MoveChannel(UINT nOldChannelIndex, UINT nNewChannelIndex) = 0;
   /// SortChannelByNo: the array becomes ascending by number in any case; descending numbers it from
-  /// its end, so the highest number gets index 1. SortChannelBySrvType: by service type, within it
-  /// by number, in three passes. Else E_FAIL.
+  /// its end, so the highest number gets index 1. SortChannelBySrvType: by number, then by service
+  /// type, then by a comparison of both that is no order; what comes out is in the order of neither,
+  /// and is the same on both targets. It is numbered from its front. Else E_FAIL.
   virtual HRESULT STDMETHODCALLTYPE SortChannel(ESortType SortType, BOOL bAscending) = 0;
 };

@@ -24,9 +24,12 @@ struct IZorTunedex : public IUnknown {
   /// Reads ChanInfo.xml and adds the channels of the opened country and signal type to their list,
   /// which is not cleared first. E_FAIL before Open.
   virtual HRESULT STDMETHODCALLTYPE LoadChannelFromFile() = 0;
-  /// Writes every changed list to ChanInfo.xml. E_FAIL when nothing was changed: nothing is written
-  /// then. The plain form answers S_OK also when the file could not be written; the pre-formatted
-  /// form answers E_FAIL. The old file stays in both cases.
+  /// Writes every changed list to ChanInfo.xml. E_FAIL, with the file as it was, when nothing was
+  /// changed, and when in no changed list the last channel could be written (it has no station, or
+  /// its type has no form in the file). The dirty flags are cleared then too: mend or remove that
+  /// channel, call SetDirty(1) on the list and save again. The plain form answers S_OK also when the
+  /// file could not be written; the pre-formatted form answers E_FAIL. The old file stays in both
+  /// cases.
   virtual HRESULT STDMETHODCALLTYPE SaveChannelToFile() = 0;
   /// `pStorageType` is not checked for null.
   virtual HRESULT STDMETHODCALLTYPE GetStorageType(EStorageType* pStorageType) = 0;
