@@ -16,14 +16,14 @@ else()
 endif()
 
 # The public headers, and what they include on this target.
-set(public_headers core/interfaces.h core/station_blocks.h platform/bstr.h platform/com.h
+set(ZORTUNEDEX_PUBLIC_HEADERS core/interfaces.h core/station_blocks.h platform/bstr.h platform/com.h
                    platform/com_error.h platform/com_ptr.h platform/component.h
                    platform/${ZORTUNEDEX_PLATFORM}/com_types.h
                    platform/${ZORTUNEDEX_PLATFORM}/component.h)
 if(WIN32)
-  list(APPEND public_headers platform/windows/module_path.h)
+  list(APPEND ZORTUNEDEX_PUBLIC_HEADERS platform/windows/module_path.h)
 endif()
-foreach(header ${public_headers})
+foreach(header ${ZORTUNEDEX_PUBLIC_HEADERS})
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${include_dir}/${folder})
 endforeach()
