@@ -3,7 +3,8 @@
 #include "platform/com.h"
 
 /// Raised when a text cannot be allocated; carries E_OUTOFMEMORY. Interface methods do not catch
-/// it: a host that wants to survive memory exhaustion catches it around its calls.
+/// it: a host that wants to survive memory exhaustion catches it around its calls. A host that is
+/// built with another compiler than the library, or no C++, cannot: see docs/windows.md.
 class ComError {
  public:
   explicit ComError(HRESULT hr) : m_hr(hr) {}
