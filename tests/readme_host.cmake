@@ -1,9 +1,15 @@
-# Holds the README's host against the program that is built from samples/host, and runs that.
+# Holds the README's host and its project against those in samples/host, and runs the host.
 file(READ ${README} readme)
 file(READ ${HOST} host)
 string(FIND "${readme}" "```cpp\n${host}```" found)
 if(found EQUAL -1)
   message(FATAL_ERROR "README.md does not show samples/host/host.cpp as it is")
+endif()
+get_filename_component(folder ${HOST} DIRECTORY)
+file(READ ${folder}/CMakeLists.txt project)
+string(FIND "${readme}" "```cmake\n${project}```" found)
+if(found EQUAL -1)
+  message(FATAL_ERROR "README.md does not show samples/host/CMakeLists.txt as it is")
 endif()
 execute_process(COMMAND ${PROGRAM} ${SAMPLES} OUTPUT_VARIABLE output RESULT_VARIABLE result)
 if(NOT result EQUAL 0 OR NOT output MATCHES "^[1-9][0-9]* television channels\r?\n$")

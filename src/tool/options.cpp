@@ -49,7 +49,7 @@ void AddGlobals(CLI::App& app, Options& options) {
   AddWord(&app, "--format", "form in which changes are saved: plain (default) or preformatted",
           [&options](const std::string& text) { return TakeFormat(text, options.format); });
   app.add_flag("--json", options.json, "print JSON");
-  app.set_version_flag("--version", "tunedex 1.0.0");
+  app.set_version_flag("--version", "tunedex " ZORTUNEDEX_VERSION);
 }
 
 /// Options that become assignments, and --set itself.

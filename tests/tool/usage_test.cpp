@@ -9,7 +9,7 @@ TEST(Usage, HelpAndVersionArePrinted) {
   const Outcome set = RunTool({"channels", "set", "--help"});
   ExpectStatus(0, set);
   EXPECT_NE(std::string::npos, set.out.find("AudioStream[1].pid=257"));
-  EXPECT_EQ("tunedex 1.0.0\n", RunTool({"--version"}).out);
+  EXPECT_EQ("tunedex " ZORTUNEDEX_VERSION "\n", RunTool({"--version"}).out);
 }
 
 TEST(Usage, WhatIsMissingIsNamed) {

@@ -64,5 +64,5 @@ TEST_F(Resources, TheVersion) {
   EXPECT_EQ(static_cast<DWORD>(VFT_DLL), fixed->dwFileType);
   ASSERT_TRUE(VerQueryValueW(version.data(), L"\\StringFileInfo\\040904B0\\ProductVersion", &value,
                              &length));
-  EXPECT_STREQ(L"1.0.0.0", static_cast<const wchar_t*>(value));
+  EXPECT_STREQ(L"" ZORTUNEDEX_VERSION ".0", static_cast<const wchar_t*>(value));
 }
