@@ -1,17 +1,20 @@
 # What the packages hold. Linux: the usual directories below a prefix, which can be moved. Windows:
 # one folder with the library and the tool beside each other.
 include(CMakePackageConfigHelpers)
+include(cmake/documents.cmake)
 
 if(WIN32)
   set(bin_dir .)
   set(doc_dir docs)
   set(include_dir include)
+  set(includes_from_docs ../include)
   set(samples_dir samples)
 else()
   set(bin_dir bin)
   set(lib_dir lib)
   set(doc_dir share/doc/zortunedex)
   set(include_dir include/zortunedex)
+  set(includes_from_docs ../../../include/zortunedex)
   set(samples_dir share/zortunedex/samples)
 endif()
 
@@ -22,17 +25,24 @@ endforeach()
 
 install(DIRECTORY samples/home samples/host DESTINATION ${samples_dir})
 install(FILES samples/README.md DESTINATION ${samples_dir})
-install(DIRECTORY docs/ DESTINATION ${doc_dir} FILES_MATCHING PATTERN *.md)
+
+# Programs for Windows hold the runtime as a whole; those for Linux what its headers leave in them.
+zortunedex_install_notice(${doc_dir} cli11 libcli11-dev)
+zortunedex_install_notice(${doc_dir} nlohmann-json nlohmann-json3-dev)
+set(ZORTUNEDEX_RUNTIME_USERS "`ZorTunedex.dll` and `tunedex`")
+if(WIN32)
+  zortunedex_install_notice(${doc_dir} gcc g++-mingw-w64-x86-64-posix gcc-mingw-w64-base)
+  zortunedex_install_notice(${doc_dir} mingw-w64 mingw-w64-x86-64-dev)
+  set(ZORTUNEDEX_MORE_NOTICES "| MinGW-w64's runtime and winpthreads | `ZorTunedex.dll` and `tunedex` | several, all free | [notices/mingw-w64.txt](notices/mingw-w64.txt) |")
+else()
+  zortunedex_install_notice(${doc_dir} gcc gcc-12-base gcc-14-base gcc-13-base)
+  set(ZORTUNEDEX_RUNTIME_USERS "the library and `tunedex`, by its headers")
+endif()
+file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
+zortunedex_install_documents(${doc_dir} ${includes_from_docs} README.md CHANGELOG.md
+                             cmake/package/NOTICES.md ${documents})
 
 if(WIN32)
-  # Its links as they are from the folder of the documents; what is about the source tree stays there.
-  file(READ README.md readme)
-  string(REPLACE "](docs/" "](" readme "${readme}")
-  string(REPLACE "](src/" "](../${include_dir}/" readme "${readme}")
-  string(REGEX REPLACE "\n[^\n]*]\\(CONTRIBUTING.md\\)[^\n]*" "" readme "${readme}")
-  file(CONFIGURE OUTPUT package/README.md CONTENT "${readme}" @ONLY)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
-  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/package/README.md DESTINATION ${doc_dir})
   install(TARGETS ZorTunedex tunedex RUNTIME DESTINATION ${bin_dir} LIBRARY DESTINATION ${bin_dir})
   configure_file(cmake/package/README.txt package/README.txt @ONLY NEWLINE_STYLE DOS)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/package/README.txt DESTINATION ${bin_dir})

@@ -1,4 +1,4 @@
-# Holds the README's host against the program that is built from samples/host, and runs that: on the
+# Holds the README's host and its project against those in samples/host, and runs the host: on the
 # samples, on directories that a host may be given, and on what is none.
 #
 # README, HOST: the two texts. PROGRAM: the program with what starts it. SAMPLES, WORK: directories.
@@ -8,6 +8,12 @@ file(READ ${HOST} host)
 string(FIND "${readme}" "```cpp\n${host}```" found)
 if(found EQUAL -1)
   message(FATAL_ERROR "README.md does not show samples/host/host.cpp as it is")
+endif()
+get_filename_component(folder ${HOST} DIRECTORY)
+file(READ ${folder}/CMakeLists.txt project)
+string(FIND "${readme}" "```cmake\n${project}```" found)
+if(found EQUAL -1)
+  message(FATAL_ERROR "README.md does not show samples/host/CMakeLists.txt as it is")
 endif()
 
 function(expect status out err)
