@@ -209,6 +209,21 @@ TEST(DishSatIndex, SilentRecordsAreEmptyOnes) {
 }
 
 // What the codec makes of an element that was found is looked at when the next one is asked for.
+TEST(DishSatIndex, ANewElementIsFoundByTheNextOfItsKind) {
+  const TextDocument document("<D/>");
+  const Assignment values = {"astra", "Ku", 9750, 10600, 11700};
+  xml::DishSatIndex index(document.root);
+  dom::Element first;
+  dom::Element second;
+  for (dom::Element* sat : {&first, &second}) {
+    const ComPtr<IDishSatInfo> record = Make(values);
+    ExpectHr(S_OK, index.FindOrCreate(record.Get(), *sat));
+    ExpectHr(S_OK, xml::DishSatElementIO(*sat, record.Get(), xml::Direction::Write));
+  }
+  EXPECT_EQ(first.Get(), second.Get());
+  EXPECT_EQ(1, Count(document.root, "./SAT"));
+}
+
 TEST(DishSatIndex, AnElementThatBecomesAnother) {
   const Assignment a = {"a", "Ku", 1, 2, 3};
   const Assignment b = {"b", "Ku", 1, 2, 3};
