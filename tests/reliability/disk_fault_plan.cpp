@@ -7,6 +7,7 @@ bool isOn = false;
 Fault chosen = Fault::Device;
 int left = 0;
 int calls = 0;
+std::string order;
 
 bool Stays() {
   return chosen == Fault::NoSpace || chosen == Fault::NoRights || chosen == Fault::Device;
@@ -28,11 +29,16 @@ Scope::Scope(Fault fault, int position) {
   chosen = fault;
   left = position;
   calls = 0;
+  order.clear();
   isOn = true;
 }
 
 Scope::~Scope() { isOn = false; }
 
 int Calls() { return calls; }
+
+void Note(char call) { order += call; }
+
+const std::string& Order() { return order; }
 
 }  // namespace disk_faults

@@ -8,6 +8,9 @@ namespace disk_faults {
 /// Counts a call; true when it is the chosen one, or follows it and the fault stays.
 bool IsHit();
 
+/// Adds a call to the order.
+void Note(char call);
+
 /// The fault of the scope.
 Fault Chosen();
 

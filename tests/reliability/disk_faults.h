@@ -3,6 +3,8 @@
 // objects come through here.
 #pragma once
 
+#include <string>
+
 namespace disk_faults {
 
 /// What happens at the chosen call.
@@ -31,6 +33,9 @@ class Scope {
 
 /// How many calls there were since the scope began.
 int Calls();
+
+/// 'f' for every flush and 'r' for every rename since the scope began, in their order. Linux alone.
+const std::string& Order();
 
 /// Exit status of a process that was killed so.
 constexpr int kKilled = 99;

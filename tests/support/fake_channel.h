@@ -88,7 +88,11 @@ class FakeChannel final : public IChannelInfo {
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetStationInfo(_StationTuneInfo* pStationInfo) override {
-    if (failing == Getter::Station) return kFailure;
+    if (failing == Getter::Station) {
+      // Nobody may free what a failing getter left.
+      pStationInfo->pbInformation = block.data();
+      return kFailure;
+    }
     *pStationInfo = station;
     pStationInfo->cbInformation = static_cast<DWORD>(block.size());
     pStationInfo->pbInformation = nullptr;

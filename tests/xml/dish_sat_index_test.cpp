@@ -209,6 +209,20 @@ TEST(DishSatIndex, SilentRecordsAreEmptyOnes) {
 }
 
 // What the codec makes of an element that was found is looked at when the next one is asked for.
+TEST(DishSatIndex, TakesBackWhatItMadeAlone) {
+  const TextDocument document(
+      "<D><SAT id='a' band='Ku' LNB_Low='1' LNB_High='2' LNB_Switch='3'/></D>");
+  xml::DishSatIndex index(document.root);
+  dom::Element sat;
+  ExpectHr(S_OK, index.FindOrCreate(Make({"a", "Ku", 1, 2, 3}).Get(), sat));
+  index.TakeBack();
+  EXPECT_EQ(1, Count(document.root, "./SAT")) << "it was there before";
+  ExpectHr(S_OK, index.FindOrCreate(Make({"b", "Ku", 1, 2, 3}).Get(), sat));
+  EXPECT_EQ(2, Count(document.root, "./SAT"));
+  index.TakeBack();
+  EXPECT_EQ(1, Count(document.root, "./SAT"));
+}
+
 TEST(DishSatIndex, AnElementThatBecomesAnother) {
   const Assignment a = {"a", "Ku", 1, 2, 3};
   const Assignment b = {"b", "Ku", 1, 2, 3};

@@ -8,9 +8,8 @@
 
 namespace {
 
-/// Saves into a new set with memory that ends after so many allocations.
-HRESULT SaveAfter(IChannelInfoMgr* list, int allocations) {
-  const ChannelSet set;
+/// Saves with memory that ends after so many allocations.
+HRESULT SaveAfter(IChannelInfoMgr* list, int allocations, const ChannelSet& set = {}) {
   const FailAfter fail(allocations);
   try {
     return list->Save(dom::kIidNode, set.Node());
@@ -32,6 +31,26 @@ TEST(SavingWithoutMemory, AnswersIt) {
     if (hr == S_OK) break;
     ++failures;
     ExpectHr(E_OUTOFMEMORY, hr);
+  }
+  EXPECT_GT(failures, 0);
+}
+
+// What it cannot finish was there before.
+TEST(SavingWithoutMemory, KeepsTheElementsOfTheSaveBefore) {
+  const ComPtr<IChannelInfoMgr> list = MakeList(InputSignalFMRadio);
+  const ChannelSet set;
+  for (UINT index = 1; index <= 3; ++index) {
+    const ComPtr<IChannelInfo> record = MakeRecord(InputSignalFMRadio, index);
+    Station station(InputSignalFMRadio);
+    station.Text(4, std::string(60, 'n'));
+    record->SetStationInfo(station.Get());
+    list->AddChannelInfo(record.Get());
+  }
+  ExpectHr(S_OK, list->Save(dom::kIidNode, set.Node()));
+  int failures = 0;
+  while (SaveAfter(list.Get(), failures, set) != S_OK) {
+    ASSERT_LT(++failures, 5000);
+    ASSERT_EQ((std::vector<LONG>{1, 2, 3}), set.Indexes()) << failures;
   }
   EXPECT_GT(failures, 0);
 }

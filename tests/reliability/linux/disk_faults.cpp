@@ -73,14 +73,17 @@ ssize_t __wrap_write(int handle, const void* bytes, std::size_t count) {
 }
 
 int __wrap_fsync(int handle) {
+  disk_faults::Note('f');
   return Answer([=] { return __real_fsync(handle); });
 }
 
 int __wrap_rename(const char* from, const char* to) {
+  disk_faults::Note('r');
   return Answer([=] { return __real_rename(from, to); });
 }
 
 int __wrap_renameat2(int fromAt, const char* from, int toAt, const char* to, unsigned flags) {
+  disk_faults::Note('r');
   return Answer([=] { return __real_renameat2(fromAt, from, toAt, to, flags); });
 }
 
