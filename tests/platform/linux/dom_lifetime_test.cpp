@@ -159,22 +159,6 @@ TEST(DomLifetime, InsertedBeforeItselfAnElementStaysWhereItIs) {
   }
 }
 
-TEST(DomLifetime, InsertedBeforeItselfAnElementStaysWhereItIs) {
-  const dom::Document document = LoadBytes("<R><a/><b/><c/></R>");
-  const dom::Element root = Root(document);
-  for (const char* path : {"./a", "./b", "./c"}) {
-    dom::Element child;
-    ExpectHr(S_OK, root.SelectSingle(path, child));
-    ExpectHr(S_OK, root.InsertBefore(child, child));
-    dom::ElementList all;
-    for (const char* each : {"./a", "./b", "./c"}) {
-      ExpectHr(S_OK, root.Select(each, all));
-      ASSERT_EQ(1, all.Count()) << path << ' ' << each;
-    }
-    ASSERT_EQ("R(a b c)", Describe(root));
-  }
-}
-
 TEST(DomLifetime, FreesDeepTreesWithoutRecursion) {
   const TempDir dir;
   constexpr int kLevels = 200000;
