@@ -171,6 +171,15 @@ TEST_P(StationMatch, RecordsWithoutAStation) {
   EXPECT_EQ(GetParam().words.empty(), Finds(m_probe));
 }
 
+// Two that both say nothing say nothing alike.
+TEST_P(StationMatch, NothingMatchesWhereBothHaveNoWords) {
+  Station without(GetParam().listType, 0);
+  FillStation(without);
+  const Found record = AddHosts(without);
+  without->pbInformation = nullptr;
+  EXPECT_EQ(GetParam().words.empty(), Finds(without));
+}
+
 TEST_P(StationMatch, RecordsThatFailArePassedOver) {
   Station station(GetParam().listType);
   FillStation(station);

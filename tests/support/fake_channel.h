@@ -98,7 +98,8 @@ class FakeChannel final : public IChannelInfo {
     pStationInfo->pbInformation = nullptr;
     if (block.empty()) return S_OK;
     pStationInfo->pbInformation = static_cast<BYTE*>(CoTaskMemAlloc(block.size()));
-    if (pStationInfo->pbInformation == nullptr) return E_OUTOFMEMORY;
+    // As the library's own record: without memory the station has no block.
+    if (pStationInfo->pbInformation == nullptr) return S_OK;
     std::copy(block.begin(), block.end(), pStationInfo->pbInformation);
     return S_OK;
   }

@@ -1,13 +1,10 @@
 // How often saving a channel copies its block, and what it does where there is no memory for that.
 //
 // Linux only: MSXML allocates without operator new, which is what counts here
-#include <memory>
-#include <vector>
+#include <new>
 
-#include "channels/chan_info.h"
 #include "core/station_blocks.h"
 #include "platform/com_error.h"
-#include "platform/com_ptr.h"
 #include "reliability/linux/every_allocation.h"
 #include "support/dom_text.h"
 #include "support/fake_channel.h"
@@ -48,21 +45,12 @@ TEST(ChannelCopies, AWholeBlockIsWrittenAsItIs) {
 // A record without memory for its copy answers as one without a station does. This one has no text,
 // so nothing else asks for memory before the element would be left without its channel.
 TEST(ChannelCopies, AMissingCopyIsLackOfMemory) {
-  ComPtr<IChannelInfo> record;
-  ExpectHr(S_OK, CChanInfo::CreateInstance(record.Receive()));
-  record->SetSignalType(InputSignalFMRadio);
-  record->SetChannelIndex(1);
-  std::vector<BYTE> block(station_blocks::Find(InputSignalFMRadio)->size);
-  _StationTuneInfo station = {};
-  station.cbInformation = static_cast<DWORD>(block.size());
-  station.pbInformation = block.data();
-  ExpectHr(S_OK, record->SetStationInfo(&station));
-  const auto document = std::make_unique<TextDocument>("<Channel/>");
+  FakeChannel record(InputSignalFMRadio, station_blocks::Find(InputSignalFMRadio)->size);
+  const TextDocument document("<Channel/>");
   ForEveryAllocation({[] {},
                       [&] {
                         try {
-                          return xml::CodeChannel(document->root, record.Get(),
-                                                  xml::Direction::Write);
+                          return xml::CodeChannel(document.root, &record, xml::Direction::Write);
                         } catch (const std::bad_alloc&) {
                           return E_OUTOFMEMORY;
                         }
