@@ -40,7 +40,7 @@ else()
 endif()
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
 zortunedex_install_documents(${doc_dir} ${includes_from_docs} README.md CHANGELOG.md
-                             cmake/package/NOTICES.md ${documents})
+                             cmake/package/NOTICES.md.in ${documents})
 
 if(WIN32)
   install(TARGETS ZorTunedex tunedex RUNTIME DESTINATION ${bin_dir} LIBRARY DESTINATION ${bin_dir})
