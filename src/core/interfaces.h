@@ -242,8 +242,8 @@ struct IChannelInfo : public IUnknown {
   /// Stores any value and marks the record dirty. The station stays as it is.
   virtual HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) = 0;
   /// Analogue and FM: ServiceAll. ATSC, DVB-C, DVB-S, DVB-T, T-DMB: from the block's service type;
-  /// E_FAIL when there is no block, which a record of DVB-C has only when its type was changed after
-  /// its station was set. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
+  /// E_FAIL without one. A record of DVB-C has one only when its type was changed after its station
+  /// was set. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
   /// value is left as it was.
   virtual HRESULT STDMETHODCALLTYPE GetServiceType(EServiceType* pServiceType) = 0;
   /// E_NOTIMPL: a service type follows from the station block.
@@ -336,8 +336,8 @@ struct IChannelInfoMgr : public IUnknown {
   /// channel; FM the frequency; ATSC physical, major and minor channel; DVB-S TSID, ONID, service
   /// and symbol rate; DVB-T and DVB-H TSID, ONID and service; T-DMB service and component index;
   /// one-segment the block's physical channel. What stands in the block counts only inside of
-  /// `cbInformation`: a probe that ends before it matches nothing, and so does a record. E_FAIL when
-  /// there is none. The caller keeps its block. Locks.
+  /// `cbInformation`: a probe that ends before it matches nothing, and so does a record. E_FAIL
+  /// when there is none. The caller keeps its block. Locks.
   virtual HRESULT STDMETHODCALLTYPE GetChannelInfoByStation(_StationTuneInfo* pStationInfo,
                                                             IChannelInfo** ppChannelInfo) = 0;
   /// Index of the next channel before the one with index `nChannelIndex` (1..n, else E_INVALIDARG)
@@ -361,8 +361,8 @@ struct IChannelInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE MoveChannel(UINT nOldChannelIndex, UINT nNewChannelIndex) = 0;
   /// SortChannelByNo: the array becomes ascending by number in any case; descending numbers it from
   /// its end, so the highest number gets index 1. SortChannelBySrvType: by number, then by service
-  /// type, then by a comparison of both that is no order; what comes out is in the order of neither,
-  /// and is the same on both targets. It is numbered from its front. Else E_FAIL.
+  /// type, then by a comparison of both that is no order; what comes out is in the order of
+  /// neither, and is the same on both targets. It is numbered from its front. Else E_FAIL.
   virtual HRESULT STDMETHODCALLTYPE SortChannel(ESortType SortType, BOOL bAscending) = 0;
 };
 
@@ -646,9 +646,9 @@ struct IZorTunedex : public IUnknown {
   /// Writes every changed list to ChanInfo.xml. E_FAIL, with the file as it was, when nothing was
   /// changed, and when in no changed list the last channel could be written (it has no station, or
   /// its type has no form in the file). The dirty flags are cleared then too: mend or remove that
-  /// channel, call SetDirty(1) on the list and save again. The plain form answers S_OK also when the
-  /// file could not be written; the pre-formatted form answers E_FAIL. The old file stays in both
-  /// cases.
+  /// channel, call SetDirty(1) on the list and save again. The plain form answers S_OK also when
+  /// the file could not be written; the pre-formatted form answers E_FAIL. The old file stays in
+  /// both cases.
   virtual HRESULT STDMETHODCALLTYPE SaveChannelToFile() = 0;
   /// `pStorageType` is not checked for null.
   virtual HRESULT STDMETHODCALLTYPE GetStorageType(EStorageType* pStorageType) = 0;
