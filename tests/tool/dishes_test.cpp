@@ -261,8 +261,12 @@ TEST(Dishes, NumbersThatWouldNotComeBackAreNotTouched) {
     ExpectRefused(1, "dishes remove" + message, home.Run({"dishes", "remove", "2", "1"}));
   }
   const std::pair<const char*, const char*> numbers[] = {
-      {"4294967295", "4294967295"}, {"-1", "4294967295"}, {"-2147483648", "2147483648"},
-      {"007", "7"},                 {" +7 ", "7"},        {"", "0"},
+      {"4294967295", "4294967295"},
+      {"-1", "4294967295"},
+      {"-2147483648", "2147483648"},
+      {"007", "7"},
+      {" +7 ", "7"},
+      {"", "0"},
   };
   for (const auto& [written, kept] : numbers) {
     const Home home(dishes(written));

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "support/code_page.h"
 #include "support/dom_text.h"
@@ -131,7 +132,7 @@ Bstr OneSegmentDisplayName(const std::string& narrow) {
   const TextDocument document("<Channel nameDisplay='" + encoded + "'/>");
   FakeChannel record(InputSignalISDBTerrestrialOneSeg);
   ExpectHr(S_OK, CodeChannel(document.root, &record, Direction::Read));
-  return record.displayName;
+  return std::move(record.displayName);
 }
 
 class ChannelCodePage932 : public InCodePage<932> {};

@@ -11,8 +11,8 @@ struct IChannelInfo : public IUnknown {
   /// Stores any value and marks the record dirty. The station stays as it is.
   virtual HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) = 0;
   /// Analogue and FM: ServiceAll. ATSC, DVB-C, DVB-S, DVB-T, T-DMB: from the block's service type;
-  /// E_FAIL when there is no block, which a record of DVB-C has only when its type was changed after
-  /// its station was set. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
+  /// E_FAIL without one. A record of DVB-C has one only when its type was changed after its station
+  /// was set. DVB-H: E_FAIL. Every other type, one-segment among them: S_OK, and the
   /// value is left as it was.
   virtual HRESULT STDMETHODCALLTYPE GetServiceType(EServiceType* pServiceType) = 0;
   /// E_NOTIMPL: a service type follows from the station block.
@@ -105,8 +105,8 @@ struct IChannelInfoMgr : public IUnknown {
   /// channel; FM the frequency; ATSC physical, major and minor channel; DVB-S TSID, ONID, service
   /// and symbol rate; DVB-T and DVB-H TSID, ONID and service; T-DMB service and component index;
   /// one-segment the block's physical channel. What stands in the block counts only inside of
-  /// `cbInformation`: a probe that ends before it matches nothing, and so does a record. E_FAIL when
-  /// there is none. The caller keeps its block. Locks.
+  /// `cbInformation`: a probe that ends before it matches nothing, and so does a record. E_FAIL
+  /// when there is none. The caller keeps its block. Locks.
   virtual HRESULT STDMETHODCALLTYPE GetChannelInfoByStation(_StationTuneInfo* pStationInfo,
                                                             IChannelInfo** ppChannelInfo) = 0;
   /// Index of the next channel before the one with index `nChannelIndex` (1..n, else E_INVALIDARG)
@@ -130,7 +130,7 @@ struct IChannelInfoMgr : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE MoveChannel(UINT nOldChannelIndex, UINT nNewChannelIndex) = 0;
   /// SortChannelByNo: the array becomes ascending by number in any case; descending numbers it from
   /// its end, so the highest number gets index 1. SortChannelBySrvType: by number, then by service
-  /// type, then by a comparison of both that is no order; what comes out is in the order of neither,
-  /// and is the same on both targets. It is numbered from its front. Else E_FAIL.
+  /// type, then by a comparison of both that is no order; what comes out is in the order of
+  /// neither, and is the same on both targets. It is numbered from its front. Else E_FAIL.
   virtual HRESULT STDMETHODCALLTYPE SortChannel(ESortType SortType, BOOL bAscending) = 0;
 };

@@ -27,9 +27,9 @@ struct IZorTunedex : public IUnknown {
   /// Writes every changed list to ChanInfo.xml. E_FAIL, with the file as it was, when nothing was
   /// changed, and when in no changed list the last channel could be written (it has no station, or
   /// its type has no form in the file). The dirty flags are cleared then too: mend or remove that
-  /// channel, call SetDirty(1) on the list and save again. The plain form answers S_OK also when the
-  /// file could not be written; the pre-formatted form answers E_FAIL. The old file stays in both
-  /// cases.
+  /// channel, call SetDirty(1) on the list and save again. The plain form answers S_OK also when
+  /// the file could not be written; the pre-formatted form answers E_FAIL. The old file stays in
+  /// both cases.
   virtual HRESULT STDMETHODCALLTYPE SaveChannelToFile() = 0;
   /// `pStorageType` is not checked for null.
   virtual HRESULT STDMETHODCALLTYPE GetStorageType(EStorageType* pStorageType) = 0;
