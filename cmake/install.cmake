@@ -18,8 +18,10 @@ endif()
 # The public headers, and what they include on this target.
 set(public_headers core/interfaces.h core/station_blocks.h platform/arguments.h platform/bstr.h platform/com.h
                    platform/com_error.h platform/com_ptr.h platform/component.h
+                   platform/interface_uuid.h
                    platform/${ZORTUNEDEX_PLATFORM}/arguments.h platform/${ZORTUNEDEX_PLATFORM}/com_types.h
-                   platform/${ZORTUNEDEX_PLATFORM}/component.h)
+                   platform/${ZORTUNEDEX_PLATFORM}/component.h
+                   platform/${ZORTUNEDEX_PLATFORM}/interface_uuid.h)
 if(WIN32)
   list(APPEND public_headers platform/windows/module_path.h)
 endif()
