@@ -47,7 +47,7 @@ HRESULT CTunedex::SelectArea(LONG lArea, LONG lSubArea) {
   // Without presets there is nothing to put in the place of the user's channels: they stay.
   if (FAILED(hr)) return hr;
   hr = m_channelLists.Reload(InputSignalISDBTerrestrialOneSeg, subArea);
-  if (SUCCEEDED(hr)) SaveChannels();
+  if (SUCCEEDED(hr)) RaiseLackOfMemory(SaveChannels());
   return hr;
 }
 
