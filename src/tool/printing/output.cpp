@@ -54,9 +54,7 @@ void PrintJson(const nlohmann::ordered_json& value) {
   std::cout << text << '\n';
 }
 
-void PrintNote(const std::string& note) {
-  std::cerr << "tunedex: " << Printable(note) << '\n';
-}
+void PrintNote(const std::string& note) { std::cerr << "tunedex: " << Printable(note) << '\n'; }
 
 void FinishOutput() {
   if (!std::cout.flush()) throw Failure{E_FAIL, "the output could not be written"};
