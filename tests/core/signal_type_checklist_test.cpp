@@ -35,7 +35,7 @@ Names Matches(const std::string& text, const char* pattern) {
 }
 
 Names Enumerators() {
-  const std::string text = TextOf(kRoot / "src" / "core" / "interfaces.h");
+  const std::string text = TextOf(kRoot / "src" / "core" / "interfaces" / "enumerations.h");
   const std::size_t begin = text.find("enum InputSignalType");
   if (begin == std::string::npos) return {};
   return Matches(text.substr(begin, text.find("};", begin) - begin), "\\b(InputSignal\\w+) = \\d+");
