@@ -16,6 +16,7 @@ int main() {
   if (FAILED(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)))) return 1;
   if (FAILED(object.As(&database))) return 1;
   ComPtr<IZorTunedex> same;
-  if (FAILED(database->QueryInterface(IID_PPV_ARGS(&same))) || same.Get() != database.Get()) return 1;
+  if (FAILED(database->QueryInterface(IID_PPV_ARGS(&same))) || same.Get() != database.Get())
+    return 1;
   std::puts("pointers found their interfaces");
 }
