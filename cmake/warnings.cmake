@@ -9,6 +9,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
 endif()
 target_include_directories(zortunedex_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(WIN32)
-  target_compile_definitions(zortunedex_flags INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
+  target_compile_definitions(zortunedex_flags INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601
+                             ZORTUNEDEX_OWN_TUNING_TYPES)
   target_link_options(zortunedex_flags INTERFACE -static)
 endif()

@@ -87,7 +87,8 @@ enum ESatFreqBand : std::int32_t {
 };
 
 // The tuning enumerations are those of the Broadcast Driver Architecture, names and values. On
-// Windows they come from the platform's <bdatypes.h>.
+// Windows they come from the platform's <bdatypes.h>, unless the host defines
+// ZORTUNEDEX_OWN_TUNING_TYPES: it then must not include that header.
 #ifndef _BDATYPES_
 enum Polarisation : std::int32_t {
   BDA_POLARISATION_NOT_SET = -1,
