@@ -1,6 +1,6 @@
-# A form or a source that is added to core/station_blocks.h must not compile until every place that
+# A form or a source that is added to core/station_blocks/layout.h must not compile until every place that
 # reads or writes fields says what it does with it.
-file(READ ${SOURCE}/core/station_blocks.h header)
+file(READ ${SOURCE}/core/station_blocks/layout.h header)
 
 # Checks both files with an enumerator more behind `last`.
 function(expect_refused enumeration last)
@@ -8,7 +8,7 @@ function(expect_refused enumeration last)
   if(text STREQUAL header)
     message(FATAL_ERROR "the last enumerator of ${enumeration} was not found")
   endif()
-  file(WRITE ${WORK}/core/station_blocks.h "${text}")
+  file(WRITE ${WORK}/core/station_blocks/layout.h "${text}")
   foreach(file xml/channel_reader xml/channel_writer)
     execute_process(COMMAND ${COMPILER} -std=c++20 -Wall -Werror -fsyntax-only -I${WORK} -I${SOURCE}
                             ${SOURCE}/${file}.cpp

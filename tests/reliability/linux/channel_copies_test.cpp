@@ -5,6 +5,7 @@
 
 #include "core/station_blocks.h"
 #include "platform/com_error.h"
+#include "platform/lack_of_memory.h"
 #include "reliability/linux/every_allocation.h"
 #include "support/dom_text.h"
 #include "support/fake_channel.h"
@@ -49,11 +50,9 @@ TEST(ChannelCopies, AMissingCopyIsLackOfMemory) {
   const TextDocument document("<Channel/>");
   ForEveryAllocation({[] {},
                       [&] {
-                        try {
+                        return AnsweringLackOfMemory([&] {
                           return xml::CodeChannel(document.root, &record, xml::Direction::Write);
-                        } catch (const std::bad_alloc&) {
-                          return E_OUTOFMEMORY;
-                        }
+                        });
                       },
                       [](HRESULT hr, bool hasFailed) {
                         EXPECT_TRUE(hr == S_OK || (hasFailed && hr == E_OUTOFMEMORY)) << HrText(hr);
