@@ -1,7 +1,6 @@
 // The code page that a process chooses; platform/code_page_test.cpp tells what one does with texts.
 //
-// Linux only: choosing a page, comparing texts, marks and likenesses, all of which Windows does in
-// its own way
+// Linux only: choosing a page, marks and likenesses, which Windows has its own way with
 #include <gtest/gtest.h>
 #include <iconv.h>
 
