@@ -79,26 +79,6 @@ std::vector<std::size_t> Ends(std::string_view narrow) {
   return ends;
 }
 
-/// All texts over an alphabet up to a length.
-std::vector<std::string> Texts(std::string_view alphabet, std::size_t longest) {
-  std::vector<std::string> texts = {""};
-  std::size_t begin = 0;
-  for (std::size_t length = 1; length <= longest; ++length) {
-    const std::size_t end = texts.size();
-    for (; begin < end; ++begin) {
-      for (const char byte : alphabet) texts.push_back(texts[begin] + byte);
-    }
-  }
-  return texts;
-}
-
-/// Nothing is lost or changed at the place of the cut.
-void ExpectCleanCut(const std::string& narrow, std::size_t cut) {
-  std::basic_string<OLECHAR> halves(text::FromNarrow(narrow.substr(0, cut)).View());
-  halves += text::FromNarrow(narrow.substr(cut)).View();
-  EXPECT_EQ(halves, text::FromNarrow(narrow).View()) << narrow << " cut at " << cut;
-}
-
 TEST_F(CodePage932, IsCutBetweenCharacters) {
   for (const std::string& narrow : Texts("\0a\x5C\x83\xB1\xFC"sv, 6)) {
     const std::vector<std::size_t> ends = Ends(narrow);

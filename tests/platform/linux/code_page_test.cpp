@@ -83,26 +83,6 @@ TEST(CodePage, LettersThatThePageLacksAreTakenApart) {
   EXPECT_EQ("\xEA\xEC", text::ToNarrow(u"\u1EBF"));
 }
 
-/// All texts over an alphabet up to a length.
-std::vector<std::string> Texts(std::string_view alphabet, std::size_t longest) {
-  std::vector<std::string> texts = {""};
-  std::size_t begin = 0;
-  for (std::size_t length = 1; length <= longest; ++length) {
-    const std::size_t end = texts.size();
-    for (; begin < end; ++begin) {
-      for (const char byte : alphabet) texts.push_back(texts[begin] + byte);
-    }
-  }
-  return texts;
-}
-
-/// Nothing is lost or changed at the place of the cut.
-void ExpectCleanCut(const std::string& narrow, std::size_t cut) {
-  std::u16string halves(text::FromNarrow(narrow.substr(0, cut)).View());
-  halves += text::FromNarrow(narrow.substr(cut)).View();
-  EXPECT_EQ(halves, text::FromNarrow(narrow).View()) << narrow << " cut at " << cut;
-}
-
 TEST(CodePage, MalformedUtf8IsCutWhereItReadsTheSame) {
   for (const std::string& narrow : Texts("a\x80\xA0\xC3\xE3\xED\xF0\xF4\xFF"sv, 5)) {
     for (std::size_t limit = 0; limit <= narrow.size() + 1; ++limit) {
