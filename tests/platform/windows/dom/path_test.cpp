@@ -1,0 +1,112 @@
+#include "platform/windows/dom/path.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "platform/dom.h"
+#include "support/expect.h"
+
+namespace {
+
+constexpr const char* kPaths[] = {
+    "./Channel",
+    "./Channel[@index='5']",
+    "./A/B",
+    "./A[@x='1']/B[@y='2']",
+    "./A[@a='1'][@b='2'][@c='3'][@d='4'][@e='5']",
+    "./A[@a = '1']",
+    "./A[@a\t=\t'']",
+    "./A[@a='][@b=\"/.*()']",
+    "./p:A[@q:b='1']",
+    "./_A-1.b",
+};
+
+constexpr const char* kNoPaths[] = {
+    "",
+    ".",
+    "./",
+    "A",
+    "/A",
+    "//A",
+    "./A/",
+    "./A//B",
+    "./1A",
+    "./A[",
+    "./A[]",
+    "./A[@]",
+    "./A[@a]",
+    "./A[@a=]",
+    "./A[@a=1]",
+    "./A[@a='1]",
+    "./A[@a='1'",
+    "./A[@a=\"1\"]",
+    "./A[a='1']",
+    "./A[@a='1']]",
+    "./A[@a='it's']",
+    "./A B",
+    "./A|./B",
+    "./*",
+    "./A[1]",
+    "./@a",
+    "./A[@a='1' and @b='2']",
+    "./A ",
+    " ./A",
+    "./A:B:C",
+    "./:A",
+    "./A:",
+};
+
+TEST(DomPath, TakesChainsOfSteps) {
+  for (const char* path : kPaths) EXPECT_TRUE(dom::IsPath(path)) << path;
+}
+
+TEST(DomPath, RefusesEverythingElse) {
+  for (const char* path : kNoPaths) EXPECT_FALSE(dom::IsPath(path)) << path;
+}
+
+TEST(DomPath, NamesHaveAPrefixWhereTheyMay) {
+  for (const char* name : {"a", "_A-1.b", "Channel"}) {
+    EXPECT_TRUE(dom::IsName(name)) << name;
+    EXPECT_TRUE(dom::IsQualifiedName(name)) << name;
+  }
+  EXPECT_FALSE(dom::IsName("p:a"));
+  EXPECT_TRUE(dom::IsQualifiedName("p:a"));
+  for (const char* name : {"", "1a", "a b", "-a", "a:", ":a", "a:b:c", "a\xC3\xA9"}) {
+    EXPECT_FALSE(dom::IsName(name)) << name;
+    EXPECT_FALSE(dom::IsQualifiedName(name)) << name;
+  }
+}
+
+// The platform's own reader gets through whatever passes the check, found or not.
+TEST(DomPath, PlatformReadsWhatIsTaken) {
+  dom::Document document;
+  ExpectHr(S_OK, document.Create());
+  dom::Element root;
+  ExpectHr(S_OK, document.CreateElement("Root", root));
+  ExpectHr(S_OK, document.AppendChild(root));
+  constexpr char kValues[] = " !\"#$%&()*+,-./:;<=>?@[\\]^_`{|}~aZ09\t";
+  std::mt19937 random(1);
+  for (int round = 0; round < 2000; ++round) {
+    std::string value;
+    for (unsigned length = random() % 12; length > 0; --length) {
+      value += kValues[random() % (sizeof(kValues) - 1)];
+    }
+    dom::Element child;
+    ExpectHr(S_OK, document.CreateElement("Item", child));
+    ExpectHr(S_OK, child.SetNarrow("key", value));
+    ExpectHr(S_OK, root.AppendChild(child));
+    const std::string path = "./Item[@key='" + value + "']";
+    dom::Element found;
+    ExpectHr(S_OK, root.SelectSingle(path.c_str(), found));
+    std::string read;
+    ExpectHr(S_OK, found.GetUtf8("key", read));
+    EXPECT_EQ(value, read);
+    ExpectHr(S_OK, root.RemoveChild(child));
+    ExpectHr(S_FALSE, root.SelectSingle(path.c_str(), found));
+    if (HasFailure()) break;
+  }
+}
+
+}  // namespace
