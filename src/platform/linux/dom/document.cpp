@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/dom.h"
+#include "platform/dom_path.h"
 #include "platform/linux/dom/handles.h"
 #include "platform/linux/dom/shared_document.h"
 #include "platform/text.h"
@@ -89,7 +90,7 @@ HRESULT Document::AppendProcessingInstruction(const char* target, const char* da
   if (m_document == nullptr || target == nullptr || data == nullptr) return E_INVALIDARG;
   Store& store = SharedOf(m_document).Contents();
   if (std::string_view(target) == "xml") return AppendDeclaration(store, data);
-  const bool isSound = domtree::IsPlainName(target) && !IsReserved(target) &&
+  const bool isSound = IsPlainName(target) && !IsReserved(target) &&
                        std::string_view(data).find("?>") == std::string_view::npos;
   if (!isSound) return E_INVALIDARG;
   return domtree::Guarded([&] {

@@ -6,8 +6,9 @@
 #include <vector>
 
 #include "platform/dom.h"
+#include "platform/dom_path.h"
 #include "platform/linux/dom/handles.h"
-#include "platform/linux/dom/path.h"
+#include "platform/linux/dom/path_matches.h"
 #include "platform/linux/dom/shared_document.h"
 #include "platform/text.h"
 
@@ -34,8 +35,9 @@ class NamedChildren {
  public:
   /// None for any other path.
   static std::optional<NamedChildren> Parse(const Node& context, std::string_view path) {
-    if (!path.starts_with("./") || !domtree::IsPlainName(path.substr(2))) return std::nullopt;
-    return NamedChildren(context, context.Owner().GetNames().Find(path.substr(2)));
+    const std::string_view name = NameInPath(path);
+    if (name.empty()) return std::nullopt;
+    return NamedChildren(context, context.Owner().GetNames().Find(name));
   }
 
   Node* Next() {
@@ -63,7 +65,7 @@ HRESULT WithMatches(const Node& context, const char* path, Use use) {
     converted = text::ToUtf8(text::FromNarrow(text).View());
     text = converted;
   }
-  const std::optional<domtree::Path> parsed = domtree::Path::Parse(text);
+  const std::optional<Path> parsed = Path::Parse(text);
   if (!parsed) return E_INVALIDARG;
   domtree::PathMatches matches(*parsed, context);
   return use(matches);

@@ -1,10 +1,11 @@
 #include "platform/linux/tree/names.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 #include <new>
+
+#include "platform/dom_path.h"
 
 namespace domtree {
 namespace {
@@ -38,28 +39,7 @@ std::uint32_t HashOf(std::string_view name) {
   return static_cast<std::uint32_t>(hash);
 }
 
-constexpr bool IsLetter(char byte) {
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_';
-}
-
-// For every byte whether a plain name may hold it.
-constexpr std::array<bool, 256> kNameBytes = [] {
-  std::array<bool, 256> isName{};
-  for (int i = 0; i < 128; ++i) {
-    const char byte = static_cast<char>(i);
-    isName[static_cast<std::size_t>(i)] =
-        IsLetter(byte) || (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
-  }
-  return isName;
-}();
-
 }  // namespace
-
-bool IsPlainName(std::string_view name) {
-  return !name.empty() && IsLetter(name.front()) &&
-         std::all_of(name.begin(), name.end(),
-                     [](char byte) { return kNameBytes[static_cast<unsigned char>(byte)]; });
-}
 
 NameId Names::Find(std::string_view name) const { return FindHashed(name, HashOf(name)); }
 
@@ -83,7 +63,7 @@ NameId Names::InternPlain(std::string_view name) {
   const std::uint32_t hash = HashOf(name);
   const NameId known = FindHashed(name, hash);
   if (known != kNoName) return IsPlain(known) ? known : kNoName;
-  return IsPlainName(name) ? Add(name, hash) : kNoName;
+  return dom::IsPlainName(name) ? Add(name, hash) : kNoName;
 }
 
 NameId Names::Add(std::string_view name, std::uint32_t hash) {
@@ -96,7 +76,7 @@ NameId Names::Add(std::string_view name, std::uint32_t hash) {
   const auto id = static_cast<NameId>(m_entries.size());
   const bool hasPrefix = name.find(':') != std::string_view::npos;
   m_entries.push_back(
-      {text, static_cast<std::uint32_t>(name.size()), hash, hasPrefix, IsPlainName(name)});
+      {text, static_cast<std::uint32_t>(name.size()), hash, hasPrefix, dom::IsPlainName(name)});
   m_hasPrefixes = m_hasPrefixes || hasPrefix;
   const std::size_t mask = m_slots.size() - 1;
   std::size_t slot = hash & mask;

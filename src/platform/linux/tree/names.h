@@ -13,9 +13,6 @@ using NameId = std::uint32_t;
 /// Attributes keep names in 24 bits.
 inline constexpr NameId kNoName = 0xFFFFFF;
 
-/// True for what a new element or attribute may be called: an ASCII name without a prefix.
-bool IsPlainName(std::string_view name);
-
 /// The element and attribute names of one tree, each kept once. Names stay until the tree goes.
 class Names {
  public:

@@ -2,9 +2,9 @@
 #include <string>
 
 #include "platform/dom.h"
+#include "platform/dom_path.h"
 #include "platform/text.h"
 #include "platform/windows/dom/msxml.h"
-#include "platform/windows/dom/path.h"
 #include "platform/windows/guarded.h"
 
 namespace dom {
@@ -29,7 +29,7 @@ HRESULT Read(IUnknown* node, const char* name, Bstr& value) {
 /// as they are, or the names that have them would change.
 bool IsWritable(IUnknown* node, const char* name) {
   const std::string_view text(name);
-  if (IsName(text)) return text != "xmlns";
+  if (IsPlainName(text)) return text != "xmlns";
   Bstr old;
   return !text.starts_with("xmlns:") && Read(node, name, old) == S_OK;
 }

@@ -1,10 +1,10 @@
 // Documents over MSXML 3.0.
 #include "platform/dom.h"
+#include "platform/dom_path.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/windows/dom/memory_stream.h"
 #include "platform/windows/dom/msxml.h"
-#include "platform/windows/dom/path.h"
 #include "platform/windows/guarded.h"
 
 namespace dom {
@@ -111,7 +111,7 @@ HRESULT Document::AppendProcessingInstruction(const char* target, const char* da
 HRESULT Document::CreateElement(const char* name, Element& out) const {
   out = Element();
   // Wine takes any text for a name.
-  if (!m_document || name == nullptr || !IsName(name)) return E_INVALIDARG;
+  if (!m_document || name == nullptr || !IsPlainName(name)) return E_INVALIDARG;
   const msxml::Variant type(LONG{NODE_ELEMENT});
   ComPtr<IXMLDOMNode> node;
   const HRESULT hr = DocumentOf(m_document)

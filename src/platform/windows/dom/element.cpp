@@ -2,9 +2,9 @@
 #include <algorithm>
 
 #include "platform/dom.h"
+#include "platform/dom_path.h"
 #include "platform/text.h"
 #include "platform/windows/dom/msxml.h"
-#include "platform/windows/dom/path.h"
 #include "platform/windows/guarded.h"
 
 namespace dom {
@@ -80,7 +80,7 @@ HRESULT Element::OwnerDocument(Document& out) const {
 }
 
 HRESULT Element::SelectSingle(const char* path, Element& out) const {
-  if (!m_node || path == nullptr || !IsPath(path)) return E_INVALIDARG;
+  if (!m_node || path == nullptr || !Path::Parse(path)) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> node;
   const HRESULT hr =
       ElementOf(m_node)->selectSingleNode(text::FromNarrow(path).Get(), node.Receive());
@@ -92,7 +92,7 @@ HRESULT Element::SelectSingle(const char* path, Element& out) const {
 
 HRESULT Element::Select(const char* path, ElementList& out) const {
   out = ElementList();
-  if (!m_node || path == nullptr || !IsPath(path)) return E_INVALIDARG;
+  if (!m_node || path == nullptr || !Path::Parse(path)) return E_INVALIDARG;
   ComPtr<IXMLDOMNodeList> list;
   HRESULT hr = ElementOf(m_node)->selectNodes(text::FromNarrow(path).Get(), list.Receive());
   LONG count = 0;

@@ -1,7 +1,8 @@
-#include "platform/windows/dom/path.h"
+#include "platform/dom_path.h"
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
 #include <string>
 
@@ -59,22 +60,62 @@ constexpr const char* kNoPaths[] = {
 };
 
 TEST(DomPath, TakesChainsOfSteps) {
-  for (const char* path : kPaths) EXPECT_TRUE(dom::IsPath(path)) << path;
+  for (const char* path : kPaths) EXPECT_TRUE(dom::Path::Parse(path)) << path;
 }
 
 TEST(DomPath, RefusesEverythingElse) {
-  for (const char* path : kNoPaths) EXPECT_FALSE(dom::IsPath(path)) << path;
+  for (const char* path : kNoPaths) EXPECT_FALSE(dom::Path::Parse(path)) << path;
+}
+
+TEST(DomPath, StepsAndPredicatesStandInOrder) {
+  const std::optional<dom::Path> path =
+      dom::Path::Parse("./A[@x='1'][@p:y\t= ']/[@a=']/q:B[@z='']");
+  ASSERT_TRUE(path);
+  ASSERT_EQ(2U, path->steps.size());
+  EXPECT_EQ("A", path->steps[0].name);
+  ASSERT_EQ(2U, path->steps[0].predicates.size());
+  EXPECT_EQ("x", path->steps[0].predicates[0].name);
+  EXPECT_EQ("1", path->steps[0].predicates[0].value);
+  EXPECT_EQ("p:y", path->steps[0].predicates[1].name);
+  EXPECT_EQ("]/[@a=", path->steps[0].predicates[1].value);
+  EXPECT_EQ("q:B", path->steps[1].name);
+  ASSERT_EQ(1U, path->steps[1].predicates.size());
+  EXPECT_EQ("z", path->steps[1].predicates[0].name);
+  EXPECT_EQ("", path->steps[1].predicates[0].value);
+}
+
+TEST(DomPath, NameOfASingleStep) {
+  EXPECT_EQ("Channel", dom::NameInPath("./Channel"));
+  EXPECT_EQ("p:A", dom::NameInPath("./p:A"));
+  for (const char* path : {"./A/B", "./A[@x='1']", "./", "A", "", "./1A", "./A ", "./A:", "./*"}) {
+    EXPECT_EQ("", dom::NameInPath(path)) << path;
+  }
+}
+
+// What selects says the same of a path as its parser does.
+TEST(DomPath, SelectingRefusesWhatIsNoPath) {
+  dom::Document document;
+  ExpectHr(S_OK, document.Create());
+  dom::Element root;
+  ExpectHr(S_OK, document.CreateElement("Root", root));
+  ExpectHr(S_OK, document.AppendChild(root));
+  for (const char* path : kNoPaths) {
+    dom::Element found;
+    dom::ElementList all;
+    ExpectHr(E_INVALIDARG, root.SelectSingle(path, found));
+    ExpectHr(E_INVALIDARG, root.Select(path, all));
+  }
 }
 
 TEST(DomPath, NamesHaveAPrefixWhereTheyMay) {
   for (const char* name : {"a", "_A-1.b", "Channel"}) {
-    EXPECT_TRUE(dom::IsName(name)) << name;
+    EXPECT_TRUE(dom::IsPlainName(name)) << name;
     EXPECT_TRUE(dom::IsQualifiedName(name)) << name;
   }
-  EXPECT_FALSE(dom::IsName("p:a"));
+  EXPECT_FALSE(dom::IsPlainName("p:a"));
   EXPECT_TRUE(dom::IsQualifiedName("p:a"));
   for (const char* name : {"", "1a", "a b", "-a", "a:", ":a", "a:b:c", "a\xC3\xA9"}) {
-    EXPECT_FALSE(dom::IsName(name)) << name;
+    EXPECT_FALSE(dom::IsPlainName(name)) << name;
     EXPECT_FALSE(dom::IsQualifiedName(name)) << name;
   }
 }
@@ -90,7 +131,7 @@ TEST(DomPath, PlatformReadsWhatIsTaken) {
   std::mt19937 random(1);
   for (int round = 0; round < 2000; ++round) {
     std::string value;
-    for (unsigned length = random() % 12; length > 0; --length) {
+    for (std::size_t length = random() % 12; length > 0; --length) {
       value += kValues[random() % (sizeof(kValues) - 1)];
     }
     dom::Element child;

@@ -1,40 +1,18 @@
 #pragma once
 
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/dom_path.h"
 #include "platform/linux/tree/store.h"
 
 namespace domtree {
-
-/// A relative path: "./A/B[@k='v']". Its views point into the text it was made from.
-class Path {
- public:
-  /// None when the text is no such path.
-  static std::optional<Path> Parse(std::string_view text);
-
- private:
-  friend class PathMatches;
-
-  struct Predicate {
-    std::string_view name;
-    std::string_view value;
-  };
-  struct Step {
-    std::string_view name;
-    std::vector<Predicate> predicates;
-  };
-
-  std::vector<Step> m_steps;
-};
 
 /// Walks the matches of a path below an element, in document order. The tree must not change
 /// meanwhile, and the path's text must stay.
 class PathMatches {
  public:
-  PathMatches(const Path& path, const Node& context);
+  PathMatches(const dom::Path& path, const Node& context);
 
   /// Null when there is no further one.
   Node* Next();
