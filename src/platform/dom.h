@@ -14,6 +14,8 @@
 // implementations crash on it. A tag name with a prefix is compared as it stands.
 //
 // White space alone between elements is dropped on loading; comments stay and count as child nodes.
+// Lack of memory is raised, as std::bad_alloc or ComError; MSXML's own may be answered E_OUTOFMEMORY.
+//
 // Documents are not safe for concurrent use; only reference counts are atomic.
 #pragma once
 
@@ -149,8 +151,7 @@ class Document {
   explicit operator bool() const { return m_document != nullptr; }
 
   /// Replaces the contents by the file's. S_OK with `success` true, or S_FALSE with `success` false
-  /// and an empty document. Without memory ComError is raised, and the contents are the old ones or
-  /// none.
+  /// and an empty document. Where lack of memory is raised, the contents are the old ones or none.
   HRESULT Load(const std::string& path, bool& success);
   /// Writes the document; the old file stays when that fails or when the document cannot be written
   /// as well-formed XML.

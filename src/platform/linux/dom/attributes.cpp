@@ -99,10 +99,7 @@ HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) con
     if (page == nullptr || IsAscii(text)) {
       text::CopyCut(text, buffer, size);
     } else {
-      domtree::Guarded([&] {
-        text::CopyCut(page->Encode(utf8::ToWide(text)), buffer, size);
-        return S_OK;
-      });
+      text::CopyCut(page->Encode(utf8::ToWide(text)), buffer, size);
     }
   });
 }
@@ -112,35 +109,28 @@ HRESULT Element::GetText(const char* name, Bstr& value) const {
 }
 
 HRESULT Element::GetUtf8(const char* name, std::string& value) const {
-  return domtree::Guarded(
-      [&] { return Read(m_node, name, m_hint, [&](std::string_view text) { value = text; }); });
+  return Read(m_node, name, m_hint, [&](std::string_view text) { value = text; });
 }
 
 HRESULT Element::SetInt(const char* name, std::int32_t value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
   char text[12];
   const std::to_chars_result end = std::to_chars(text, text + sizeof(text), value);
-  return domtree::Guarded([&] {
-    return Write(m_node, name, m_hint, {text, static_cast<std::size_t>(end.ptr - text)});
-  });
+  return Write(m_node, name, m_hint, {text, static_cast<std::size_t>(end.ptr - text)});
 }
 
 HRESULT Element::SetText(const char* name, BSTR value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
   const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
-  return domtree::Guarded([&] {
-    char ascii[kShortText];
-    if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
-    return Write(m_node, name, m_hint, text::ToUtf8(wide));
-  });
+  char ascii[kShortText];
+  if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
+  return Write(m_node, name, m_hint, text::ToUtf8(wide));
 }
 
 HRESULT Element::SetNarrow(const char* name, std::string_view value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    if (IsAscii(value)) return Write(m_node, name, m_hint, value);
-    return Write(m_node, name, m_hint, text::ToUtf8(text::FromNarrow(value).View()));
-  });
+  if (IsAscii(value)) return Write(m_node, name, m_hint, value);
+  return Write(m_node, name, m_hint, text::ToUtf8(text::FromNarrow(value).View()));
 }
 
 HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {

@@ -1,5 +1,4 @@
 // Document handles.
-#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,12 +51,8 @@ Document::Document(const Document& other) : m_document(other.m_document) {
 
 HRESULT Document::Create() {
   Close();
-  try {
-    m_document = SharedDocument::Create();
-    return S_OK;
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  m_document = SharedDocument::Create();
+  return S_OK;
 }
 
 void Document::Close() {
@@ -67,15 +62,13 @@ void Document::Close() {
 HRESULT Document::Load(const std::string& path, bool& success) {
   success = false;
   if (m_document == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    success = SharedOf(m_document).Load(path);
-    return success ? S_OK : S_FALSE;
-  });
+  success = SharedOf(m_document).Load(path);
+  return success ? S_OK : S_FALSE;
 }
 
 HRESULT Document::Save(const std::string& path) const {
   if (m_document == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] { return SharedOf(m_document).Save(path) ? S_OK : E_FAIL; });
+  return SharedOf(m_document).Save(path) ? S_OK : E_FAIL;
 }
 
 HRESULT Document::DocumentElement(Element& out) const {
@@ -93,27 +86,23 @@ HRESULT Document::AppendProcessingInstruction(const char* target, const char* da
   const bool isSound = IsPlainName(target) && !IsReserved(target) &&
                        std::string_view(data).find("?>") == std::string_view::npos;
   if (!isSound) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    const std::string text = text::ToUtf8(text::FromNarrow(data).View());
-    const domtree::NameId name = store.GetNames().Intern(target);
-    store.Insert(store.Root(), store.NewLeaf(Kind::Instruction, name, text), nullptr);
-    return S_OK;
-  });
+  const std::string text = text::ToUtf8(text::FromNarrow(data).View());
+  const domtree::NameId name = store.GetNames().Intern(target);
+  store.Insert(store.Root(), store.NewLeaf(Kind::Instruction, name, text), nullptr);
+  return S_OK;
 }
 
 HRESULT Document::CreateElement(const char* name, Element& out) const {
   if (m_document == nullptr || name == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    Store& store = SharedOf(m_document).Contents();
-    const domtree::NameId id = store.GetNames().InternPlain(name);
-    if (id == domtree::kNoName) return E_INVALIDARG;
-    // Room for what the smallest of the files' elements have.
-    constexpr std::size_t kUsualAttributes = 4;
-    Node& element = store.NewNode(Kind::Element, id, kUsualAttributes);
-    element.AddRef();
-    out = Element::Attach(&element);
-    return S_OK;
-  });
+  Store& store = SharedOf(m_document).Contents();
+  const domtree::NameId id = store.GetNames().InternPlain(name);
+  if (id == domtree::kNoName) return E_INVALIDARG;
+  // Room for what the smallest of the files' elements have.
+  constexpr std::size_t kUsualAttributes = 4;
+  Node& element = store.NewNode(Kind::Element, id, kUsualAttributes);
+  element.AddRef();
+  out = Element::Attach(&element);
+  return S_OK;
 }
 
 HRESULT Document::AppendChild(const Element& child) const {

@@ -95,11 +95,9 @@ ULONG Element::Release() {
 
 HRESULT Element::TagName(std::string& name) const {
   if (m_node == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    const Node& node = NodeOf(m_node);
-    name = node.Owner().GetNames().Text(node.Name());
-    return S_OK;
-  });
+  const Node& node = NodeOf(m_node);
+  name = node.Owner().GetNames().Text(node.Name());
+  return S_OK;
 }
 
 bool Element::HasTag(std::string_view name) const {
@@ -110,41 +108,35 @@ bool Element::HasTag(std::string_view name) const {
 
 HRESULT Element::OwnerDocument(Document& out) const {
   if (m_node == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    Document document;
-    document.m_document = domtree::SharedDocument::Of(NodeOf(m_node).Owner());
-    out = std::move(document);
-    return S_OK;
-  });
+  Document document;
+  document.m_document = domtree::SharedDocument::Of(NodeOf(m_node).Owner());
+  out = std::move(document);
+  return S_OK;
 }
 
 HRESULT Element::SelectSingle(const char* path, Element& out) const {
   if (m_node == nullptr || path == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    return WithMatches(NodeOf(m_node), path,
-                       [&](auto& matches) { return Answer(matches.Next(), out); });
-  });
+  return WithMatches(NodeOf(m_node), path,
+                     [&](auto& matches) { return Answer(matches.Next(), out); });
 }
 
 HRESULT Element::Select(const char* path, ElementList& out) const {
   if (m_node == nullptr || path == nullptr) return E_INVALIDARG;
-  return domtree::Guarded([&] {
-    return WithMatches(NodeOf(m_node), path, [&](auto& matches) {
-      std::vector<IUnknown*> found;
-      while (Node* node = matches.Next()) found.push_back(node);
-      ElementList list;
-      if (found.empty()) {
-        out = std::move(list);
-        return S_OK;
-      }
-      list.m_items = new IUnknown*[found.size()];
-      for (IUnknown* node : found) {
-        node->AddRef();
-        list.m_items[list.m_count++] = node;
-      }
+  return WithMatches(NodeOf(m_node), path, [&](auto& matches) {
+    std::vector<IUnknown*> found;
+    while (Node* node = matches.Next()) found.push_back(node);
+    ElementList list;
+    if (found.empty()) {
       out = std::move(list);
       return S_OK;
-    });
+    }
+    list.m_items = new IUnknown*[found.size()];
+    for (IUnknown* node : found) {
+      node->AddRef();
+      list.m_items[list.m_count++] = node;
+    }
+    out = std::move(list);
+    return S_OK;
   });
 }
 

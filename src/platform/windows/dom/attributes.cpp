@@ -5,7 +5,6 @@
 #include "platform/dom_path.h"
 #include "platform/text.h"
 #include "platform/windows/dom/msxml.h"
-#include "platform/windows/guarded.h"
 
 namespace dom {
 namespace {
@@ -99,7 +98,7 @@ HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {
   for (LONG i = 0; SUCCEEDED(hr) && i < count; ++i) {
     ComPtr<IXMLDOMNode> attribute;
     hr = map->get_item(i, attribute.Receive());
-    if (attribute) hr = Guarded([&] { return Visit(attribute.Get(), visit); });
+    if (attribute) hr = Visit(attribute.Get(), visit);
   }
   return SUCCEEDED(hr) ? S_OK : hr;
 }

@@ -5,7 +5,6 @@
 #include "platform/text.h"
 #include "platform/windows/dom/memory_stream.h"
 #include "platform/windows/dom/msxml.h"
-#include "platform/windows/guarded.h"
 
 namespace dom {
 namespace {
@@ -53,7 +52,7 @@ Document::Document(const Document& other) : m_document(other.m_document) {
 HRESULT Document::Create() {
   Close();
   ComPtr<IXMLDOMDocument2> document;
-  const HRESULT hr = msxml::CreateDocument(document);
+  const HRESULT hr = RaiseLackOfMemory(msxml::CreateDocument(document));
   if (SUCCEEDED(hr)) m_document = document.Detach();
   return hr;
 }
@@ -66,7 +65,7 @@ HRESULT Document::Load(const std::string& path, bool& success) {
   success = false;
   if (!m_document) return E_INVALIDARG;
   ComPtr<IStream> stream;
-  HRESULT hr = Guarded([&] { return memory_stream::FromFile(path, stream); });
+  HRESULT hr = memory_stream::FromFile(path, stream);
   if (SUCCEEDED(hr)) hr = msxml::LoadStream(DocumentOf(m_document), stream.Get());
   success = hr == S_OK;
   if (!success) Empty(DocumentOf(m_document));
@@ -83,7 +82,7 @@ HRESULT Document::Save(const std::string& path) const {
   hr = DocumentOf(m_document)->save(destination.Get());
   if (SUCCEEDED(hr)) hr = Verify(stream.Get());
   if (FAILED(hr)) return hr;
-  return Guarded([&] { return Replace(path, stream.Get()); });
+  return Replace(path, stream.Get());
 }
 
 HRESULT Document::DocumentElement(Element& out) const {

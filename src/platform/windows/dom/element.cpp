@@ -5,7 +5,6 @@
 #include "platform/dom_path.h"
 #include "platform/text.h"
 #include "platform/windows/dom/msxml.h"
-#include "platform/windows/guarded.h"
 
 namespace dom {
 namespace {
@@ -99,7 +98,7 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
   if (SUCCEEDED(hr)) hr = list->get_length(&count);
   if (FAILED(hr) || count <= 0) return hr;
   // MSXML's own list may follow later changes of the tree; this one does not.
-  out.m_items = Guarded([count] { return new IUnknown*[static_cast<std::size_t>(count)]; });
+  out.m_items = new IUnknown*[static_cast<std::size_t>(count)];
   while (out.m_count < count) {
     ComPtr<IXMLDOMNode> node;
     Element element;

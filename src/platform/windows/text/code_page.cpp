@@ -2,8 +2,6 @@
 
 #include <limits>
 
-#include "platform/windows/guarded.h"
-
 namespace code_page {
 namespace {
 
@@ -60,8 +58,7 @@ std::string Narrow(UINT codePage, WideView wide) {
   const int units = CheckedLength(wide.size());
   const int length =
       WideCharToMultiByte(codePage, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-  std::string narrow =
-      Guarded([length] { return std::string(static_cast<std::size_t>(length), '\0'); });
+  std::string narrow(static_cast<std::size_t>(length), '\0');
   WideCharToMultiByte(codePage, 0, wide.data(), units, narrow.data(), length, nullptr, nullptr);
   return narrow;
 }

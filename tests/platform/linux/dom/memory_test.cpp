@@ -6,8 +6,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/com_error.h"
 #include "platform/dom.h"
+#include "platform/lack_of_memory.h"
 #include "support/allocations.h"
 #include "support/dom_tools.h"
 #include "support/expect.h"
@@ -29,11 +29,7 @@ void FailEverywhere(const std::function<HRESULT()>& work, const std::function<vo
     bool hasFailed = false;
     {
       const allocations::FailFrom failure(position);
-      try {
-        hr = work();
-      } catch (const ComError& error) {
-        hr = error.Error();
-      }
+      hr = AnsweringLackOfMemory([&] { return work(); });
       hasFailed = failure.HasFailed();
     }
     if (!hasFailed) {
@@ -60,11 +56,7 @@ TEST(DomMemory, ALoadThatLacksMemoryFails) {
     bool hasFailed = false;
     {
       const allocations::FailFrom failure(position);
-      try {
-        hr = document.Load(path, success);
-      } catch (const ComError& error) {
-        hr = error.Error();
-      }
+      hr = AnsweringLackOfMemory([&] { return document.Load(path, success); });
       hasFailed = failure.HasFailed();
     }
     EXPECT_EQ(hasFailed, !success);
@@ -117,6 +109,12 @@ TEST(DomMemory, ChangesThatLackMemoryChangeNothing) {
   FailEverywhere([&] { return root.SetText("a", text.Get()); }, checkAfter);
 }
 
+TEST(DomMemory, AnUnmadeDocumentIsRaised) {
+  dom::Document document;
+  const allocations::FailFrom failure(0);
+  EXPECT_THROW(document.Create(), std::bad_alloc);
+}
+
 TEST(DomMemory, ReadingAndWritingTheSameNeedsNone) {
   const std::string name = "\xE3\x83\x86\xE3\x83\xAC\xE3\x83\x93";
   const dom::Document document =
@@ -147,17 +145,13 @@ TEST(DomMemory, ManyAttributesThatLackMemoryAreNotAdded) {
   for (int i = 0; i < 200; ++i) {
     const std::string name = "attribute" + std::to_string(i);
     for (std::size_t position = 0;; ++position) {
-      bool hasFailed = false;
-      try {
+      HRESULT hr = S_OK;
+      {
         const allocations::FailFrom failure(position);
-        const HRESULT hr = root.SetInt(name.c_str(), 1000000000 + i);
-        hasFailed = failure.HasFailed();
-        if (!hasFailed) ExpectHr(S_OK, hr);
-      } catch (const ComError& error) {
-        ExpectHr(E_OUTOFMEMORY, error.Error());
-        hasFailed = true;
+        hr = AnsweringLackOfMemory([&] { return root.SetInt(name.c_str(), 1000000000 + i); });
       }
-      if (!hasFailed) break;
+      if (hr == S_OK) break;
+      ExpectHr(E_OUTOFMEMORY, hr);
       EXPECT_EQ("(none)", Utf8(root, name.c_str()));
     }
     EXPECT_EQ(std::to_string(1000000000 + i), Utf8(root, name.c_str()));
