@@ -14,7 +14,9 @@
 // implementations crash on it. A tag name with a prefix is compared as it stands.
 //
 // White space alone between elements is dropped on loading; comments stay and count as child nodes.
-// Lack of memory is raised, as std::bad_alloc or ComError; MSXML's own may be answered E_OUTOFMEMORY.
+//
+// Lack of memory is raised, as std::bad_alloc or ComError; what MSXML lacks may be answered
+// E_OUTOFMEMORY.
 //
 // Documents are not safe for concurrent use; only reference counts are atomic.
 #pragma once
@@ -91,13 +93,13 @@ class Element {
   /// `size`. The buffer is untouched unless S_OK.
   HRESULT GetNarrow(const char* name, char* buffer, std::size_t size) const;
   /// The whole value; `value` is untouched unless S_OK.
-  HRESULT GetText(const char* name, Bstr& value) const;
+  HRESULT GetWide(const char* name, Bstr& value) const;
   /// The whole value as UTF-8; `value` is untouched unless S_OK.
   HRESULT GetUtf8(const char* name, std::string& value) const;
 
   HRESULT SetInt(const char* name, std::int32_t value) const;
   /// A null text is written as the empty one.
-  HRESULT SetText(const char* name, BSTR value) const;
+  HRESULT SetWide(const char* name, BSTR value) const;
   /// Text in the thread's ANSI code page.
   HRESULT SetNarrow(const char* name, std::string_view value) const;
 

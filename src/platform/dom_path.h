@@ -1,5 +1,5 @@
-// Names of elements and attributes, and the paths that select elements: what platform/dom.h takes of
-// them, on both targets.
+// Names of elements and attributes, and the paths that select elements, as the document seam takes
+// them on both targets.
 #pragma once
 
 #include <optional>

@@ -35,7 +35,7 @@ HRESULT SetAttr(const dom::Element& element, const char* name, LONG value) {
 
 HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value) {
   if (!element || name == nullptr) return E_POINTER;
-  return element.SetText(name, value);
+  return element.SetWide(name, value);
 }
 
 std::string KeyPath(const char* path, const char* key, LONG value) {

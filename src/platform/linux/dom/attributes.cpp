@@ -104,7 +104,7 @@ HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) con
   });
 }
 
-HRESULT Element::GetText(const char* name, Bstr& value) const {
+HRESULT Element::GetWide(const char* name, Bstr& value) const {
   return Read(m_node, name, m_hint, [&](std::string_view text) { value = text::FromUtf8(text); });
 }
 
@@ -119,7 +119,7 @@ HRESULT Element::SetInt(const char* name, std::int32_t value) const {
   return Write(m_node, name, m_hint, {text, static_cast<std::size_t>(end.ptr - text)});
 }
 
-HRESULT Element::SetText(const char* name, BSTR value) const {
+HRESULT Element::SetWide(const char* name, BSTR value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
   const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
   char ascii[kShortText];

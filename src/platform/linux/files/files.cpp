@@ -38,7 +38,7 @@ bool PlaceCopy(const std::string& temporary, const std::string& path, std::strin
 
 const OLECHAR kSeparator = u'/';
 
-std::string PathFromText(WideView path) { return text::ToUtf8(path); }
+std::string PathFromWide(WideView path) { return text::ToUtf8(path); }
 
 bool Exists(const std::string& path) {
   struct stat found {};

@@ -9,7 +9,7 @@
 namespace dom {
 namespace {
 
-IXMLDOMElement* ElementOf(IUnknown* node) { return static_cast<IXMLDOMElement*>(node); }
+using msxml::ElementOf;
 
 /// S_FALSE, and the value untouched, when the attribute is missing.
 HRESULT Read(IUnknown* node, const char* name, Bstr& value) {
@@ -67,7 +67,7 @@ HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) con
   return hr;
 }
 
-HRESULT Element::GetText(const char* name, Bstr& value) const { return Read(m_node, name, value); }
+HRESULT Element::GetWide(const char* name, Bstr& value) const { return Read(m_node, name, value); }
 
 HRESULT Element::GetUtf8(const char* name, std::string& value) const {
   Bstr read;
@@ -81,7 +81,7 @@ HRESULT Element::SetInt(const char* name, std::int32_t value) const {
   return SetNarrow(name, std::to_string(value));
 }
 
-HRESULT Element::SetText(const char* name, BSTR value) const {
+HRESULT Element::SetWide(const char* name, BSTR value) const {
   return Write(m_node, name, value ? Bstr::Copy(value) : Bstr(WideView()));
 }
 

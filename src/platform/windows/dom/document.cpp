@@ -10,9 +10,6 @@ namespace dom {
 namespace {
 
 IXMLDOMDocument2* DocumentOf(void* document) { return static_cast<IXMLDOMDocument2*>(document); }
-IXMLDOMElement* ElementOf(const Element& element) {
-  return static_cast<IXMLDOMElement*>(element.Get());
-}
 
 HRESULT Append(IXMLDOMDocument2* document, IXMLDOMNode* node) {
   ComPtr<IXMLDOMNode> appended;
@@ -125,7 +122,7 @@ HRESULT Document::AppendChild(const Element& child) const {
   // Wine takes a second document element.
   Element root;
   if (DocumentElement(root) == S_OK) return E_FAIL;
-  return Append(DocumentOf(m_document), ElementOf(child));
+  return Append(DocumentOf(m_document), msxml::ElementOf(child.Get()));
 }
 
 }  // namespace dom

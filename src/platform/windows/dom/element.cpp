@@ -9,8 +9,7 @@
 namespace dom {
 namespace {
 
-// A handle always holds the element's own interface.
-IXMLDOMElement* ElementOf(IUnknown* node) { return static_cast<IXMLDOMElement*>(node); }
+using msxml::ElementOf;
 
 HRESULT FirstElementFrom(ComPtr<IXMLDOMNode> node, Element& out) {
   while (node) {

@@ -39,7 +39,7 @@ bool MoveBeside(const std::wstring& copy, const std::wstring& path) {
 
 const OLECHAR kSeparator = L'\\';
 
-std::string PathFromText(WideView path) { return text::ToNarrow(path); }
+std::string PathFromWide(WideView path) { return text::ToNarrow(path); }
 
 bool Exists(const std::string& path) {
   return GetFileAttributesW(wide_path::From(path).c_str()) != INVALID_FILE_ATTRIBUTES;

@@ -106,7 +106,7 @@ TEST(DomMemory, ChangesThatLackMemoryChangeNothing) {
   FailEverywhere([&] { return root.SetNarrow("n0", longText); }, check);
   const std::string after = Describe(root);
   const auto checkAfter = [&] { EXPECT_EQ(after, Describe(root)); };
-  FailEverywhere([&] { return root.SetText("a", text.Get()); }, checkAfter);
+  FailEverywhere([&] { return root.SetWide("a", text.Get()); }, checkAfter);
 }
 
 TEST(DomMemory, AnUnmadeDocumentIsRaised) {
@@ -131,7 +131,7 @@ TEST(DomMemory, ReadingAndWritingTheSameNeedsNone) {
       ExpectHr(S_FALSE, root.GetInt("missing", number));
       ExpectHr(S_OK, root.SetInt("n", 123456789));
       ExpectHr(S_OK, root.SetNarrow("u", "some longer text"));
-      ExpectHr(S_OK, root.SetText("u", text.Get()));
+      ExpectHr(S_OK, root.SetWide("u", text.Get()));
     }
     EXPECT_FALSE(failure.HasFailed());
   }

@@ -384,7 +384,7 @@ TEST_F(AtomicFile, UnreadableCopyNeedsAFreeName) {
 
 TEST_F(AtomicFile, PathsAreUtf8InEveryCodePage) {
   ASSERT_EQ(S_OK, ZorTunedexSetCodePage(932));
-  const std::string name = files::PathFromText(u"\u3042.xml");
+  const std::string name = files::PathFromWide(u"\u3042.xml");
   ZorTunedexSetCodePage(65001);
   EXPECT_EQ("\xE3\x81\x82.xml", name);
 }

@@ -37,7 +37,7 @@ TEST(DomWriter, WritesWhatWasBuiltOnOneLine) {
   const dom::Element country = AddChild(Root(document), "Country");
   ExpectHr(S_OK, country.SetNarrow("name", "Germany"));
   ExpectHr(S_OK, country.SetInt("countrycode", 49));
-  ExpectHr(S_OK, AddChild(country, "ChannelSet").SetText("type", nullptr));
+  ExpectHr(S_OK, AddChild(country, "ChannelSet").SetWide("type", nullptr));
   AddChild(Root(document), "Country");
   EXPECT_EQ(std::string(kDeclaration) +
                 "<CHANNELTABLE><Country name=\"Germany\" countrycode=\"49\">"
@@ -68,7 +68,7 @@ TEST(DomWriter, KeepsStandalone) {
 TEST(DomWriter, EscapesAttributes) {
   const dom::Document document = NewDocumentWithRoot("a");
   const WideView value(OLESTR("<>&\"'\t\r\n \u00E9\u20AC\U0001F4FA"));
-  ExpectHr(S_OK, Root(document).SetText("b", Bstr(value).Get()));
+  ExpectHr(S_OK, Root(document).SetWide("b", Bstr(value).Get()));
   EXPECT_EQ(
       std::string(kDeclaration) +
           "<a b=\"&lt;>&amp;&quot;'&#9;&#13;&#10; \xC3\xA9\xE2\x82\xAC\xF0\x9F\x93\xBA\"/>\r\n",
@@ -78,7 +78,7 @@ TEST(DomWriter, EscapesAttributes) {
 TEST(DomWriter, ReplacesLoneSurrogates) {
   const dom::Document document = NewDocumentWithRoot("a");
   const OLECHAR value[] = {0xD83D, 'x', 0xDCFA, 0xDCFA, 0xD83D};
-  ExpectHr(S_OK, Root(document).SetText("b", Bstr(WideView(value, 5)).Get()));
+  ExpectHr(S_OK, Root(document).SetWide("b", Bstr(WideView(value, 5)).Get()));
   EXPECT_EQ("\xEF\xBF\xBDx\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", Utf8(Root(document), "b"));
   EXPECT_EQ(1U, Saved(document).find("?xml"));
 }

@@ -103,11 +103,11 @@ TEST_F(DomDocument, TextThatNoFileMayHoldIsRefused) {
   for (const WideView bad : {WideView(L"a\x0001"
                                       L"b"),
                              WideView(L"\xFFFF")}) {
-    ExpectHr(S_OK, root.SetText("name", Bstr(bad).Get()));
+    ExpectHr(S_OK, root.SetWide("name", Bstr(bad).Get()));
     ExpectHr(E_FAIL, m_document.Save(m_dir.File("old.xml")));
     EXPECT_EQ("old", m_dir.Read("old.xml"));
   }
-  ExpectHr(S_OK, root.SetText("name", Wide("good").Get()));
+  ExpectHr(S_OK, root.SetWide("name", Wide("good").Get()));
   ExpectHr(S_OK, m_document.Save(m_dir.File("old.xml")));
   EXPECT_TRUE(Load(m_dir.File("old.xml")));
   EXPECT_EQ(1U, m_dir.Count());
