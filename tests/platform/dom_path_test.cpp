@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/dom.h"
+#include "support/dom_tools.h"
 #include "support/expect.h"
 
 namespace {
@@ -94,11 +95,8 @@ TEST(DomPath, NameOfASingleStep) {
 
 // What selects says the same of a path as its parser does.
 TEST(DomPath, SelectingRefusesWhatIsNoPath) {
-  dom::Document document;
-  ExpectHr(S_OK, document.Create());
-  dom::Element root;
-  ExpectHr(S_OK, document.CreateElement("Root", root));
-  ExpectHr(S_OK, document.AppendChild(root));
+  const dom::Document document = dom_tools::NewDocumentWithRoot("Root");
+  const dom::Element root = dom_tools::Root(document);
   for (const char* path : kNoPaths) {
     dom::Element found;
     dom::ElementList all;
@@ -122,11 +120,8 @@ TEST(DomPath, NamesHaveAPrefixWhereTheyMay) {
 
 // The platform's own reader gets through whatever passes the check, found or not.
 TEST(DomPath, PlatformReadsWhatIsTaken) {
-  dom::Document document;
-  ExpectHr(S_OK, document.Create());
-  dom::Element root;
-  ExpectHr(S_OK, document.CreateElement("Root", root));
-  ExpectHr(S_OK, document.AppendChild(root));
+  const dom::Document document = dom_tools::NewDocumentWithRoot("Root");
+  const dom::Element root = dom_tools::Root(document);
   constexpr char kValues[] = " !\"#$%&()*+,-./:;<=>?@[\\]^_`{|}~aZ09\t";
   std::mt19937 random(1);
   for (int round = 0; round < 2000; ++round) {
