@@ -5,7 +5,8 @@
 # zortunedex_linux_only(FOLDER LIST): on Windows, appends to the list the source with the skipped tests.
 function(zortunedex_linux_only folder list)
   set(skipped "")
-  file(GLOB files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} ${folder}/linux/*.cpp)
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}
+       ${folder}/linux/*.cpp)
   foreach(file ${files})
     file(READ ${file} text)
     string(REGEX MATCHALL "\n[A-Z_]*TEST(_F|_P)?\\(" tests "${text}")
@@ -17,7 +18,8 @@ function(zortunedex_linux_only folder list)
       message(FATAL_ERROR "tests/${file} has no line \"// Linux only: REASON\"")
     endif()
     set(reason "${CMAKE_MATCH_1}")
-    get_filename_component(name ${file} NAME_WE)
+    string(REGEX REPLACE "^${folder}/linux/(.*)\\.cpp$" "\\1" name ${file})
+    string(MAKE_C_IDENTIFIER ${name} name)
     string(APPEND skipped
            "TEST(LinuxOnly, ${name}) { GTEST_SKIP() << R\"(${file}, ${count} tests: ${reason})\"; }\n")
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/linux/reg_file.h"
+#include "platform/linux/registry/reg_file.h"
 #include "support/input.h"
 
 /// Ends the run when what a registry file is written as does not read back as the same file.

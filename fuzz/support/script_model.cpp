@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/linux/reg_file.h"
-#include "platform/linux/reg_text.h"
+#include "platform/linux/registry/reg_file.h"
+#include "platform/linux/registry/reg_text.h"
 #include "platform/text.h"
 #include "support/fuzz.h"
 

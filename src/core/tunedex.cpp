@@ -22,14 +22,14 @@ HRESULT CTunedex::CreateInstance(IUnknown* outer, REFIID riid, void** ppv) {
 }
 
 std::string CTunedex::PathOf(const char* fileName) const {
-  return files::PathFromText(m_directory) + fileName;
+  return files::PathFromWide(m_directory) + fileName;
 }
 
 HRESULT CTunedex::Open(BSTR bstrDir, DWORD dwCountryCode, InputSignalType SignalType) {
   return AnsweringLackOfMemory([=, this]() -> HRESULT {
     const WideView directory(bstrDir ? bstrDir : OLESTR(""), SysStringLen(bstrDir));
     // A file passes for a directory here; its documents then load as empty ones.
-    if (directory.empty() || !files::Exists(files::PathFromText(directory))) return E_INVALIDARG;
+    if (directory.empty() || !files::Exists(files::PathFromWide(directory))) return E_INVALIDARG;
     return OpenDirectory(directory, dwCountryCode, SignalType);
   });
 }

@@ -1,25 +1,7 @@
 // What the library exports for its hosts and for the platform.
-#include <new>
-
 #include "core/module_lock.h"
 #include "module/module.h"
-#include "platform/com_error.h"
-
-namespace {
-
-/// Lack of memory leaves these entry points as a code: registration tools are no C++ programs.
-template <typename Work>
-HRESULT Answer(Work work) {
-  try {
-    return work(Module::Get());
-  } catch (const ComError& error) {
-    return error.Error();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
-}
-
-}  // namespace
+#include "platform/lack_of_memory.h"
 
 STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   if (ppv == nullptr) return E_POINTER;
@@ -30,15 +12,16 @@ STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
 STDAPI DllCanUnloadNow() { return ModuleLock::IsHeld() ? S_FALSE : S_OK; }
 
 STDAPI DllRegisterServer() {
-  return Answer([](Module& module) { return module.Register(RegistrationScope::Machine); });
+  return AnsweringLackOfMemory([] { return Module::Get().Register(RegistrationScope::Machine); });
 }
 
 STDAPI DllUnregisterServer() {
-  return Answer([](Module& module) { return module.Unregister(RegistrationScope::Machine); });
+  return AnsweringLackOfMemory([] { return Module::Get().Unregister(RegistrationScope::Machine); });
 }
 
 STDAPI DllInstall(BOOL install, const OLECHAR* commandLine) {
-  return Answer([&](Module& module) {
+  return AnsweringLackOfMemory([=] {
+    Module& module = Module::Get();
     const RegistrationScope scope = ScopeOf(commandLine);
     return install ? module.Register(scope) : module.Unregister(scope);
   });

@@ -38,7 +38,7 @@ HRESULT Module::GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
 
 HRESULT Module::Register(RegistrationScope scope) {
   for (const ObjectEntry& entry : kObjectMap) {
-    const HRESULT hr = entry.updateRegistry(scope, true);
+    const HRESULT hr = entry.writeEntries(scope);
     if (FAILED(hr)) return hr;
   }
   return library::RegisterTypeLibrary(scope == RegistrationScope::User);
@@ -47,7 +47,7 @@ HRESULT Module::Register(RegistrationScope scope) {
 HRESULT Module::Unregister(RegistrationScope scope) {
   bool isForeignLeft = false;
   for (const ObjectEntry& entry : kObjectMap) {
-    const HRESULT hr = entry.updateRegistry(scope, false);
+    const HRESULT hr = entry.removeEntries(scope);
     if (FAILED(hr)) return hr;
     isForeignLeft = isForeignLeft || hr == S_FALSE;
   }

@@ -9,18 +9,27 @@ namespace {
 /// False for a path that UTF-8 cannot say: a registered name would lead elsewhere.
 bool IsUtf8(const std::string& path) { return text::ToUtf8(text::FromUtf8(path).View()) == path; }
 
-HRESULT UpdateRegistry(RegistrationScope scope, bool isRegistration) {
+/// What the registry says of the class, for the library where it stands now.
+HRESULT ReadScript(RegistryScript& script) {
   const std::string path = library::Path();
   if (path.empty() || !IsUtf8(path)) return E_FAIL;
+  return script.Parse(library::RegistryScript(), {{"MODULE", path}});
+}
+
+HRESULT WriteEntries(RegistrationScope scope) {
   RegistryScript script;
-  const HRESULT hr = script.Parse(library::RegistryScript(), {{"MODULE", path}});
-  if (FAILED(hr)) return hr;
-  const Registrar registrar(scope);
-  return isRegistration ? registrar.Register(script) : registrar.Unregister(script);
+  const HRESULT hr = ReadScript(script);
+  return FAILED(hr) ? hr : Registrar(scope).Register(script);
+}
+
+HRESULT RemoveEntries(RegistrationScope scope) {
+  RegistryScript script;
+  const HRESULT hr = ReadScript(script);
+  return FAILED(hr) ? hr : Registrar(scope).Unregister(script);
 }
 
 }  // namespace
 
 const ObjectEntry kObjectMap[1] = {
-    {CLSID_ZorTunedex, UpdateRegistry, CTunedex::CreateInstance},
+    {CLSID_ZorTunedex, WriteEntries, RemoveEntries, CTunedex::CreateInstance},
 };

@@ -76,17 +76,17 @@ class Parser {
   bool ParseBlocks(std::vector<RegistryScript::Block>& blocks) {
     do {
       RegistryScript::Block& block = blocks.emplace_back();
-      if (!TakeRoot(block.root) || Now().kind != Kind::Open) return false;
+      if (!TakeRoot(block.root) || Token().kind != Kind::Open) return false;
       if (!ParseKeys(block.top, 0)) return false;
-    } while (Now().kind != Kind::End);
+    } while (Token().kind != Kind::End);
     return true;
   }
 
  private:
-  const ScriptToken& Now() const { return m_reader.Current(); }
+  const ScriptToken& Token() const { return m_reader.Current(); }
 
   bool TakeWord(std::string_view capitals) {
-    if (!Now().Is(capitals)) return false;
+    if (!Token().Is(capitals)) return false;
     m_reader.Advance();
     return true;
   }
@@ -108,14 +108,15 @@ class Parser {
   bool IsReserved() const {
     static constexpr std::string_view kWords[] = {"=", "VAL", "DELETE", "NOREMOVE", "FORCEREMOVE"};
     return std::any_of(std::begin(kWords), std::end(kWords),
-                       [&](std::string_view word) { return Now().Is(word); });
+                       [&](std::string_view word) { return Token().Is(word); });
   }
 
   bool TakeName(std::string& name) {
-    if (IsReserved() || !Now().IsName() || Now().text.empty() || Now().text.size() > kLongestName)
+    if (IsReserved() || !Token().IsName() || Token().text.empty() ||
+        Token().text.size() > kLongestName)
       return false;
-    if (!IsPlain(Now().text)) return false;
-    name = Now().text;
+    if (!IsPlain(Token().text)) return false;
+    name = Token().text;
     m_reader.Advance();
     return true;
   }
@@ -124,7 +125,7 @@ class Parser {
   bool ParseKeys(Key& parent, std::size_t depth) {
     if (depth == RegistryScript::kDeepest) return false;
     m_reader.Advance();
-    while (Now().kind != Kind::Close) {
+    while (Token().kind != Kind::Close) {
       if (TakeWord("VAL")) {
         // Nothing directly below a root is a value of ours to set.
         if (depth == 0 || !ParseValue(parent.values.emplace_back())) return false;
@@ -150,7 +151,7 @@ class Parser {
     if (takesTree && IsShared(key.name)) return false;
     if (key.action == Key::Action::Delete) return true;
     if (TakeWord("=") && !ParseData(key.data.emplace())) return false;
-    return Now().kind != Kind::Open || ParseKeys(key, depth + 1);
+    return Token().kind != Kind::Open || ParseKeys(key, depth + 1);
   }
 
   bool ParseValue(RegistryScript::Value& value) {
@@ -164,10 +165,10 @@ class Parser {
   }
 
   bool ParseData(RegistryScript::Data& data) {
-    const ScriptToken kind = Now();
+    const ScriptToken kind = Token();
     m_reader.Advance();
-    if (!Now().IsName()) return false;
-    const std::string text = Now().text;
+    if (!Token().IsName()) return false;
+    const std::string text = Token().text;
     m_reader.Advance();
     if (kind.Is("S")) return Store(std::optional(text), data);
     if (kind.Is("D")) return Store(ToNumber(text), data);

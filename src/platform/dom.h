@@ -14,6 +14,10 @@
 // implementations crash on it. A tag name with a prefix is compared as it stands.
 //
 // White space alone between elements is dropped on loading; comments stay and count as child nodes.
+//
+// Lack of memory is raised, as std::bad_alloc or ComError; what MSXML lacks may be answered
+// E_OUTOFMEMORY.
+//
 // Documents are not safe for concurrent use; only reference counts are atomic.
 #pragma once
 
@@ -89,13 +93,13 @@ class Element {
   /// `size`. The buffer is untouched unless S_OK.
   HRESULT GetNarrow(const char* name, char* buffer, std::size_t size) const;
   /// The whole value; `value` is untouched unless S_OK.
-  HRESULT GetText(const char* name, Bstr& value) const;
+  HRESULT GetWide(const char* name, Bstr& value) const;
   /// The whole value as UTF-8; `value` is untouched unless S_OK.
   HRESULT GetUtf8(const char* name, std::string& value) const;
 
   HRESULT SetInt(const char* name, std::int32_t value) const;
   /// A null text is written as the empty one.
-  HRESULT SetText(const char* name, BSTR value) const;
+  HRESULT SetWide(const char* name, BSTR value) const;
   /// Text in the thread's ANSI code page.
   HRESULT SetNarrow(const char* name, std::string_view value) const;
 
@@ -149,8 +153,7 @@ class Document {
   explicit operator bool() const { return m_document != nullptr; }
 
   /// Replaces the contents by the file's. S_OK with `success` true, or S_FALSE with `success` false
-  /// and an empty document. Without memory ComError is raised, and the contents are the old ones or
-  /// none.
+  /// and an empty document. Where lack of memory is raised, the contents are the old ones or none.
   HRESULT Load(const std::string& path, bool& success);
   /// Writes the document; the old file stays when that fails or when the document cannot be written
   /// as well-formed XML.

@@ -14,7 +14,7 @@ namespace files {
 extern const OLECHAR kSeparator;
 
 /// A path given as wide text in the form that the functions below take.
-std::string PathFromText(WideView path);
+std::string PathFromWide(WideView path);
 
 /// True when something (a file or a directory) stands at the path.
 bool Exists(const std::string& path);

@@ -9,7 +9,7 @@
 
 #include "platform/com_error.h"
 
-/// Runs the work of an interface's method that answers lack of memory.
+/// Runs the work of a method or an entry point that answers lack of memory.
 template <typename Work>
 HRESULT AnsweringLackOfMemory(Work work) {
   try {

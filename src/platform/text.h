@@ -17,7 +17,8 @@ namespace text {
 Bstr FromNarrow(std::string_view narrow);
 
 /// Wide text in the system's ANSI code page; characters outside it become its replacement
-/// character. A zero unit inside the text comes out as a zero byte.
+/// character. A zero unit inside the text comes out as a zero byte. Raises std::bad_alloc, or
+/// ComError, when there is no memory; so does ToUtf8.
 std::string ToNarrow(WideView wide);
 
 /// Length in bytes of the longest beginning of `narrow` that has at most `limit` bytes and does not

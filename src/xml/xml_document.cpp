@@ -10,7 +10,7 @@ HRESULT CXmlDocument::Open(const std::string& path) {
   const auto putBack = PutBackWhenRaised();
   Close();
   m_state.path = path;
-  return RaiseLackOfMemory(m_state.document.Create());
+  return m_state.document.Create();
 }
 
 HRESULT CXmlDocument::Close() {
@@ -52,7 +52,7 @@ HRESULT CXmlDocument::LoadFile(bool& success) {
   if (!m_state.document) return E_FAIL;
   dom::Document loaded;
   // A thread that can make no document (on Windows, one without COM) loads into the old one.
-  if (FAILED(RaiseLackOfMemory(loaded.Create()))) loaded = m_state.document;
+  if (FAILED(loaded.Create())) loaded = m_state.document;
   const HRESULT hr = loaded.Load(m_state.path, success);
   m_state.document = std::move(loaded);
   m_state.unreadable = !success && files::Size(m_state.path) > 0;

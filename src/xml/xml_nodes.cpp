@@ -4,17 +4,9 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/dom_path.h"
+
 namespace xml {
-namespace {
-
-// The name in "./NAME"; empty for any other path.
-std::string_view NameIn(std::string_view path) {
-  if (!path.starts_with("./")) return {};
-  path.remove_prefix(2);
-  return path.find_first_of("/[@*. ") == std::string_view::npos ? path : std::string_view();
-}
-
-}  // namespace
 
 HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
   if (!element || name == nullptr || value == nullptr) return E_POINTER;
@@ -43,7 +35,7 @@ HRESULT SetAttr(const dom::Element& element, const char* name, LONG value) {
 
 HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value) {
   if (!element || name == nullptr) return E_POINTER;
-  return element.SetText(name, value);
+  return element.SetWide(name, value);
 }
 
 std::string KeyPath(const char* path, const char* key, LONG value) {
@@ -90,7 +82,7 @@ HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count)
 
 HRESULT FindChild(const dom::Element& parent, const char* path, dom::Element* child) {
   if (!parent || path == nullptr || child == nullptr) return E_POINTER;
-  const std::string_view name = NameIn(path);
+  const std::string_view name = dom::NameInPath(path);
   if (name.empty()) return E_INVALIDARG;
   dom::Element found;
   HRESULT hr = parent.FirstChildElement(found);
@@ -114,7 +106,7 @@ HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, do
 
 HRESULT RemoveAllChildren(const dom::Element& parent, const char* path) {
   if (!parent || path == nullptr) return E_POINTER;
-  const std::string_view name = NameIn(path);
+  const std::string_view name = dom::NameInPath(path);
   if (name.empty()) return E_INVALIDARG;
   HRESULT hr = S_OK;
   dom::Element child;

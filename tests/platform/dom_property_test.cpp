@@ -153,7 +153,7 @@ class Trial {
     if (value == "12345") {
       ExpectHr(S_OK, model.element.SetInt(name, 12345));
     } else {
-      ExpectHr(S_OK, model.element.SetText(name, text::FromUtf8(value).Get()));
+      ExpectHr(S_OK, model.element.SetWide(name, text::FromUtf8(value).Get()));
     }
     model.Set(name, value);
   }
@@ -239,7 +239,7 @@ TEST(DomProperty, RandomTreesComeBackFromTheirFiles) {
       elements.push_back(AddChild(elements[random.Below(elements.size())], random.Name()));
       for (std::size_t left = random.Below(12); left > 0; --left) {
         const std::string value = random.Value();
-        ExpectHr(S_OK, elements.back().SetText(random.Name(), text::FromUtf8(value).Get()));
+        ExpectHr(S_OK, elements.back().SetWide(random.Name(), text::FromUtf8(value).Get()));
       }
     }
     const std::string expected = Describe(Root(document));

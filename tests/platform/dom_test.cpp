@@ -33,10 +33,10 @@ TEST(Dom, EmptyHandlesAnswerInvalidArgument) {
   ExpectHr(E_INVALIDARG, none.NextSiblingElement(element));
   ExpectHr(E_INVALIDARG, none.GetInt("a", number));
   ExpectHr(E_INVALIDARG, none.GetNarrow("a", buffer, sizeof(buffer)));
-  ExpectHr(E_INVALIDARG, none.GetText("a", wide));
+  ExpectHr(E_INVALIDARG, none.GetWide("a", wide));
   ExpectHr(E_INVALIDARG, none.GetUtf8("a", text));
   ExpectHr(E_INVALIDARG, none.SetInt("a", 1));
-  ExpectHr(E_INVALIDARG, none.SetText("a", nullptr));
+  ExpectHr(E_INVALIDARG, none.SetWide("a", nullptr));
   ExpectHr(E_INVALIDARG, none.SetNarrow("a", "x"));
   ExpectHr(E_INVALIDARG, none.VisitAttributes([](std::string_view, std::string_view) {}));
   EXPECT_FALSE(none.HasChildNodes());
@@ -66,10 +66,10 @@ TEST(Dom, NullArgumentsAreInvalid) {
   ExpectHr(E_INVALIDARG, root.GetInt(nullptr, number));
   ExpectHr(E_INVALIDARG, root.GetNarrow(nullptr, buffer, sizeof(buffer)));
   ExpectHr(E_INVALIDARG, root.GetNarrow("a", nullptr, 4));
-  ExpectHr(E_INVALIDARG, root.GetText(nullptr, wide));
+  ExpectHr(E_INVALIDARG, root.GetWide(nullptr, wide));
   ExpectHr(E_INVALIDARG, root.GetUtf8(nullptr, text));
   ExpectHr(E_INVALIDARG, root.SetInt(nullptr, 1));
-  ExpectHr(E_INVALIDARG, root.SetText(nullptr, wide.Get()));
+  ExpectHr(E_INVALIDARG, root.SetWide(nullptr, wide.Get()));
   ExpectHr(E_INVALIDARG, root.SetNarrow(nullptr, "x"));
   ExpectHr(E_INVALIDARG, root.AppendChild(element));
   ExpectHr(E_INVALIDARG, root.InsertBefore(element, element));
@@ -150,9 +150,9 @@ TEST(Dom, AttributesAreReadAsNumberAndText) {
   EXPECT_EQ("<>&\"'", Utf8(root, "quotes"));
   EXPECT_EQ("\xE2\x82\xACuro", Utf8(root, "euro"));
   Bstr text;
-  ExpectHr(S_OK, root.GetText("euro", text));
+  ExpectHr(S_OK, root.GetWide("euro", text));
   ExpectText(OLESTR("\u20ACuro"), text.Get());
-  ExpectHr(S_OK, root.GetText("none", text));
+  ExpectHr(S_OK, root.GetWide("none", text));
   EXPECT_NE(nullptr, text.Get());
   EXPECT_TRUE(text.IsEmpty());
 }
@@ -167,7 +167,7 @@ TEST(Dom, MissingAttributesLeaveValuesAlone) {
     std::string utf8 = "abc";
     ExpectHr(S_FALSE, root.GetInt(name, number));
     ExpectHr(S_FALSE, root.GetNarrow(name, buffer, sizeof(buffer)));
-    ExpectHr(S_FALSE, root.GetText(name, text));
+    ExpectHr(S_FALSE, root.GetWide(name, text));
     ExpectHr(S_FALSE, root.GetUtf8(name, utf8));
     EXPECT_EQ(7, number);
     EXPECT_STREQ("abc", buffer);
@@ -193,11 +193,11 @@ TEST(Dom, AttributesKeepTheirOrder) {
   const dom::Element root = Root(document);
   ExpectHr(S_OK, root.SetInt("z", 1));
   ExpectHr(S_OK, root.SetNarrow("m", "two"));
-  ExpectHr(S_OK, root.SetText("a", Wide("three").Get()));
+  ExpectHr(S_OK, root.SetWide("a", Wide("three").Get()));
   EXPECT_EQ("A[z=1][m=two][a=three]", Describe(root));
   ExpectHr(S_OK, root.SetNarrow("m", "a much longer text than before"));
   ExpectHr(S_OK, root.SetInt("a", std::numeric_limits<std::int32_t>::min()));
-  ExpectHr(S_OK, root.SetText("z", nullptr));
+  ExpectHr(S_OK, root.SetWide("z", nullptr));
   EXPECT_EQ("A[z=][m=a much longer text than before][a=-2147483648]", Describe(root));
   ExpectHr(S_OK, root.SetNarrow("m", "short"));
   ExpectHr(S_OK, root.SetNarrow("m", "short"));
@@ -221,7 +221,7 @@ TEST(Dom, InvalidNamesAreNotWritten) {
   for (const char* name : {"", "1a", "a b", "-a", "a<", "Component index", "a=", "."}) {
     ExpectHr(E_INVALIDARG, root.SetInt(name, 1));
     ExpectHr(E_INVALIDARG, root.SetNarrow(name, "x"));
-    ExpectHr(E_INVALIDARG, root.SetText(name, nullptr));
+    ExpectHr(E_INVALIDARG, root.SetWide(name, nullptr));
     ExpectHr(E_INVALIDARG, document.CreateElement(name, element));
   }
   EXPECT_EQ("A", Describe(root));
@@ -245,12 +245,12 @@ TEST(Dom, AwkwardTextSurvivesASave) {
   dom::Document document = NewDocumentWithRoot("A");
   const WideView awkward(
       OLESTR("<a>&amp;\"'\t\r\n\r  x  ]]>--?>%\u00E9\u3042\uFFFD\U0001F4FA\u0080\u007F"));
-  ExpectHr(S_OK, Root(document).SetText("t", Bstr(awkward).Get()));
+  ExpectHr(S_OK, Root(document).SetWide("t", Bstr(awkward).Get()));
   ExpectHr(S_OK, document.Save(dir.File("a.xml")));
   bool success = false;
   ExpectHr(S_OK, document.Load(dir.File("a.xml"), success));
   Bstr text;
-  ExpectHr(S_OK, Root(document).GetText("t", text));
+  ExpectHr(S_OK, Root(document).GetWide("t", text));
   ExpectText(awkward, text.Get());
 }
 
@@ -260,7 +260,7 @@ TEST(Dom, WhatIsNoXmlIsNotSaved) {
     dir.Write("a.xml", "old");
     const dom::Document document = NewDocumentWithRoot("A");
     const OLECHAR text[] = {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h', bad};
-    ExpectHr(S_OK, Root(document).SetText("t", Bstr(WideView(text, 9)).Get()));
+    ExpectHr(S_OK, Root(document).SetWide("t", Bstr(WideView(text, 9)).Get()));
     EXPECT_TRUE(FAILED(document.Save(dir.File("a.xml"))));
     EXPECT_EQ("old", dir.Read("a.xml"));
     EXPECT_EQ(1U, dir.Count());

@@ -40,8 +40,8 @@ TEST_F(Files, SeparatorIsTheOneOfThePlatformsPaths) {
 TEST_F(Files, PathsOfTextsNameTheSameFiles) {
   m_dir.Write("plain.xml", "12345");
   const Bstr wide = text::FromUtf8(Path("plain.xml"));
-  EXPECT_EQ(Path("plain.xml"), files::PathFromText(wide.View()));
-  EXPECT_EQ(5U, files::Size(files::PathFromText(wide.View())));
+  EXPECT_EQ(Path("plain.xml"), files::PathFromWide(wide.View()));
+  EXPECT_EQ(5U, files::Size(files::PathFromWide(wide.View())));
 }
 
 TEST_F(Files, ExistsCountsDirectoriesToo) {

@@ -13,29 +13,30 @@
 
 namespace {
 
-using registry::Root;
-
 constexpr std::string_view kKey = "Software\\Vendor\\Product";
 
 class Registry : public testing::Test {
  protected:
   static std::string Text(std::string_view key, std::string_view name) {
     char buffer[512];
-    ExpectHr(S_OK, registry::ReadText(Root::LocalMachine, key, name, buffer, sizeof(buffer)));
+    ExpectHr(S_OK,
+             registry::ReadText(registry::Root::LocalMachine, key, name, buffer, sizeof(buffer)));
     return buffer;
   }
   static void Set(std::string_view key, std::string_view name, std::string_view value) {
-    ExpectHr(S_OK, registry::SetText(Root::LocalMachine, key, name, value));
+    ExpectHr(S_OK, registry::SetText(registry::Root::LocalMachine, key, name, value));
   }
-  static bool Exists(std::string_view key) { return registry::KeyExists(Root::LocalMachine, key); }
+  static bool Exists(std::string_view key) {
+    return registry::KeyExists(registry::Root::LocalMachine, key);
+  }
   static bool HasSubKeys(std::string_view key) {
-    return registry::HasSubKeys(Root::LocalMachine, key);
+    return registry::HasSubKeys(registry::Root::LocalMachine, key);
   }
   /// Expects that nothing is read and the buffer stays.
   static void ExpectNoText(std::string_view key, std::string_view name, std::size_t size = 64) {
     char buffer[64];
     std::fill(std::begin(buffer), std::end(buffer), '#');
-    ExpectHr(E_FAIL, registry::ReadText(Root::LocalMachine, key, name, buffer, size));
+    ExpectHr(E_FAIL, registry::ReadText(registry::Root::LocalMachine, key, name, buffer, size));
     EXPECT_EQ(std::string(64, '#'), std::string(buffer, sizeof(buffer)));
   }
 
@@ -44,7 +45,7 @@ class Registry : public testing::Test {
 
 TEST_F(Registry, MissingKeysAndValuesAreNotRead) {
   ExpectNoText(kKey, "Name");
-  ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, kKey));
+  ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, kKey));
   ExpectNoText(kKey, "Name");
   ExpectNoText(kKey, "");
   ExpectNoText("Software\\Vendor\\Produc", "Name");
@@ -71,14 +72,14 @@ TEST_F(Registry, SettingReplaces) {
   Set(kKey, "Name", "first and longer");
   Set(kKey, "Name", "second");
   EXPECT_EQ("second", Text(kKey, "Name"));
-  ExpectHr(S_OK, registry::SetNumber(Root::LocalMachine, kKey, "Name", 7));
+  ExpectHr(S_OK, registry::SetNumber(registry::Root::LocalMachine, kKey, "Name", 7));
   ExpectNoText(kKey, "Name");
   Set(kKey, "Name", "third");
   EXPECT_EQ("third", Text(kKey, "Name"));
 }
 
 TEST_F(Registry, NumbersAreNoText) {
-  ExpectHr(S_OK, registry::SetNumber(Root::LocalMachine, kKey, "Count", 0xFFFFFFFFU));
+  ExpectHr(S_OK, registry::SetNumber(registry::Root::LocalMachine, kKey, "Count", 0xFFFFFFFFU));
   EXPECT_TRUE(Exists(kKey));
   ExpectNoText(kKey, "Count");
 }
@@ -89,7 +90,7 @@ TEST_F(Registry, TextNeedsRoomForItsTerminator) {
   ExpectNoText(kKey, "Name", 1);
   ExpectNoText(kKey, "Name", 5);
   char buffer[8] = "#######";
-  ExpectHr(S_OK, registry::ReadText(Root::LocalMachine, kKey, "Name", buffer, 6));
+  ExpectHr(S_OK, registry::ReadText(registry::Root::LocalMachine, kKey, "Name", buffer, 6));
   EXPECT_EQ(std::string("12345\0#", 7), std::string(buffer, 7));
 }
 
@@ -99,13 +100,13 @@ TEST_F(Registry, NamesCompareWithoutCase) {
   Set("software\\microsoft\\list", "name", "two");
   EXPECT_EQ("two", Text("Software\\MicroSoft\\List", "Name"));
   EXPECT_TRUE(Exists("sOFTWARE\\mICROSOFT"));
-  ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "SOFTWARE\\MICROSOFT\\LIST"));
+  ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, "SOFTWARE\\MICROSOFT\\LIST"));
   EXPECT_FALSE(Exists("Software\\MicroSoft\\List"));
 }
 
 TEST_F(Registry, CreatingMakesTheParents) {
   EXPECT_FALSE(Exists("A"));
-  ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, "A\\B\\C"));
+  ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, "A\\B\\C"));
   EXPECT_TRUE(Exists("A"));
   EXPECT_TRUE(Exists("A\\B"));
   EXPECT_TRUE(Exists("A\\B\\C"));
@@ -116,13 +117,13 @@ TEST_F(Registry, CreatingMakesTheParents) {
 
 TEST_F(Registry, CreatingAKeyAgainKeepsItsValues) {
   Set("A", "Name", "kept");
-  ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, "A"));
+  ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, "A"));
   EXPECT_EQ("kept", Text("A", "Name"));
 }
 
 TEST_F(Registry, SubKeysAreThoseBelow) {
-  ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, "A\\B"));
-  ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, "AB\\C"));
+  ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, "A\\B"));
+  ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, "AB\\C"));
   EXPECT_TRUE(HasSubKeys("A"));
   EXPECT_FALSE(HasSubKeys("A\\B"));
   EXPECT_FALSE(HasSubKeys("none"));
@@ -135,7 +136,7 @@ TEST_F(Registry, DeletingTakesEverythingBelowAndNothingElse) {
   Set("A\\B\\C\\D", "Name", "2");
   Set("A\\BB", "Name", "3");
   Set("A\\B B", "Name", "4");
-  ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "A\\B"));
+  ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, "A\\B"));
   EXPECT_FALSE(Exists("A\\B"));
   EXPECT_FALSE(Exists("A\\B\\C"));
   EXPECT_FALSE(Exists("A\\B\\C\\D"));
@@ -145,25 +146,26 @@ TEST_F(Registry, DeletingTakesEverythingBelowAndNothingElse) {
 }
 
 TEST_F(Registry, DeletingKeepsTheKeyAbove) {
-  ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, "A\\B\\C"));
-  ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "A\\B\\C"));
+  ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, "A\\B\\C"));
+  ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, "A\\B\\C"));
   EXPECT_TRUE(Exists("A\\B"));
   EXPECT_FALSE(HasSubKeys("A\\B"));
-  ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "A\\B"));
+  ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, "A\\B"));
   EXPECT_TRUE(Exists("A"));
 }
 
 TEST_F(Registry, DeletingWhatIsMissingIsNoError) {
-  ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "none"));
-  ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, "none\\below"));
+  ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, "none"));
+  ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, "none\\below"));
 }
 
 TEST_F(Registry, TextListsAndBytes) {
   using Texts = std::vector<std::string>;
-  ExpectHr(S_OK, registry::SetTexts(Root::LocalMachine, "A", "List", Texts{"b", "c"}));
-  ExpectHr(S_OK, registry::SetTexts(Root::LocalMachine, "A", "None", Texts{}));
-  ExpectHr(S_OK, registry::SetBytes(Root::LocalMachine, "A", "Bytes", std::string("\0\xFF", 2)));
-  ExpectHr(S_OK, registry::SetBytes(Root::LocalMachine, "A", "", ""));
+  ExpectHr(S_OK, registry::SetTexts(registry::Root::LocalMachine, "A", "List", Texts{"b", "c"}));
+  ExpectHr(S_OK, registry::SetTexts(registry::Root::LocalMachine, "A", "None", Texts{}));
+  ExpectHr(S_OK, registry::SetBytes(registry::Root::LocalMachine, "A", "Bytes",
+                                    std::string("\0\xFF", 2)));
+  ExpectHr(S_OK, registry::SetBytes(registry::Root::LocalMachine, "A", "", ""));
   const RegistrySandbox::Values expected = {{"", "hex:"},
                                             {"Bytes", "hex:00,ff"},
                                             {"List", "hex(7):62,00,00,00,63,00,00,00,00,00"},
@@ -171,42 +173,43 @@ TEST_F(Registry, TextListsAndBytes) {
   EXPECT_EQ(expected, m_sandbox.Read()["HKEY_LOCAL_MACHINE\\A"]);
   ExpectNoText("A", "List");
   ExpectNoText("A", "Bytes");
-  ExpectHr(E_INVALIDARG, registry::SetTexts(Root::LocalMachine, "A", "List", Texts{"b", ""}));
+  ExpectHr(E_INVALIDARG,
+           registry::SetTexts(registry::Root::LocalMachine, "A", "List", Texts{"b", ""}));
   EXPECT_EQ(expected, m_sandbox.Read()["HKEY_LOCAL_MACHINE\\A"]);
 }
 
 TEST_F(Registry, DeletingAValueKeepsTheOthers) {
   Set("A", "", "1");
   Set("A", "Name", "2");
-  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "A", "NAME"));
+  ExpectHr(S_OK, registry::DeleteValue(registry::Root::LocalMachine, "A", "NAME"));
   ExpectNoText("A", "Name");
   EXPECT_EQ("1", Text("A", ""));
-  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "A", ""));
+  ExpectHr(S_OK, registry::DeleteValue(registry::Root::LocalMachine, "A", ""));
   ExpectNoText("A", "");
   EXPECT_TRUE(Exists("A"));
-  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "A", "Name"));
-  ExpectHr(S_OK, registry::DeleteValue(Root::LocalMachine, "none\\below", "Name"));
+  ExpectHr(S_OK, registry::DeleteValue(registry::Root::LocalMachine, "A", "Name"));
+  ExpectHr(S_OK, registry::DeleteValue(registry::Root::LocalMachine, "none\\below", "Name"));
   EXPECT_FALSE(Exists("none"));
 }
 
 TEST_F(Registry, DeletingAKeySparesWhatHasKeysBelow) {
   Set("A\\B", "Name", "1");
   Set("A", "Name", "2");
-  ExpectHr(S_FALSE, registry::DeleteKey(Root::LocalMachine, "A"));
+  ExpectHr(S_FALSE, registry::DeleteKey(registry::Root::LocalMachine, "A"));
   EXPECT_EQ("1", Text("A\\B", "Name"));
   EXPECT_EQ("2", Text("A", "Name"));
-  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "A\\B"));
+  ExpectHr(S_OK, registry::DeleteKey(registry::Root::LocalMachine, "A\\B"));
   EXPECT_FALSE(Exists("A\\B"));
-  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "A"));
+  ExpectHr(S_OK, registry::DeleteKey(registry::Root::LocalMachine, "A"));
   EXPECT_FALSE(Exists("A"));
-  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "A"));
-  ExpectHr(S_OK, registry::DeleteKey(Root::LocalMachine, "none\\below"));
-  ExpectHr(E_INVALIDARG, registry::DeleteKey(Root::LocalMachine, ""));
+  ExpectHr(S_OK, registry::DeleteKey(registry::Root::LocalMachine, "A"));
+  ExpectHr(S_OK, registry::DeleteKey(registry::Root::LocalMachine, "none\\below"));
+  ExpectHr(E_INVALIDARG, registry::DeleteKey(registry::Root::LocalMachine, ""));
 }
 
 TEST_F(Registry, RootsAreApart) {
-  ExpectHr(S_OK, registry::SetText(Root::CurrentUser, "A", "", "user"));
-  ExpectHr(S_OK, registry::SetText(Root::ClassesRoot, "A", "", "classes"));
+  ExpectHr(S_OK, registry::SetText(registry::Root::CurrentUser, "A", "", "user"));
+  ExpectHr(S_OK, registry::SetText(registry::Root::ClassesRoot, "A", "", "classes"));
   Set("A", "", "machine");
   const RegistrySandbox::Contents expected = {{"HKEY_CLASSES_ROOT\\A", {{"", "\"classes\""}}},
                                               {"HKEY_CURRENT_USER\\A", {{"", "\"user\""}}},
@@ -216,7 +219,7 @@ TEST_F(Registry, RootsAreApart) {
 
 TEST_F(Registry, WholeRootIsNotDeleted) {
   Set("A", "Name", "kept");
-  ExpectHr(E_INVALIDARG, registry::DeleteTree(Root::LocalMachine, ""));
+  ExpectHr(E_INVALIDARG, registry::DeleteTree(registry::Root::LocalMachine, ""));
   EXPECT_EQ("kept", Text("A", "Name"));
 }
 
@@ -266,11 +269,11 @@ TEST_F(Registry, RandomCallsAgreeWithAModel) {
     switch (random() % 4) {
       case 0:
         model.Create(key);
-        ExpectHr(S_OK, registry::CreateKey(Root::LocalMachine, key));
+        ExpectHr(S_OK, registry::CreateKey(registry::Root::LocalMachine, key));
         break;
       case 1:
         model.Delete(key);
-        ExpectHr(S_OK, registry::DeleteTree(Root::LocalMachine, key));
+        ExpectHr(S_OK, registry::DeleteTree(registry::Root::LocalMachine, key));
         break;
       default: {
         const std::string name = pick(names);

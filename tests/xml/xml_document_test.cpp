@@ -231,7 +231,7 @@ TEST_F(XmlDocument, FailedSaveKeepsTheOldFile) {
   dom::Element root;
   ExpectHr(S_OK, m_probe.GetRoot(root));
   const OLECHAR unwritable[] = {'a', 1, 'b'};
-  ExpectHr(S_OK, root.SetText("name", Bstr(WideView(unwritable, 3)).Get()));
+  ExpectHr(S_OK, root.SetWide("name", Bstr(WideView(unwritable, 3)).Get()));
   EXPECT_TRUE(FAILED(m_probe.SaveFile())) << "no XML can hold such a character";
   EXPECT_EQ("<a/>", Read());
   EXPECT_EQ(1U, m_dir.Count());

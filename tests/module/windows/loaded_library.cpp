@@ -1,7 +1,7 @@
 #include "module/loaded_library.h"
 
 #include "platform/text.h"
-#include "platform/windows/wide_path.h"
+#include "platform/windows/files/wide_path.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Which function of OLE Automation registers the type library: systems differ in what they have.
-#include "platform/windows/type_registration.h"
+#include "platform/windows/component/type_registration.h"
 
 #include <vector>
 

@@ -145,7 +145,7 @@ TEST_F(ChanFileBytes, CharacterThatNoXmlCanHold) {
   dom::Element country;
   ExpectHr(S_OK, m_parser.FindOrCreateCountry(1, &country));
   const OLECHAR name[] = {'a', 1, 'b'};
-  ExpectHr(S_OK, country.SetText("name", Bstr(WideView(name, 3)).Get()));
+  ExpectHr(S_OK, country.SetWide("name", Bstr(WideView(name, 3)).Get()));
   ExpectHr(S_OK, Save());
   EXPECT_EQ(kTable, Read()) << "the plain form keeps the old file";
   EXPECT_EQ(1U, m_dir.Count());

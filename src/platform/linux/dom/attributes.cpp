@@ -1,0 +1,147 @@
+// Attributes of elements.
+#include <charconv>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "platform/dom.h"
+#include "platform/linux/dom/handles.h"
+#include "platform/linux/text/code_page.h"
+#include "platform/linux/text/utf8.h"
+#include "platform/linux/tree/namespaces.h"
+#include "platform/linux/tree/store.h"
+#include "platform/text.h"
+
+namespace dom {
+namespace {
+
+using domtree::Attribute;
+using domtree::IsAscii;
+using domtree::Names;
+using domtree::Node;
+using domtree::NodeOf;
+
+/// The attribute that stands where `hint` expects it, which then moves on; null for another one.
+Attribute* FindExpected(const Node& node, const char* name, std::uint32_t& hint) {
+  if (hint >= node.AttributeCount()) return nullptr;
+  Attribute& expected = node.At(hint);
+  const std::string_view text = node.Owner().GetNames().Text(expected.Name());
+  if (std::strcmp(text.data(), name) != 0) return nullptr;
+  ++hint;
+  return &expected;
+}
+
+/// The attribute wherever it stands; the next one is then expected behind it.
+Attribute* Find(const Node& node, domtree::NameId name, std::uint32_t& hint) {
+  if (name == domtree::kNoName) return nullptr;
+  Attribute* const found = node.FindAttribute(name);
+  if (found) hint = static_cast<std::uint32_t>(found - &node.At(0)) + 1;
+  return found;
+}
+
+/// Calls `use` with an attribute's value; S_FALSE when there is no such attribute.
+template <typename Use>
+HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
+  if (unknown == nullptr || name == nullptr) return E_INVALIDARG;
+  const Node& node = NodeOf(unknown);
+  const Attribute* attribute = FindExpected(node, name, hint);
+  if (!attribute) attribute = Find(node, node.Owner().GetNames().Find(name), hint);
+  if (!attribute) return S_FALSE;
+  use(node.ValueOf(*attribute));
+  return S_OK;
+}
+
+constexpr std::size_t kShortText = 256;
+
+/// The text's bytes when it is short and ASCII, as most are: no need of memory for them.
+bool CopyAscii(WideView wide, char (&buffer)[kShortText]) {
+  if (wide.size() > kShortText) return false;
+  unsigned all = 0;
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    all |= wide[i];
+    buffer[i] = static_cast<char>(wide[i]);
+  }
+  return all < 0x80;
+}
+
+HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::string_view value) {
+  Node& node = NodeOf(unknown);
+  domtree::Store& store = node.Owner();
+  Names& names = store.GetNames();
+  Attribute* attribute = FindExpected(node, name, hint);
+  domtree::NameId id = attribute ? attribute->Name() : names.Find(name);
+  if (!attribute) attribute = Find(node, id, hint);
+  if (attribute) {
+    // Another meaning of a prefix would change or break the names that have it.
+    if (domtree::IsNamespaceDeclaration(name)) return E_INVALIDARG;
+    store.Assign(*attribute, value);
+    return S_OK;
+  }
+  if (id == domtree::kNoName) id = names.InternPlain(name);
+  if (id == domtree::kNoName || !names.IsPlain(id) || domtree::IsNamespaceDeclaration(name)) {
+    return E_INVALIDARG;
+  }
+  store.Append(node, id, value);
+  hint = node.AttributeCount();
+  return S_OK;
+}
+
+}  // namespace
+
+HRESULT Element::GetInt(const char* name, std::int32_t& value) const {
+  return Read(m_node, name, m_hint, [&](std::string_view text) { value = text::ToInt(text); });
+}
+
+HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) const {
+  if (buffer == nullptr) return E_INVALIDARG;
+  return Read(m_node, name, m_hint, [&](std::string_view text) {
+    const CodePage* page = CodePage::Current();
+    if (page == nullptr || IsAscii(text)) {
+      text::CopyCut(text, buffer, size);
+    } else {
+      text::CopyCut(page->Encode(utf8::ToWide(text)), buffer, size);
+    }
+  });
+}
+
+HRESULT Element::GetWide(const char* name, Bstr& value) const {
+  return Read(m_node, name, m_hint, [&](std::string_view text) { value = text::FromUtf8(text); });
+}
+
+HRESULT Element::GetUtf8(const char* name, std::string& value) const {
+  return Read(m_node, name, m_hint, [&](std::string_view text) { value = text; });
+}
+
+HRESULT Element::SetInt(const char* name, std::int32_t value) const {
+  if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  char text[12];
+  const std::to_chars_result end = std::to_chars(text, text + sizeof(text), value);
+  return Write(m_node, name, m_hint, {text, static_cast<std::size_t>(end.ptr - text)});
+}
+
+HRESULT Element::SetWide(const char* name, BSTR value) const {
+  if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
+  char ascii[kShortText];
+  if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
+  return Write(m_node, name, m_hint, text::ToUtf8(wide));
+}
+
+HRESULT Element::SetNarrow(const char* name, std::string_view value) const {
+  if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  if (IsAscii(value)) return Write(m_node, name, m_hint, value);
+  return Write(m_node, name, m_hint, text::ToUtf8(text::FromNarrow(value).View()));
+}
+
+HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {
+  if (m_node == nullptr || !visit) return E_INVALIDARG;
+  const Node& node = NodeOf(m_node);
+  const Names& names = node.Owner().GetNames();
+  for (std::uint32_t i = 0; i < node.AttributeCount(); ++i) {
+    const Attribute& attribute = node.At(i);
+    visit(names.Text(attribute.Name()), node.ValueOf(attribute));
+  }
+  return S_OK;
+}
+
+}  // namespace dom

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/tree/pool.h"
+
+namespace domtree {
+
+using NameId = std::uint32_t;
+/// Attributes keep names in 24 bits.
+inline constexpr NameId kNoName = 0xFFFFFF;
+
+/// The element and attribute names of one tree, each kept once. Names stay until the tree goes.
+class Names {
+ public:
+  explicit Names(Pool& pool) : m_pool(pool) {}
+  Names(const Names&) = delete;
+  Names& operator=(const Names&) = delete;
+
+  /// kNoName when the tree has no such name.
+  NameId Find(std::string_view name) const;
+  /// Raises std::bad_alloc.
+  NameId Intern(std::string_view name);
+  /// As Intern for a plain name; kNoName, and nothing is kept, for any other.
+  NameId InternPlain(std::string_view name);
+
+  /// A zero byte follows the text.
+  std::string_view Text(NameId id) const { return {m_entries[id].text, m_entries[id].length}; }
+  bool HasPrefixes() const { return m_hasPrefixes; }
+  bool HasPrefix(NameId id) const { return m_entries[id].hasPrefix; }
+  bool IsPlain(NameId id) const { return m_entries[id].isPlain; }
+
+ private:
+  struct Entry {
+    const char* text;
+    std::uint32_t length;
+    std::uint32_t hash;
+    bool hasPrefix;
+    bool isPlain;
+  };
+
+  NameId FindHashed(std::string_view name, std::uint32_t hash) const;
+  NameId Add(std::string_view name, std::uint32_t hash);
+  void Grow();
+
+  Pool& m_pool;
+  std::vector<Entry> m_entries;
+  /// Open addressing; a power of two in size, at most half full.
+  std::vector<NameId> m_slots;
+  bool m_hasPrefixes = false;
+};
+
+}  // namespace domtree
