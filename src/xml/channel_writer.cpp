@@ -8,7 +8,7 @@
 #include "core/task_block.h"
 #include "platform/com_error.h"
 #include "platform/text.h"
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 #include "xml/base64.h"
 #include "xml/channel_reader.h"
 #include "xml/xml_nodes.h"

@@ -1,6 +1,6 @@
 #include "xml/satellite_elements.h"
 
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 #include "xml/carry_text.h"
 #include "xml/xml_nodes.h"
 

@@ -2,13 +2,14 @@
 
 #include <string>
 
-#include "channels/channel_loading.h"
 #include "platform/com_error.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
 #include "xml/xml_nodes.h"
 
 namespace {
+
+using ChannelReader = CXmlPreSetChannelParser::ChannelReader;
 
 constexpr char kSetPath[] = "./Country[@countrycode='81']/ChannelSet[@inputSignalType='176']";
 constexpr char kAreaPath[] = "./Area";
@@ -39,9 +40,10 @@ HRESULT AppendSubArea(const dom::Element& area, LONG lSubArea, const CHAR* name)
 }
 
 // A channel that cannot be read or written is left out; lack of memory is raised.
-void CopyChannel(const dom::Element& source, xml::ChannelElementIndex& elements) {
+void CopyChannel(const dom::Element& source, ChannelReader read,
+                 xml::ChannelElementIndex& elements) {
   ComPtr<IChannelInfo> record;
-  const HRESULT hr = LoadChannel(source, InputSignalISDBTerrestrialOneSeg, record);
+  const HRESULT hr = read(source, InputSignalISDBTerrestrialOneSeg, record);
   if (FAILED(RaiseLackOfMemory(hr))) return;
   dom::Element target;
   if (elements.FindOrCreate(record.Get(), target) != S_OK) return;
@@ -49,7 +51,7 @@ void CopyChannel(const dom::Element& source, xml::ChannelElementIndex& elements)
 }
 
 // The source may be a channel set itself, or a country.
-void CopyChannels(const dom::Element& source, const dom::Element& target) {
+void CopyChannels(const dom::Element& source, ChannelReader read, const dom::Element& target) {
   dom::ElementList channels;
   if (FAILED(source.Select("./Channel", channels)) || channels.Count() == 0) {
     source.Select("./ChannelSet[@inputSignalType = '176']/Channel", channels);
@@ -58,7 +60,7 @@ void CopyChannels(const dom::Element& source, const dom::Element& target) {
   try {
     for (LONG i = 0; i < channels.Count(); ++i) {
       dom::Element channel;
-      if (channels.Item(i, channel) == S_OK) CopyChannel(channel, elements);
+      if (channels.Item(i, channel) == S_OK) CopyChannel(channel, read, elements);
     }
   } catch (...) {
     // Half a channel in the document would be saved as one the next time.
@@ -163,36 +165,16 @@ HRESULT CXmlPreSetChannelParser::GetArea(LONG* plArea, LONG* plSubArea) {
   return S_OK;
 }
 
-HRESULT CXmlPreSetChannelParser::GetSelectedSubArea(dom::Element* subArea) const {
+HRESULT CXmlPreSetChannelParser::GetSubArea(LONG lArea, LONG lSubArea,
+                                            dom::Element* subArea) const {
   if (subArea == nullptr) return E_POINTER;
   *subArea = dom::Element();
-  const HRESULT hr = SelectSubArea(m_area, m_subArea, *subArea);
+  const HRESULT hr = SelectSubArea(lArea, lSubArea, *subArea);
   return FAILED(hr) ? hr : S_OK;
 }
 
-HRESULT CXmlPreSetChannelParser::GetPresetChannelMgr(LONG lArea, LONG lSubArea,
-                                                     IChannelInfoMgr** ppChannelMgr) {
-  if (ppChannelMgr == nullptr) return E_POINTER;
-  *ppChannelMgr = nullptr;
-  DropList();
-  dom::Element subArea;
-  const HRESULT hr = SelectSubArea(lArea, lSubArea, subArea);
-  if (FAILED(hr)) return hr;
-  // No list, but S_OK, when it cannot be made: hosts look at the pointer.
-  IChannelInfoMgr* list = nullptr;
-  if (FAILED(CChanInfoMgr::CreateInstance(&list))) return S_OK;
-  m_list = ComPtr<CChanInfoMgr>::Attach(static_cast<CChanInfoMgr*>(list));
-  m_list->SetOwned(true);
-  m_list->SetSignalType(InputSignalISDBTerrestrialOneSeg);
-  RaiseLackOfMemory(m_list->Load(dom::kIidNode, subArea.Get()));
-  m_list->AddRef();
-  *ppChannelMgr = list;
-  return S_OK;
-}
-
-void CXmlPreSetChannelParser::DropList() {
-  if (m_list) m_list->SetOwned(false);
-  m_list.Reset();
+HRESULT CXmlPreSetChannelParser::GetSelectedSubArea(dom::Element* subArea) const {
+  return GetSubArea(m_area, m_subArea, subArea);
 }
 
 HRESULT CXmlPreSetChannelParser::GetCustomerArea(LONG& lArea, dom::Element& area) const {
@@ -219,11 +201,12 @@ HRESULT CXmlPreSetChannelParser::PrepareCustomerList(LONG lIndex, const CHAR* sz
 }
 
 HRESULT CXmlPreSetChannelParser::SaveCustomerChannelList(const dom::Element& source, LONG lIndex,
-                                                         const CHAR* szSubArea) {
+                                                         const CHAR* szSubArea,
+                                                         ChannelReader read) {
   if (!source || szSubArea == nullptr) return E_INVALIDARG;
   dom::Element list;
   if (PrepareCustomerList(lIndex, szSubArea, list) != S_OK) return E_FAIL;
-  CopyChannels(source, list);
+  CopyChannels(source, read, list);
   // Whether the file could be written is deliberately not told; callers have always been told S_OK.
   RaiseLackOfMemory(SaveFile());
   return S_OK;

@@ -1,4 +1,4 @@
-#include "core/tunedex.h"
+#include "database/tunedex.h"
 
 #include <new>
 

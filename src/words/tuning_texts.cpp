@@ -1,4 +1,4 @@
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 
 #include <span>
 
