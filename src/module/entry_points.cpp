@@ -1,22 +1,14 @@
 // What the library exports for its hosts and for the platform.
-#include <new>
-
 #include "core/module_lock.h"
 #include "module/module.h"
-#include "platform/com_error.h"
+#include "platform/lack_of_memory.h"
 
 namespace {
 
 /// Lack of memory leaves these entry points as a code: registration tools are no C++ programs.
 template <typename Work>
 HRESULT Answer(Work work) {
-  try {
-    return work(Module::Get());
-  } catch (const ComError& error) {
-    return error.Error();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  return AnsweringLackOfMemory([&] { return work(Module::Get()); });
 }
 
 }  // namespace
