@@ -11,6 +11,7 @@
 #include "words/tuning_texts.h"
 #include "xml/base64.h"
 #include "xml/channel_reader.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 namespace xml {
@@ -156,14 +157,13 @@ void WriteComponents(const dom::Element& streams, const station_blocks::Componen
                      const BYTE* block) {
   const std::uint32_t count = station_blocks::Fetch(block + list.countOffset, 4);
   for (std::uint16_t i = 0; i < count && i < list.capacity; ++i) {
-    dom::Element child;
-    if (CreateElementFor(streams, "Components", child) != S_OK) return;
     const auto nameOffset = static_cast<std::uint16_t>(list.nameOffset + i * list.nameWidth);
     const auto typeOffset = static_cast<std::uint16_t>(list.typeOffset + i * 4);
-    SetAttr(child, "ID", static_cast<LONG>(i));
-    WriteBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
-    WriteBlockField(child, {"type", typeOffset, 4}, block);
-    streams.AppendChild(child);
+    AppendNew(streams, paths::NameOf(paths::kComponents), [&](const dom::Element& child) {
+      SetAttr(child, "ID", static_cast<LONG>(i));
+      WriteBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
+      WriteBlockField(child, {"type", typeOffset, 4}, block);
+    });
   }
 }
 
@@ -186,9 +186,8 @@ HRESULT WriteStreams(const dom::Element& channel, const station_blocks::Layout& 
 HRESULT WriteSatelliteParams(const dom::Element& channel, const station_blocks::Layout& layout,
                              const BYTE* block) {
   dom::Element params;
-  if (channel.SelectSingle("./SatelliteParams", params) != S_OK) {
-    HRESULT hr = CreateElementFor(channel, "SatelliteParams", params);
-    if (hr == S_OK) hr = channel.AppendChild(params);
+  if (channel.SelectSingle(paths::kSatelliteParams, params) != S_OK) {
+    const HRESULT hr = AppendNew(channel, paths::NameOf(paths::kSatelliteParams), params);
     if (hr != S_OK) return hr;
   }
   for (const Field& field : layout.satelliteParams) WriteBlockField(params, field, block);
@@ -202,14 +201,12 @@ HRESULT WriteStreamList(const dom::Element& streams, const station_blocks::Strea
   const std::uint32_t count = station_blocks::Fetch(block + list.countOffset, 4);
   if (count == 0) return E_INVALIDARG;
   for (std::uint32_t i = 0; i < count && i < list.capacity; ++i) {
-    dom::Element child;
-    HRESULT hr = CreateElementFor(streams, list.element, child);
-    if (hr != S_OK) return hr;
     const BYTE* entry = block + list.offset + std::size_t{i} * list.entrySize;
-    for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
-      WriteBlockField(child, field, entry);
-    }
-    hr = streams.AppendChild(child);
+    const HRESULT hr = AppendNew(streams, list.element, [&](const dom::Element& child) {
+      for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
+        WriteBlockField(child, field, entry);
+      }
+    });
     if (hr != S_OK) return hr;
   }
   return S_OK;

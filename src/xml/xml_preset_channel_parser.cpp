@@ -5,24 +5,30 @@
 #include "platform/com_error.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 namespace {
 
 using ChannelReader = CXmlPreSetChannelParser::ChannelReader;
 
-constexpr char kSetPath[] = "./Country[@countrycode='81']/ChannelSet[@inputSignalType='176']";
-constexpr char kAreaPath[] = "./Area";
-constexpr char kSubAreaPath[] = "./SubArea";
+namespace paths = xml::paths;
 
-std::string AreaPath(LONG lArea) { return xml::KeyPath(kAreaPath, "AreaIndex", lArea); }
+constexpr LONG kCountryCode = 81;
+
+// Below a country.
+std::string SetPath() {
+  return xml::KeyPath(paths::kChannelSet, "inputSignalType", InputSignalISDBTerrestrialOneSeg);
+}
+
+std::string AreaPath(LONG lArea) { return xml::KeyPath(paths::kArea, "AreaIndex", lArea); }
 
 std::string SubAreaPath(LONG lSubArea) {
-  return xml::KeyPath(kSubAreaPath, "SubAreaIndex", lSubArea);
+  return xml::KeyPath(paths::kSubArea, "SubAreaIndex", lSubArea);
 }
 
 std::string SubAreaPath(LONG lArea, LONG lSubArea) {
-  return AreaPath(lArea) + SubAreaPath(lSubArea).substr(1);
+  return xml::Below(AreaPath(lArea), SubAreaPath(lSubArea).c_str());
 }
 
 HRESULT CopyName(const dom::Element& element, CHAR* buffer) {
@@ -31,12 +37,10 @@ HRESULT CopyName(const dom::Element& element, CHAR* buffer) {
 }
 
 HRESULT AppendSubArea(const dom::Element& area, LONG lSubArea, const CHAR* name) {
-  dom::Element created;
-  const HRESULT hr = xml::CreateElementFor(area, "SubArea", created);
-  if (hr != S_OK) return hr;
-  xml::SetAttr(created, "SubAreaIndex", lSubArea);
-  created.SetNarrow("name", name);
-  return area.AppendChild(created);
+  return xml::AppendNew(area, paths::NameOf(paths::kSubArea), [=](const dom::Element& created) {
+    xml::SetAttr(created, "SubAreaIndex", lSubArea);
+    created.SetNarrow("name", name);
+  });
 }
 
 // A channel that cannot be read or written is left out; lack of memory is raised.
@@ -52,30 +56,19 @@ void CopyChannel(const dom::Element& source, ChannelReader read,
 
 // The source may be a channel set itself, or a country.
 void CopyChannels(const dom::Element& source, ChannelReader read, const dom::Element& target) {
-  dom::ElementList channels;
-  if (FAILED(source.Select("./Channel", channels)) || channels.Count() == 0) {
-    source.Select("./ChannelSet[@inputSignalType = '176']/Channel", channels);
-  }
+  LONG count = 0;
+  xml::CountChildren(source, paths::kChannel, &count);
+  const std::string path =
+      count == 0 ? xml::Below(SetPath(), paths::kChannel) : std::string(paths::kChannel);
   xml::ChannelElementIndex elements(target);
-  try {
-    for (LONG i = 0; i < channels.Count(); ++i) {
-      dom::Element channel;
-      if (channels.Item(i, channel) == S_OK) CopyChannel(channel, read, elements);
-    }
-  } catch (...) {
-    // Half a channel in the document would be saved as one the next time.
-    elements.TakeBack();
-    throw;
-  }
+  xml::ForEachChild(source, path.c_str(),
+                    [&](const dom::Element& channel) { CopyChannel(channel, read, elements); });
 }
 
-void Renumber(const dom::Element& area) {
-  dom::ElementList subAreas;
-  area.Select(kSubAreaPath, subAreas);
-  for (LONG i = 0; i < subAreas.Count(); ++i) {
-    dom::Element subArea;
-    if (subAreas.Item(i, subArea) == S_OK) xml::SetAttr(subArea, "SubAreaIndex", i);
-  }
+void RenumberSubAreas(const dom::Element& area) {
+  xml::ForEachChild(area, paths::kSubArea, [number = LONG{0}](const dom::Element& subArea) mutable {
+    xml::SetAttr(subArea, "SubAreaIndex", number++);
+  });
 }
 
 }  // namespace
@@ -85,7 +78,9 @@ HRESULT CXmlPreSetChannelParser::GetPresetChannelSet(dom::Element* set) const {
   *set = dom::Element();
   dom::Element root;
   if (GetRoot(root) != S_OK) return E_FAIL;
-  const HRESULT hr = root.SelectSingle(kSetPath, *set);
+  const std::string path =
+      xml::Below(xml::KeyPath(paths::kCountry, "countrycode", kCountryCode), SetPath().c_str());
+  const HRESULT hr = root.SelectSingle(path.c_str(), *set);
   return FAILED(hr) ? hr : S_OK;
 }
 
@@ -112,7 +107,7 @@ HRESULT CXmlPreSetChannelParser::GetAreaCount(LONG* plArea) const {
   *plArea = 0;
   dom::Element set;
   const HRESULT hr = RequirePresetChannelSet(set);
-  return hr == S_OK ? xml::CountChildren(set, kAreaPath, plArea) : hr;
+  return hr == S_OK ? xml::CountChildren(set, paths::kArea, plArea) : hr;
 }
 
 HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) const {
@@ -120,8 +115,9 @@ HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) co
   *plSubArea = 0;
   dom::Element set;
   const HRESULT hr = RequirePresetChannelSet(set);
-  return hr == S_OK ? xml::CountChildren(set, (AreaPath(lArea) + "/SubArea").c_str(), plSubArea)
-                    : hr;
+  if (hr != S_OK) return hr;
+  const std::string path = xml::Below(AreaPath(lArea), paths::kSubArea);
+  return xml::CountChildren(set, path.c_str(), plSubArea);
 }
 
 HRESULT CXmlPreSetChannelParser::GetAreaNameByIndex(LONG lArea, CHAR* pArea) const {
@@ -222,6 +218,6 @@ HRESULT CXmlPreSetChannelParser::DeleteCustomerChannelList(LONG lIndex) {
   if (hr != S_OK) return hr;
   hr = area.RemoveChild(list);
   if (hr != S_OK) return hr;
-  Renumber(area);
+  RenumberSubAreas(area);
   return SaveFile();
 }
