@@ -77,8 +77,12 @@ std::string_view BlockText(const BYTE* place, std::size_t width) {
 }
 
 // A value without a word is written as the empty text.
-HRESULT WriteWord(const dom::Element& element, const char* attribute, const char* word) {
-  return element.SetNarrow(attribute, word != nullptr ? word : "");
+template <typename Enum>
+HRESULT WriteWord(const dom::Element& element, const char* attribute,
+                  HRESULT (*toText)(Enum, BSTR*), LONG value) {
+  Bstr word;
+  toText(static_cast<Enum>(value), word.Receive());
+  return SetAttr(element, attribute, word.Get());
 }
 
 HRESULT WriteBase64(const dom::Element& element, const char* attribute, std::string_view narrow) {
@@ -102,18 +106,13 @@ HRESULT WriteBlockField(const dom::Element& element, const Field& field, const B
     case Form::Base64:
       return WriteBase64(element, field.attribute, BlockText(place, field.width));
     case Form::Polarisation:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::PolarisationWord(static_cast<Polarisation>(number())));
+      return WriteWord(element, field.attribute, PolarisationToText, number());
     case Form::FecRate:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::FecRateWord(static_cast<BinaryConvolutionCodeRate>(number())));
+      return WriteWord(element, field.attribute, FecRateToText, number());
     case Form::Modulation:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::ModulationWord(static_cast<ModulationType>(number())));
+      return WriteWord(element, field.attribute, ModulationToText, number());
     case Form::SpectralInversion:
-      return WriteWord(
-          element, field.attribute,
-          tuning_texts::SpectralInversionWord(static_cast<SpectralInversion>(number())));
+      return WriteWord(element, field.attribute, SpectralInversionToText, number());
   }
   return E_UNEXPECTED;
 }
