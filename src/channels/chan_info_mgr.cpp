@@ -5,7 +5,7 @@
 
 #include "channels/chan_info.h"
 #include "channels/chan_sort.h"
-#include "xml/xml_nodes.h"
+#include "xml/xml_chan_parser.h"
 
 // Closes the list, in the order of Close. Members are alive until the end: a record that goes may
 // still ask for what is left.
@@ -190,5 +190,5 @@ void CChanInfoMgr::Renumber(bool ascending) {
 
 // The elements carry indexes that no longer hold; the next Save writes every channel afresh.
 void CChanInfoMgr::DropElements() const {
-  if (const dom::Element set = m_element) xml::RemoveAllChildren(set, kChannelPath);
+  if (const dom::Element set = m_element) CXmlChanParser::RemoveAllChannels(set);
 }

@@ -60,8 +60,6 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   using Records = std::vector<Record>;
   using Loaded = std::vector<std::pair<Record, UINT>>;
 
-  static constexpr char kChannelPath[] = "./Channel";
-
   /// Holds the list's lock, and the list itself: a record may release it meanwhile.
   class Locked {
    public:

@@ -5,6 +5,7 @@
 #include "platform/lack_of_memory.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
@@ -31,7 +32,7 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   const PutBack element(m_element);
   if (set.Get() != m_element.Get()) m_element = set;
   dom::ElementList channels;
-  HRESULT hr = set.Select(kChannelPath, channels);
+  HRESULT hr = xml::SelectChildren(set, xml::paths::kChannel, channels);
   if (FAILED(hr)) return hr;
   Loaded loaded;
   for (LONG position = 0; position < channels.Count(); ++position) {
@@ -44,8 +45,8 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
 
 HRESULT CChanInfoMgr::LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded) {
   dom::Element channel;
-  HRESULT hr = channels.Item(position, channel);
-  if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
+  HRESULT hr = xml::GetChild(channels, position, &channel);
+  if (FAILED(hr)) return hr;
   Record record;
   hr = LoadChannel(channel, m_signalType, record);
   if (FAILED(hr)) return hr;
@@ -85,9 +86,7 @@ HRESULT CChanInfoMgr::SaveTo(const dom::Element& set) {
     SetDirty(0);
     return hr;
   } catch (...) {
-    // Half a channel in the document would be saved as one the next time, and records that were
-    // written are not yet in the file.
-    elements.TakeBack();
+    // Records that were written are not yet in the file.
     SetDirty(1);
     throw;
   }

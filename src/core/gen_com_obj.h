@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
-#include <new>
 
 #include "core/interface_id.h"
 #include "platform/com.h"
+#include "platform/lack_of_memory.h"
 
 /// Implements IUnknown for the class `C` that implements the interface `I`; `C` derives from this
 /// and has a default constructor. The count starts at 1: that reference is the owner's, also when
@@ -44,15 +44,15 @@ template <typename C, typename I>
 HRESULT CGenComObj<C, I>::CreateInstance(I** object) {
   if (object == nullptr) return E_POINTER;
   std::unique_ptr<C> made;
-  try {
+  HRESULT hr = AnsweringLackOfMemory([&made] {
     made = std::make_unique<C>();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+    return S_OK;
+  });
+  if (FAILED(hr)) return hr;
   CGenComObj& base = *made;
   base.m_count = 0;
   void* found = nullptr;
-  const HRESULT hr = base.QueryInterface(InterfaceId<I>::kValue, &found);
+  hr = base.QueryInterface(InterfaceId<I>::kValue, &found);
   if (FAILED(hr)) return hr;
   static_cast<void>(made.release());
   *object = static_cast<I*>(found);

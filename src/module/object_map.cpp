@@ -1,6 +1,6 @@
 #include "module/object_map.h"
 
-#include "core/tunedex.h"
+#include "database/tunedex.h"
 #include "platform/library.h"
 #include "platform/text.h"
 

@@ -10,7 +10,7 @@
 
 /// What the lists of the satellite catalogue (satellites, transponders, LNB types) have in common.
 /// `C` is the list's class, `M` its interface, `I` that of its records. `C` supplies
-///   static constexpr char kPath[]    the path of its records in its element;
+///   static constexpr auto& kPath    the path of its records in its element;
 ///   HRESULT LoadRecord(element, position, loaded)
 ///       makes the record of one element and appends it to `loaded`; nothing is appended when
 ///       that fails.
@@ -116,7 +116,7 @@ HRESULT CatalogueList<C, M, I>::LoadFrom(const dom::Element& element) {
   const PutBack bound(m_element);
   if (element.Get() != m_element.Get()) m_element = element;
   dom::ElementList elements;
-  HRESULT hr = element.Select(C::kPath, elements);
+  HRESULT hr = xml::SelectChildren(element, C::kPath, elements);
   if (FAILED(hr)) return hr;
   hr = LoadElements(elements, m_records, hr,
                     [this](const dom::Element& record, LONG position, Loaded& loaded) {

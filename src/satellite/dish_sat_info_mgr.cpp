@@ -5,6 +5,7 @@
 #include "satellite/dish_sat_info.h"
 #include "xml/dish_sat_element.h"
 #include "xml/dish_sat_index.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 #include "xml/xml_usr_conf_parser.h"
 
@@ -114,7 +115,7 @@ HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
     dom::Element element;
     if (CXmlUsrConfParser::GetDish(setting, dishNum, &element) != S_OK) continue;
     dom::ElementList elements;
-    const HRESULT selected = element.Select(CXmlUsrConfParser::kDishSatPath, elements);
+    const HRESULT selected = xml::SelectChildren(element, xml::paths::kDishSat, elements);
     hr = FAILED(selected)
              ? selected
              : LoadElements(elements, m_dishes[dishNum], hr,
@@ -154,13 +155,7 @@ HRESULT CDishSatInfoMgr::SaveDish(const dom::Element& element, const Dish& dish)
     dom::Element sat;
     hr = elements.FindOrCreate(record.Get(), sat);
     if (FAILED(hr)) continue;
-    try {
-      hr = xml::DishSatElementIO(sat, record.Get(), xml::Direction::Write);
-    } catch (...) {
-      // Half an assignment in the document would be saved as one the next time.
-      elements.TakeBack();
-      throw;
-    }
+    hr = xml::DishSatElementIO(sat, record.Get(), xml::Direction::Write);
     record->SetDirty(0);
   }
   return hr;

@@ -1,7 +1,7 @@
 #include "satellite/lnb_info_mgr.h"
 
 #include "platform/bstr.h"
-#include "platform/text.h"
+#include "satellite/find_by_text.h"
 #include "satellite/lnb_info.h"
 #include "xml/satellite_elements.h"
 
@@ -27,12 +27,7 @@ HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByIndex(UINT nIndex, ILNBInfo**
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByType(BSTR Type, ILNBInfo** ppInfo) {
   if (ppInfo == nullptr) return E_POINTER;
   const Bstr type = Bstr::Copy(Type);
-  return Records().FindFirst(
-      [&](ILNBInfo* record) {
-        Bstr other;
-        return SUCCEEDED(record->GetType(other.Receive())) && text::Equal(other.Get(), type.Get());
-      },
-      ppInfo);
+  return FindByText(Records(), &ILNBInfo::GetType, type.Get(), ppInfo);
 }
 
 HRESULT CLNBInfoMgr::Renumber(bool ascending) {

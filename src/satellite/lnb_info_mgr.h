@@ -1,11 +1,12 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "xml/element_paths.h"
 
 /// The known LNB types. It is a member of the database object and never destroyed through Release.
 class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, ILNBInfo> {
  public:
-  static constexpr char kPath[] = "./LNB";
+  static constexpr auto& kPath = xml::paths::kLNB;
 
   HRESULT STDMETHODCALLTYPE CreateLNBInfo(ILNBInfo** ppInfo) override;
   HRESULT STDMETHODCALLTYPE AddLNBInfo(ILNBInfo* pInfo) override;

@@ -8,6 +8,7 @@
 #include "platform/dom.h"
 #include "satellite/record_list.h"
 #include "xml/direction.h"
+#include "xml/xml_nodes.h"
 
 template <typename I>
 using NewRecords = std::vector<typename RecordList<I>::Loaded>;
@@ -24,7 +25,7 @@ HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, H
   loaded.reserve(static_cast<std::size_t>(elements.Count()));
   for (LONG position = 0; position < elements.Count(); ++position) {
     dom::Element element;
-    hr = elements.Item(position, element);
+    hr = xml::GetChild(elements, position, &element);
     if (hr == S_OK) hr = RaiseLackOfMemory(loadRecord(element, position, loaded));
   }
   records.AddLoaded(loaded);

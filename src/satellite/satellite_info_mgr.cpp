@@ -2,24 +2,12 @@
 
 #include "platform/bstr.h"
 #include "platform/com_error.h"
-#include "platform/text.h"
+#include "satellite/find_by_text.h"
 #include "satellite/satellite_info.h"
 #include "xml/satellite_elements.h"
 #include "xml/xml_sat_parser.h"
 
 namespace {
-
-using TextGetter = HRESULT (STDMETHODCALLTYPE ISatelliteInfo::*)(BSTR*);
-
-HRESULT FindByText(const RecordList<ISatelliteInfo>& records, TextGetter getter, BSTR text,
-                   ISatelliteInfo** ppInfo) {
-  return records.FindFirst(
-      [=](ISatelliteInfo* record) {
-        Bstr other;
-        return SUCCEEDED((record->*getter)(other.Receive())) && text::Equal(other.Get(), text);
-      },
-      ppInfo);
-}
 
 template <typename Accepts>
 UINT CountIf(const RecordList<ISatelliteInfo>& records, Accepts accepts) {

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "xml/element_paths.h"
 
 /// The satellite catalogue. It is a member of the database object and never destroyed through
 /// Release.
 class CSatelliteInfoMgr
     : public CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, ISatelliteInfo> {
  public:
-  static constexpr char kPath[] = "./Satellite";
+  static constexpr auto& kPath = xml::paths::kSatellite;
 
   HRESULT STDMETHODCALLTYPE CreateSatelliteInfo(ISatelliteInfo** ppInfo) override;
   HRESULT STDMETHODCALLTYPE AddSatelliteInfo(ISatelliteInfo* pInfo) override;

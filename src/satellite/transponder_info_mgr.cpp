@@ -1,7 +1,7 @@
 #include "satellite/transponder_info_mgr.h"
 
 #include "platform/bstr.h"
-#include "platform/text.h"
+#include "satellite/find_by_text.h"
 #include "satellite/transponder_info.h"
 #include "xml/satellite_elements.h"
 
@@ -35,12 +35,7 @@ HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetTransponderInfoByName(BSTR* pN
   // The caller hands its text over, also when nothing is found; its variable is left as it was.
   const Bstr name = Bstr::Attach(*pName);
   if (ppInfo == nullptr) return E_POINTER;
-  return Records().FindFirst(
-      [&](ITransponderInfo* record) {
-        Bstr other;
-        return SUCCEEDED(record->GetName(other.Receive())) && text::Equal(other.Get(), name.Get());
-      },
-      ppInfo);
+  return FindByText(Records(), &ITransponderInfo::GetName, name.Get(), ppInfo);
 }
 
 // Transponders keep the order of the file: there is no moving and no sorting.

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "xml/element_paths.h"
 
 /// The transponders of one band of one satellite, in the order of the file. It is a member of its
 /// satellite and never destroyed through Release.
 class CTransponderInfoMgr
     : public CatalogueList<CTransponderInfoMgr, ITransponderInfoMgr, ITransponderInfo> {
  public:
-  static constexpr char kPath[] = "./Transponder";
+  static constexpr auto& kPath = xml::paths::kTransponder;
 
   HRESULT STDMETHODCALLTYPE CreateTransponderInfo(ITransponderInfo** ppInfo) override;
   HRESULT STDMETHODCALLTYPE AddTransponderInfo(ITransponderInfo* pInfo) override;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/text.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 namespace xml {
@@ -24,76 +25,64 @@ IndexValue ReadIndex(const dom::Element& channel) {
 
 }  // namespace
 
-ChannelElementIndex::ChannelElementIndex(const dom::Element& set) : m_set(set) { Build(); }
+ChannelElementIndex::ChannelElementIndex(const dom::Element& set) : ElementIndex(set) { Build(); }
 
 void ChannelElementIndex::Build() {
   m_maxima.clear();
   m_others.clear();
-  dom::ElementList channels;
-  m_built = m_set.Select("./Channel", channels);
-  for (LONG i = 0; i < channels.Count(); ++i) {
-    dom::Element channel;
-    if (channels.Item(i, channel) != S_OK) continue;
+  m_built = ForEachChild(Parent(), paths::kChannel, [this](dom::Element channel) {
     const IndexValue index = ReadIndex(channel);
     if (m_maxima.empty() || m_maxima.rbegin()->first < index.key) {
       m_maxima.emplace_hint(m_maxima.end(), index.key, Entry{std::move(channel), index.plain});
     } else if (index.plain) {
       m_others.emplace(index.key, std::move(channel));
     }
-  }
+  });
 }
 
 HRESULT ChannelElementIndex::FindOrCreate(IChannelInfo* channelInfo, dom::Element& channel) {
-  Settle();
+  Settle([this](const dom::Element& last, bool isNew) { NoteWritten(last, isNew); });
   if (FAILED(m_built)) return m_built;
   UINT index = 0;
   HRESULT hr = channelInfo->GetChannelIndex(&index);
   if (FAILED(hr)) return hr;
   m_lastKey = static_cast<LONG>(index);
-  m_lastCreated = false;
   const auto maximum = m_maxima.find(m_lastKey);
   if (maximum != m_maxima.end() && maximum->second.plain) {
-    m_last = maximum->second.element;
+    HandOut(maximum->second.element, false, channel);
   } else if (const auto other = m_others.find(m_lastKey); other != m_others.end()) {
-    m_last = other->second;
+    HandOut(other->second, false, channel);
   } else {
-    hr = Create(m_lastKey, m_last);
-    m_lastCreated = hr == S_OK;
+    dom::Element created;
+    hr = Create(m_lastKey, created);
+    if (hr == S_OK) HandOut(created, true, channel);
   }
-  if (hr == S_OK) channel = m_last;
   return hr;
 }
 
 HRESULT ChannelElementIndex::Create(LONG key, dom::Element& channel) {
   dom::Element created;
-  HRESULT hr = CreateElementFor(m_set, "Channel", created);
+  HRESULT hr = CreateElementFor(Parent(), paths::NameOf(paths::kChannel), created);
   if (hr != S_OK) return hr;
   const auto greater = m_maxima.upper_bound(key);
-  hr = greater == m_maxima.end() ? m_set.AppendChild(created)
-                                 : m_set.InsertBefore(created, greater->second.element);
+  hr = greater == m_maxima.end() ? Parent().AppendChild(created)
+                                 : Parent().InsertBefore(created, greater->second.element);
   if (hr == S_OK) channel = std::move(created);
   return hr;
 }
 
-void ChannelElementIndex::TakeBack() {
-  if (m_last && m_lastCreated) m_set.RemoveChild(m_last);
-  m_last = dom::Element();
-}
-
-void ChannelElementIndex::Settle() {
-  if (!m_last) return;
-  const IndexValue index = ReadIndex(m_last);
+void ChannelElementIndex::NoteWritten(const dom::Element& channel, bool isNew) {
+  const IndexValue index = ReadIndex(channel);
   const bool missing = !index.plain && index.key == 0;
-  if (m_lastCreated && missing) {
+  if (isNew && missing) {
     // The codec stopped before the index; the element counts as 0 where it stands.
-    Note(0, {m_last, false});
+    Note(0, {channel, false});
   } else if (index.key != m_lastKey || !index.plain) {
     // A record that answers another index each time it is asked.
     Build();
-  } else if (m_lastCreated) {
-    Note(index.key, {m_last, true});
+  } else if (isNew) {
+    Note(index.key, {channel, true});
   }
-  m_last = dom::Element();
 }
 
 // The element stands right before the first maximum above m_lastKey.

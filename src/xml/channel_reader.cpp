@@ -9,8 +9,9 @@
 #include "core/task_block.h"
 #include "platform/com_error.h"
 #include "platform/text.h"
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 #include "xml/base64.h"
+#include "xml/element_paths.h"
 
 namespace xml {
 namespace {
@@ -164,20 +165,15 @@ void ReadStreamLists(const dom::Element& streams, station_blocks::Rows<StreamLis
 // Every component says by its "ID" which slot it fills.
 void ReadComponents(const dom::Element& streams, const station_blocks::ComponentList& list,
                     BYTE* block) {
-  dom::ElementList children;
-  if (streams.Select("./Components", children) != S_OK) return;
-  for (LONG i = 0; i < children.Count(); ++i) {
-    dom::Element child;
-    LONG id = 0;
-    if (children.Item(i, child) != S_OK) continue;
-    GetAttrInt(child, "ID", &id);
-    if (id < 0 || id >= list.capacity) continue;
+  ForEachChild(streams, paths::kComponents, [&](const dom::Element& child) {
+    const LONG id = AttrInt(child, "ID");
+    if (id < 0 || id >= list.capacity) return;
     const auto slot = static_cast<std::size_t>(id);
     const auto nameOffset = static_cast<std::uint16_t>(list.nameOffset + slot * list.nameWidth);
     const auto typeOffset = static_cast<std::uint16_t>(list.typeOffset + slot * 4);
     ReadBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
     ReadBlockField(child, {"type", typeOffset, 4}, block);
-  }
+  });
 }
 
 HRESULT ReadStreams(const dom::Element& channel, const station_blocks::Layout& layout,
@@ -196,23 +192,18 @@ HRESULT ReadStreams(const dom::Element& channel, const station_blocks::Layout& l
 void ReadSatelliteParams(const dom::Element& channel, const station_blocks::Layout& layout,
                          BYTE* block) {
   dom::Element params;
-  if (channel.SelectSingle("./SatelliteParams", params) != S_OK) return;
+  if (channel.SelectSingle(paths::kSatelliteParams, params) != S_OK) return;
   for (const Field& field : layout.satelliteParams) ReadBlockField(params, field, block);
 }
 
 }  // namespace
 
 HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bool create) {
-  constexpr char kName[] = "ElementStreams";
-  HRESULT hr = channel.SelectSingle("./ElementStreams", streams);
+  const HRESULT hr = channel.SelectSingle(paths::kElementStreams, streams);
   if (hr == S_OK && !create) return S_OK;
   if (hr == S_OK) channel.RemoveChild(streams);
-  dom::Element created;
-  hr = CreateElementFor(channel, kName, created);
   // Reading adds the empty element too: the document then has the shape that the writer gives it.
-  if (hr == S_OK) hr = channel.AppendChild(created);
-  if (hr == S_OK) streams = std::move(created);
-  return hr;
+  return AppendNew(channel, paths::NameOf(paths::kElementStreams), streams);
 }
 
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,

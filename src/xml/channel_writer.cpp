@@ -8,9 +8,10 @@
 #include "core/task_block.h"
 #include "platform/com_error.h"
 #include "platform/text.h"
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 #include "xml/base64.h"
 #include "xml/channel_reader.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 namespace xml {
@@ -76,8 +77,12 @@ std::string_view BlockText(const BYTE* place, std::size_t width) {
 }
 
 // A value without a word is written as the empty text.
-HRESULT WriteWord(const dom::Element& element, const char* attribute, const char* word) {
-  return element.SetNarrow(attribute, word != nullptr ? word : "");
+template <typename Enum>
+HRESULT WriteWord(const dom::Element& element, const char* attribute,
+                  HRESULT (*toText)(Enum, BSTR*), LONG value) {
+  Bstr word;
+  toText(static_cast<Enum>(value), word.Receive());
+  return SetAttr(element, attribute, word.Get());
 }
 
 HRESULT WriteBase64(const dom::Element& element, const char* attribute, std::string_view narrow) {
@@ -101,18 +106,13 @@ HRESULT WriteBlockField(const dom::Element& element, const Field& field, const B
     case Form::Base64:
       return WriteBase64(element, field.attribute, BlockText(place, field.width));
     case Form::Polarisation:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::PolarisationWord(static_cast<Polarisation>(number())));
+      return WriteWord(element, field.attribute, PolarisationToText, number());
     case Form::FecRate:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::FecRateWord(static_cast<BinaryConvolutionCodeRate>(number())));
+      return WriteWord(element, field.attribute, FecRateToText, number());
     case Form::Modulation:
-      return WriteWord(element, field.attribute,
-                       tuning_texts::ModulationWord(static_cast<ModulationType>(number())));
+      return WriteWord(element, field.attribute, ModulationToText, number());
     case Form::SpectralInversion:
-      return WriteWord(
-          element, field.attribute,
-          tuning_texts::SpectralInversionWord(static_cast<SpectralInversion>(number())));
+      return WriteWord(element, field.attribute, SpectralInversionToText, number());
   }
   return E_UNEXPECTED;
 }
@@ -156,14 +156,13 @@ void WriteComponents(const dom::Element& streams, const station_blocks::Componen
                      const BYTE* block) {
   const std::uint32_t count = station_blocks::Fetch(block + list.countOffset, 4);
   for (std::uint16_t i = 0; i < count && i < list.capacity; ++i) {
-    dom::Element child;
-    if (CreateElementFor(streams, "Components", child) != S_OK) return;
     const auto nameOffset = static_cast<std::uint16_t>(list.nameOffset + i * list.nameWidth);
     const auto typeOffset = static_cast<std::uint16_t>(list.typeOffset + i * 4);
-    SetAttr(child, "ID", static_cast<LONG>(i));
-    WriteBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
-    WriteBlockField(child, {"type", typeOffset, 4}, block);
-    streams.AppendChild(child);
+    AppendNew(streams, paths::NameOf(paths::kComponents), [&](const dom::Element& child) {
+      SetAttr(child, "ID", static_cast<LONG>(i));
+      WriteBlockField(child, {"name", nameOffset, list.nameWidth, Form::Text}, block);
+      WriteBlockField(child, {"type", typeOffset, 4}, block);
+    });
   }
 }
 
@@ -186,9 +185,8 @@ HRESULT WriteStreams(const dom::Element& channel, const station_blocks::Layout& 
 HRESULT WriteSatelliteParams(const dom::Element& channel, const station_blocks::Layout& layout,
                              const BYTE* block) {
   dom::Element params;
-  if (channel.SelectSingle("./SatelliteParams", params) != S_OK) {
-    HRESULT hr = CreateElementFor(channel, "SatelliteParams", params);
-    if (hr == S_OK) hr = channel.AppendChild(params);
+  if (channel.SelectSingle(paths::kSatelliteParams, params) != S_OK) {
+    const HRESULT hr = AppendNew(channel, paths::NameOf(paths::kSatelliteParams), params);
     if (hr != S_OK) return hr;
   }
   for (const Field& field : layout.satelliteParams) WriteBlockField(params, field, block);
@@ -202,14 +200,12 @@ HRESULT WriteStreamList(const dom::Element& streams, const station_blocks::Strea
   const std::uint32_t count = station_blocks::Fetch(block + list.countOffset, 4);
   if (count == 0) return E_INVALIDARG;
   for (std::uint32_t i = 0; i < count && i < list.capacity; ++i) {
-    dom::Element child;
-    HRESULT hr = CreateElementFor(streams, list.element, child);
-    if (hr != S_OK) return hr;
     const BYTE* entry = block + list.offset + std::size_t{i} * list.entrySize;
-    for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
-      WriteBlockField(child, field, entry);
-    }
-    hr = streams.AppendChild(child);
+    const HRESULT hr = AppendNew(streams, list.element, [&](const dom::Element& child) {
+      for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
+        WriteBlockField(child, field, entry);
+      }
+    });
     if (hr != S_OK) return hr;
   }
   return S_OK;

@@ -7,17 +7,13 @@ namespace xml {
 
 namespace {
 
-DWORD Number(const dom::Element& element, const char* name) {
-  return static_cast<DWORD>(AttrInt(element, name));
-}
-
 HRESULT ReadDishSat(const dom::Element& element, IDishSatInfo* dishSat) {
   CarryText texts(element);
   dishSat->SetID(texts.Wide("id").Get());
   dishSat->SetBand(texts.Wide("band").Get());
-  dishSat->SetLowFreq(Number(element, "LNB_Low"));
-  dishSat->SetHighFreq(Number(element, "LNB_High"));
-  return dishSat->SetSwitchFreq(Number(element, "LNB_Switch"));
+  dishSat->SetLowFreq(AttrUnsigned(element, "LNB_Low"));
+  dishSat->SetHighFreq(AttrUnsigned(element, "LNB_High"));
+  return dishSat->SetSwitchFreq(AttrUnsigned(element, "LNB_Switch"));
 }
 
 HRESULT WriteDishSat(const dom::Element& element, IDishSatInfo* dishSat) {

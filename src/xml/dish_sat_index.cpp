@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "platform/text.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 namespace xml {
 
 namespace {
 
-constexpr char kSatPath[] = "./SAT";
 constexpr const char* kKeyAttributes[] = {"id", "band", "LNB_Low", "LNB_High", "LNB_Switch"};
 // Room of a selection path, its terminator included.
 constexpr int kPathSize = 260;
@@ -71,30 +71,23 @@ std::string KeyOfIdentity(const Identity& identity) {
 }  // namespace
 
 HRESULT DishSatIndex::FindOrCreate(IDishSatInfo* dishSat, dom::Element& sat) {
-  if (!m_dish || dishSat == nullptr) return E_POINTER;
-  Settle();
+  if (!Parent() || dishSat == nullptr) return E_POINTER;
+  Settle([this](const dom::Element& last, bool isNew) { NoteWritten(last, isNew); });
   if (!m_built) Build();
   const Identity identity = IdentityOf(dishSat);
   if (FitsPath(identity)) {
     const auto found = m_first.find(KeyOfIdentity(identity));
     if (found != m_first.end()) {
-      sat = m_last = found->second;
       m_lastKey = found->first;
+      HandOut(found->second, false, sat);
       return S_OK;
     }
   }
   dom::Element created;
-  HRESULT hr = CreateElementFor(m_dish, "SAT", created);
-  if (hr == S_OK) hr = m_dish.AppendChild(created);
+  const HRESULT hr = AppendNew(Parent(), paths::NameOf(paths::kDishSat), created);
   if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
-  sat = m_last = created;
-  m_lastKey.reset();
+  HandOut(created, true, sat);
   return S_OK;
-}
-
-void DishSatIndex::TakeBack() {
-  if (m_last && !m_lastKey) m_dish.RemoveChild(m_last);
-  m_last = dom::Element();
 }
 
 std::optional<std::string> DishSatIndex::KeyOf(const dom::Element& sat) {
@@ -109,26 +102,21 @@ std::optional<std::string> DishSatIndex::KeyOf(const dom::Element& sat) {
 
 void DishSatIndex::Build() {
   m_first.clear();
-  dom::ElementList elements;
-  m_dish.Select(kSatPath, elements);
-  for (LONG position = 0; position < elements.Count(); ++position) {
-    dom::Element sat;
-    if (elements.Item(position, sat) != S_OK) continue;
-    if (std::optional<std::string> key = KeyOf(sat)) m_first.emplace(std::move(*key), sat);
-  }
+  ForEachChild(Parent(), paths::kDishSat, [this](dom::Element sat) {
+    if (std::optional<std::string> key = KeyOf(sat))
+      m_first.emplace(std::move(*key), std::move(sat));
+  });
   m_built = true;
 }
 
-void DishSatIndex::Settle() {
-  if (!m_last) return;
-  std::optional<std::string> key = KeyOf(m_last);
-  if (!m_lastKey) {
-    if (key) m_first.emplace(std::move(*key), m_last);
+void DishSatIndex::NoteWritten(const dom::Element& sat, bool isNew) {
+  std::optional<std::string> key = KeyOf(sat);
+  if (isNew) {
+    if (key) m_first.emplace(std::move(*key), sat);
   } else if (key != m_lastKey) {
     // Texts outside the code page: what was found under their likeness now has another identity.
     m_built = false;
   }
-  m_last = dom::Element();
 }
 
 }  // namespace xml

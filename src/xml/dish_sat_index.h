@@ -6,35 +6,32 @@
 
 #include "core/interfaces.h"
 #include "platform/dom.h"
+#include "xml/element_index.h"
 
 namespace xml {
 
 /// Finds or makes the SAT elements of one dish while its assignments are saved: the same elements
 /// as selecting "./SAT[@id='...'][@band='...'][@LNB_Low='n'][@LNB_High='n'][@LNB_Switch='n']" for
 /// each would give, from one pass over the dish. While it lives, only the codec changes the dish.
-class DishSatIndex {
+class DishSatIndex : private ElementIndex {
  public:
-  explicit DishSatIndex(const dom::Element& dish) : m_dish(dish) {}
+  explicit DishSatIndex(const dom::Element& dish) : ElementIndex(dish) {}
 
   /// The first element with the assignment's five values; where there is none a new, empty one at
   /// the dish's end. An assignment whose path is longer than 259 bytes or whose texts hold an
   /// apostrophe matches nothing and gets a new element every time.
   HRESULT FindOrCreate(IDishSatInfo* dishSat, dom::Element& sat);
-  /// Takes the element that was handed out last away again, if it is a new one.
-  void TakeBack();
 
  private:
   /// What identifies an element; none when one of its five attributes is missing.
   static std::optional<std::string> KeyOf(const dom::Element& sat);
   void Build();
-  /// Takes note of what the codec made of the element that was handed out last.
-  void Settle();
+  /// Takes note of what the codec made of an element.
+  void NoteWritten(const dom::Element& sat, bool isNew);
 
-  dom::Element m_dish;
   bool m_built = false;
   std::unordered_map<std::string, dom::Element> m_first;  // first element of each key
-  dom::Element m_last;
-  std::optional<std::string> m_lastKey;  // under which it was found
+  std::string m_lastKey;  // under which the element that was handed out last was found
 };
 
 }  // namespace xml

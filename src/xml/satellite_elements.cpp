@@ -1,16 +1,12 @@
 #include "xml/satellite_elements.h"
 
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 #include "xml/carry_text.h"
 #include "xml/xml_nodes.h"
 
 namespace xml {
 
 namespace {
-
-DWORD Unsigned(const dom::Element& element, const char* name) {
-  return static_cast<DWORD>(AttrInt(element, name));
-}
 
 // The value of a word, or `notSet` where the text is none.
 template <typename T>
@@ -32,7 +28,7 @@ HRESULT ReadSatellite(const dom::Element& element, ISatelliteInfo* satellite) {
   // Spelt so in every file there is.
   satellite->SetAzimuth(AttrInt(element, "azimuthe"));
   satellite->SetElevation(AttrInt(element, "elevation"));
-  return satellite->SetIndex(Unsigned(element, "index"));
+  return satellite->SetIndex(AttrUnsigned(element, "index"));
 }
 
 struct SatelliteValues {
@@ -92,7 +88,7 @@ HRESULT TransponderElementIO(const dom::Element& element, ITransponderInfo* tran
   if (direction == Direction::Write) return E_NOTIMPL;
   CarryText texts(element);
   transponder->SetName(texts.Wide("name").Get());
-  transponder->SetCarrierFrequency(Unsigned(element, "freq"));
+  transponder->SetCarrierFrequency(AttrUnsigned(element, "freq"));
   transponder->SetPolarisation(ValueOf(tuning_texts::PolarisationFromNarrow,
                                        texts.Narrow("polarisation"), BDA_POLARISATION_NOT_SET));
   transponder->SetSymbolRate(AttrInt(element, "symbolRate"));
@@ -109,9 +105,9 @@ HRESULT LNBElementIO(const dom::Element& element, ILNBInfo* lnb, Direction direc
   if (!element || lnb == nullptr) return E_POINTER;
   if (direction == Direction::Write) return E_NOTIMPL;
   lnb->SetType(CarryText(element).Wide("type").Get());
-  lnb->SetLowFreq(Unsigned(element, "lowFreq"));
-  lnb->SetHighFreq(Unsigned(element, "highFreq"));
-  return lnb->SetSwitchFreq(Unsigned(element, "switchFreq"));
+  lnb->SetLowFreq(AttrUnsigned(element, "lowFreq"));
+  lnb->SetHighFreq(AttrUnsigned(element, "highFreq"));
+  return lnb->SetSwitchFreq(AttrUnsigned(element, "switchFreq"));
 }
 
 }  // namespace xml

@@ -5,14 +5,13 @@
 #include "platform/text.h"
 #include "xml/channel_element_index.h"
 #include "xml/country_code.h"
+#include "xml/element_paths.h"
 #include "xml/xml_format.h"
 #include "xml/xml_nodes.h"
 
 namespace {
 
-constexpr char kCountryPath[] = "./Country";
-constexpr char kChannelSetPath[] = "./ChannelSet";
-constexpr char kChannelPath[] = "./Channel";
+namespace paths = xml::paths;
 
 // Written for people to read, never looked up. The types that have no text have no codec either.
 const char* SignalTypeText(InputSignalType signalType) {
@@ -43,14 +42,14 @@ const char* SignalTypeText(InputSignalType signalType) {
 
 HRESULT CreateCountry(const dom::Element& root, DWORD countryCode, dom::Element* country) {
   dom::Element created;
-  HRESULT hr = xml::CreateElementFor(root, "Country", created);
+  HRESULT hr = xml::CreateElementFor(root, paths::NameOf(paths::kCountry), created);
   if (hr != S_OK) return hr;
   char name[xml::kTextSize] = {};
   CCountryCode().GetNameByCode(countryCode, name);
   created.SetNarrow("name", name);
   const LONG key = static_cast<LONG>(countryCode);
   xml::SetAttr(created, "countrycode", key);
-  hr = xml::InsertSorted(root, created, kCountryPath, "countrycode", key);
+  hr = xml::InsertSorted(root, created, paths::kCountry, "countrycode", key);
   if (hr == S_OK) *country = std::move(created);
   return hr;
 }
@@ -58,11 +57,11 @@ HRESULT CreateCountry(const dom::Element& root, DWORD countryCode, dom::Element*
 HRESULT CreateChannelSet(const dom::Element& country, InputSignalType signalType,
                          dom::Element* set) {
   dom::Element created;
-  HRESULT hr = xml::CreateElementFor(country, "ChannelSet", created);
+  HRESULT hr = xml::CreateElementFor(country, paths::NameOf(paths::kChannelSet), created);
   if (hr != S_OK) return hr;
   created.SetNarrow("type", SignalTypeText(signalType));
   xml::SetAttr(created, "inputSignalType", static_cast<LONG>(signalType));
-  hr = xml::InsertSorted(country, created, kChannelSetPath, "inputSignalType", signalType);
+  hr = xml::InsertSorted(country, created, paths::kChannelSet, "inputSignalType", signalType);
   if (hr == S_OK) *set = std::move(created);
   return hr;
 }
@@ -109,7 +108,7 @@ HRESULT CXmlChanParser::FindOrCreateCountry(DWORD countryCode, dom::Element* cou
   dom::Element root;
   if (GetRoot(root) != S_OK) return E_FAIL;
   const std::string path =
-      xml::KeyPath(kCountryPath, "countrycode", static_cast<LONG>(countryCode));
+      xml::KeyPath(paths::kCountry, "countrycode", static_cast<LONG>(countryCode));
   if (root.SelectSingle(path.c_str(), *country) == S_OK) return S_OK;
   return CreateCountry(root, countryCode, country);
 }
@@ -117,37 +116,31 @@ HRESULT CXmlChanParser::FindOrCreateCountry(DWORD countryCode, dom::Element* cou
 HRESULT CXmlChanParser::RemoveEmptyCountries() {
   dom::Element root;
   if (GetRoot(root) != S_OK) return E_FAIL;
-  dom::ElementList countries;
-  HRESULT hr = root.Select(kCountryPath, countries);
-  for (LONG i = 0; i < countries.Count(); ++i) {
-    dom::Element country;
+  HRESULT removed = S_OK;
+  const HRESULT hr = xml::ForEachChild(root, paths::kCountry, [&](const dom::Element& country) {
     dom::Element set;
-    if (countries.Item(i, country) != S_OK) continue;
-    if (country.SelectSingle(kChannelSetPath, set) != S_OK) hr = root.RemoveChild(country);
-  }
-  return hr;
+    if (country.SelectSingle(paths::kChannelSet, set) != S_OK) removed = root.RemoveChild(country);
+  });
+  return hr == S_OK ? removed : hr;
 }
 
 HRESULT CXmlChanParser::FindChannelSet(const dom::Element& country, InputSignalType signalType,
                                        dom::Element* set, bool create) {
   if (!country) return E_POINTER;
   if (set == nullptr) return E_FAIL;
-  const std::string path = xml::KeyPath(kChannelSetPath, "inputSignalType", signalType);
+  const std::string path = xml::KeyPath(paths::kChannelSet, "inputSignalType", signalType);
   if (country.SelectSingle(path.c_str(), *set) == S_OK) return S_OK;
   return create ? CreateChannelSet(country, signalType, set) : E_FAIL;
 }
 
 HRESULT CXmlChanParser::CountChannels(const dom::Element& set, LONG* count) {
-  return xml::CountChildren(set, kChannelPath, count);
+  return xml::CountChildren(set, paths::kChannel, count);
 }
 
 HRESULT CXmlChanParser::GetChannelElement(const dom::Element& set, LONG position,
                                           dom::Element* channel) {
-  if (!set || channel == nullptr || position < 0) return E_POINTER;
-  dom::ElementList channels;
-  const HRESULT hr = set.Select(kChannelPath, channels);
-  if (FAILED(hr)) return hr;
-  return channels.Item(position, *channel) == S_OK ? S_OK : E_FAIL;
+  const HRESULT hr = xml::GetChild(set, paths::kChannel, position, channel);
+  return hr == E_INVALIDARG ? E_FAIL : hr;
 }
 
 HRESULT CXmlChanParser::FindOrCreateChannelElement(const dom::Element& set,
@@ -158,5 +151,5 @@ HRESULT CXmlChanParser::FindOrCreateChannelElement(const dom::Element& set,
 }
 
 HRESULT CXmlChanParser::RemoveAllChannels(const dom::Element& set) {
-  return xml::RemoveAllChildren(set, kChannelPath);
+  return xml::RemoveAllChildren(set, paths::kChannel);
 }

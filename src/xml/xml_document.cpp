@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/files.h"
+#include "xml/element_paths.h"
 #include "xml/xml_format.h"
 #include "xml/xml_nodes.h"
 
@@ -32,14 +33,13 @@ HRESULT CXmlDocument::GetRoot(dom::Element& root) const {
   return m_state.document ? m_state.document.DocumentElement(root) : E_FAIL;
 }
 
-HRESULT CXmlDocument::FindOrAppend(const char* name, dom::Element* element) {
+HRESULT CXmlDocument::FindOrAppend(const char* path, dom::Element* element) {
   dom::Element root;
   HRESULT hr = GetRoot(root);
   if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
   dom::Element child;
-  if (root.SelectSingle((std::string("./") + name).c_str(), child) != S_OK) {
-    hr = xml::CreateElementFor(root, name, child);
-    if (hr == S_OK) hr = root.AppendChild(child);
+  if (root.SelectSingle(path, child) != S_OK) {
+    hr = xml::AppendNew(root, xml::paths::NameOf(path), child);
     if (FAILED(hr)) return hr;
   }
   if (element == nullptr) return E_POINTER;
@@ -78,7 +78,7 @@ HRESULT CXmlDocument::SaveFile() {
   return KeepUnreadable() ? m_state.document.Save(m_state.path) : E_FAIL;
 }
 
-HRESULT CXmlDocument::SaveUnlessDirty() {
+HRESULT CXmlDocument::SaveWhenClean() {
   if (!m_state.document) return E_FAIL;
   if (m_state.dirty) return S_FALSE;
   dom::Element root;

@@ -41,9 +41,10 @@ class CXmlDocument {
 
   /// E_FAIL without a document; S_FALSE with an empty handle when there is no document element.
   HRESULT GetRoot(dom::Element& root) const;
-  /// The first child of the document element with the name, appended where it is missing. E_FAIL
-  /// without a document or a document element; E_POINTER for null, after the element was made.
-  HRESULT FindOrAppend(const char* name, dom::Element* element);
+  /// The first child of the document element at a path of one step, appended where it is missing.
+  /// E_FAIL without a document or a document element; E_POINTER for null, after the element was
+  /// made.
+  HRESULT FindOrAppend(const char* path, dom::Element* element);
   /// Loads the file into a document of its own, which takes the place of the old one, and remembers
   /// when there was something in it that could not be read. E_FAIL without a document.
   HRESULT LoadFile(bool& success);
@@ -58,7 +59,7 @@ class CXmlDocument {
   /// test is the reverse of the channel file's, which the satellite and settings files have always
   /// had: choosing a storage form holds the former back until it is loaded again. E_FAIL without a
   /// document; without a document element nothing is written and that answer is handed up.
-  HRESULT SaveUnlessDirty();
+  HRESULT SaveWhenClean();
   /// Writes a pre-formatted body, with the same care.
   HRESULT SaveFormattedFile(const std::string& text);
 

@@ -23,6 +23,10 @@ LONG AttrInt(const dom::Element& element, const char* name) {
   return value;
 }
 
+DWORD AttrUnsigned(const dom::Element& element, const char* name) {
+  return static_cast<DWORD>(AttrInt(element, name));
+}
+
 HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer) {
   if (!element || name == nullptr) return E_POINTER;
   return element.GetNarrow(name, buffer, sizeof(buffer));
@@ -43,6 +47,8 @@ std::string KeyPath(const char* path, const char* key, LONG value) {
   std::snprintf(text, sizeof(text), "%s[@%s='%d']", path, key, static_cast<int>(value));
   return text;
 }
+
+std::string Below(std::string path, const char* next) { return std::move(path.append(next + 1)); }
 
 HRESULT SourceElement(REFIID riid, IUnknown* pUnknown, dom::Element& element) {
   if (!(riid == dom::kIidNode) && !(riid == dom::kIidElement)) return E_NOTIMPL;
@@ -71,11 +77,29 @@ HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Elem
   return hr == S_OK ? document.CreateElement(name, out) : hr;
 }
 
+HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& child) {
+  dom::Element created;
+  HRESULT hr = CreateElementFor(parent, name, created);
+  if (hr == S_OK) hr = parent.AppendChild(created);
+  if (hr == S_OK) child = std::move(created);
+  return hr;
+}
+
+HRESULT SelectChildren(const dom::Element& parent, const char* path, dom::ElementList& children) {
+  return parent ? parent.Select(path, children) : E_POINTER;
+}
+
+HRESULT GetChild(const dom::ElementList& children, LONG position, dom::Element* child) {
+  if (child == nullptr || position < 0) return E_POINTER;
+  if (position >= children.Count()) return E_INVALIDARG;
+  return children.Item(position, *child) == S_OK ? S_OK : E_FAIL;
+}
+
 HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count) {
   if (!parent || count == nullptr) return E_POINTER;
   *count = 0;
   dom::ElementList children;
-  const HRESULT hr = parent.Select(path, children);
+  const HRESULT hr = SelectChildren(parent, path, children);
   *count = children.Count();
   return hr;
 }
@@ -98,10 +122,8 @@ HRESULT FindChild(const dom::Element& parent, const char* path, dom::Element* ch
 HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, dom::Element* child) {
   if (!parent || child == nullptr || position < 0) return E_POINTER;
   dom::ElementList children;
-  const HRESULT hr = parent.Select(path, children);
-  if (FAILED(hr)) return E_FAIL;
-  if (position >= children.Count()) return E_INVALIDARG;
-  return children.Item(position, *child) == S_OK ? S_OK : E_FAIL;
+  const HRESULT hr = SelectChildren(parent, path, children);
+  return FAILED(hr) ? E_FAIL : GetChild(children, position, child);
 }
 
 HRESULT RemoveAllChildren(const dom::Element& parent, const char* path) {

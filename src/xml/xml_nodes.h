@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "platform/dom.h"
 
@@ -20,6 +21,7 @@ HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value);
 
 /// The number alone; 0 when it is missing.
 LONG AttrInt(const dom::Element& element, const char* name);
+DWORD AttrUnsigned(const dom::Element& element, const char* name);
 
 /// The attribute in the system's ANSI code page, cut to 259 bytes on a character boundary. Missing:
 /// S_FALSE, and the buffer keeps what it held.
@@ -31,6 +33,8 @@ HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value);
 
 /// "path[@key='value']"
 std::string KeyPath(const char* path, const char* key, LONG value);
+/// The path that goes on with another one: "./A" and "./B" give "./A/B".
+std::string Below(std::string path, const char* next);
 
 /// The element that a list is loaded from or saved to, out of the arguments of Load and Save.
 /// E_NOTIMPL for an identifier other than that of a node or an element, E_INVALIDARG for null and
@@ -45,6 +49,37 @@ HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, cons
 /// Makes an element in the document that `parent` belongs to. It has no parent yet.
 HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Element& out);
 
+/// Makes an element and appends it to `parent`; `child` is untouched unless S_OK.
+HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& child);
+/// The same with `fill(child)` before it is appended: what that raises leaves no half of one.
+template <typename Fill>
+HRESULT AppendNew(const dom::Element& parent, const char* name, Fill fill) {
+  dom::Element child;
+  const HRESULT hr = CreateElementFor(parent, name, child);
+  if (hr != S_OK) return hr;
+  fill(child);
+  return parent.AppendChild(child);
+}
+
+/// The children that a path selects, as they stand now. E_POINTER for an empty element.
+HRESULT SelectChildren(const dom::Element& parent, const char* path, dom::ElementList& children);
+
+/// The one at a 0-based position: E_POINTER for null or a negative position, E_INVALIDARG past the
+/// end.
+HRESULT GetChild(const dom::ElementList& children, LONG position, dom::Element* child);
+
+/// Calls `visit(child)` for all that a path selects; the result is that of selecting them.
+template <typename Visit>
+HRESULT ForEachChild(const dom::Element& parent, const char* path, Visit visit) {
+  dom::ElementList children;
+  const HRESULT hr = SelectChildren(parent, path, children);
+  for (LONG position = 0; position < children.Count(); ++position) {
+    dom::Element child;
+    if (GetChild(children, position, &child) == S_OK) visit(std::move(child));
+  }
+  return hr;
+}
+
 /// Sets `*count` to 0, then to how many children the path selects. E_POINTER for null or an empty
 /// element.
 HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count);
@@ -53,8 +88,7 @@ HRESULT CountChildren(const dom::Element& parent, const char* path, LONG* count)
 /// none; E_INVALIDARG for any other path.
 HRESULT FindChild(const dom::Element& parent, const char* path, dom::Element* child);
 
-/// The match at a 0-based position: E_POINTER for a negative one, null or an empty element,
-/// E_INVALIDARG past the end.
+/// The match at a 0-based position, by the rule for lists; E_POINTER for an empty element, too.
 HRESULT GetChild(const dom::Element& parent, const char* path, LONG position, dom::Element* child);
 
 /// Removes the children of the path "./NAME" from `parent`; the result is that of the last removal.

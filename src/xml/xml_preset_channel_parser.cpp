@@ -2,26 +2,33 @@
 
 #include <string>
 
-#include "channels/channel_loading.h"
 #include "platform/com_error.h"
 #include "xml/channel_codec.h"
 #include "xml/channel_element_index.h"
+#include "xml/element_paths.h"
 #include "xml/xml_nodes.h"
 
 namespace {
 
-constexpr char kSetPath[] = "./Country[@countrycode='81']/ChannelSet[@inputSignalType='176']";
-constexpr char kAreaPath[] = "./Area";
-constexpr char kSubAreaPath[] = "./SubArea";
+using ChannelReader = CXmlPreSetChannelParser::ChannelReader;
 
-std::string AreaPath(LONG lArea) { return xml::KeyPath(kAreaPath, "AreaIndex", lArea); }
+namespace paths = xml::paths;
+
+constexpr LONG kCountryCode = 81;
+
+// Below a country.
+std::string SetPath() {
+  return xml::KeyPath(paths::kChannelSet, "inputSignalType", InputSignalISDBTerrestrialOneSeg);
+}
+
+std::string AreaPath(LONG lArea) { return xml::KeyPath(paths::kArea, "AreaIndex", lArea); }
 
 std::string SubAreaPath(LONG lSubArea) {
-  return xml::KeyPath(kSubAreaPath, "SubAreaIndex", lSubArea);
+  return xml::KeyPath(paths::kSubArea, "SubAreaIndex", lSubArea);
 }
 
 std::string SubAreaPath(LONG lArea, LONG lSubArea) {
-  return AreaPath(lArea) + SubAreaPath(lSubArea).substr(1);
+  return xml::Below(AreaPath(lArea), SubAreaPath(lSubArea).c_str());
 }
 
 HRESULT CopyName(const dom::Element& element, CHAR* buffer) {
@@ -30,18 +37,17 @@ HRESULT CopyName(const dom::Element& element, CHAR* buffer) {
 }
 
 HRESULT AppendSubArea(const dom::Element& area, LONG lSubArea, const CHAR* name) {
-  dom::Element created;
-  const HRESULT hr = xml::CreateElementFor(area, "SubArea", created);
-  if (hr != S_OK) return hr;
-  xml::SetAttr(created, "SubAreaIndex", lSubArea);
-  created.SetNarrow("name", name);
-  return area.AppendChild(created);
+  return xml::AppendNew(area, paths::NameOf(paths::kSubArea), [=](const dom::Element& created) {
+    xml::SetAttr(created, "SubAreaIndex", lSubArea);
+    created.SetNarrow("name", name);
+  });
 }
 
 // A channel that cannot be read or written is left out; lack of memory is raised.
-void CopyChannel(const dom::Element& source, xml::ChannelElementIndex& elements) {
+void CopyChannel(const dom::Element& source, ChannelReader read,
+                 xml::ChannelElementIndex& elements) {
   ComPtr<IChannelInfo> record;
-  const HRESULT hr = LoadChannel(source, InputSignalISDBTerrestrialOneSeg, record);
+  const HRESULT hr = read(source, InputSignalISDBTerrestrialOneSeg, record);
   if (FAILED(RaiseLackOfMemory(hr))) return;
   dom::Element target;
   if (elements.FindOrCreate(record.Get(), target) != S_OK) return;
@@ -49,31 +55,20 @@ void CopyChannel(const dom::Element& source, xml::ChannelElementIndex& elements)
 }
 
 // The source may be a channel set itself, or a country.
-void CopyChannels(const dom::Element& source, const dom::Element& target) {
-  dom::ElementList channels;
-  if (FAILED(source.Select("./Channel", channels)) || channels.Count() == 0) {
-    source.Select("./ChannelSet[@inputSignalType = '176']/Channel", channels);
-  }
+void CopyChannels(const dom::Element& source, ChannelReader read, const dom::Element& target) {
+  LONG count = 0;
+  xml::CountChildren(source, paths::kChannel, &count);
+  const std::string path =
+      count == 0 ? xml::Below(SetPath(), paths::kChannel) : std::string(paths::kChannel);
   xml::ChannelElementIndex elements(target);
-  try {
-    for (LONG i = 0; i < channels.Count(); ++i) {
-      dom::Element channel;
-      if (channels.Item(i, channel) == S_OK) CopyChannel(channel, elements);
-    }
-  } catch (...) {
-    // Half a channel in the document would be saved as one the next time.
-    elements.TakeBack();
-    throw;
-  }
+  xml::ForEachChild(source, path.c_str(),
+                    [&](const dom::Element& channel) { CopyChannel(channel, read, elements); });
 }
 
-void Renumber(const dom::Element& area) {
-  dom::ElementList subAreas;
-  area.Select(kSubAreaPath, subAreas);
-  for (LONG i = 0; i < subAreas.Count(); ++i) {
-    dom::Element subArea;
-    if (subAreas.Item(i, subArea) == S_OK) xml::SetAttr(subArea, "SubAreaIndex", i);
-  }
+void RenumberSubAreas(const dom::Element& area) {
+  xml::ForEachChild(area, paths::kSubArea, [number = LONG{0}](const dom::Element& subArea) mutable {
+    xml::SetAttr(subArea, "SubAreaIndex", number++);
+  });
 }
 
 }  // namespace
@@ -83,7 +78,9 @@ HRESULT CXmlPreSetChannelParser::GetPresetChannelSet(dom::Element* set) const {
   *set = dom::Element();
   dom::Element root;
   if (GetRoot(root) != S_OK) return E_FAIL;
-  const HRESULT hr = root.SelectSingle(kSetPath, *set);
+  const std::string path =
+      xml::Below(xml::KeyPath(paths::kCountry, "countrycode", kCountryCode), SetPath().c_str());
+  const HRESULT hr = root.SelectSingle(path.c_str(), *set);
   return FAILED(hr) ? hr : S_OK;
 }
 
@@ -110,7 +107,7 @@ HRESULT CXmlPreSetChannelParser::GetAreaCount(LONG* plArea) const {
   *plArea = 0;
   dom::Element set;
   const HRESULT hr = RequirePresetChannelSet(set);
-  return hr == S_OK ? xml::CountChildren(set, kAreaPath, plArea) : hr;
+  return hr == S_OK ? xml::CountChildren(set, paths::kArea, plArea) : hr;
 }
 
 HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) const {
@@ -118,8 +115,9 @@ HRESULT CXmlPreSetChannelParser::GetSubAreaCount(LONG lArea, LONG* plSubArea) co
   *plSubArea = 0;
   dom::Element set;
   const HRESULT hr = RequirePresetChannelSet(set);
-  return hr == S_OK ? xml::CountChildren(set, (AreaPath(lArea) + "/SubArea").c_str(), plSubArea)
-                    : hr;
+  if (hr != S_OK) return hr;
+  const std::string path = xml::Below(AreaPath(lArea), paths::kSubArea);
+  return xml::CountChildren(set, path.c_str(), plSubArea);
 }
 
 HRESULT CXmlPreSetChannelParser::GetAreaNameByIndex(LONG lArea, CHAR* pArea) const {
@@ -163,36 +161,16 @@ HRESULT CXmlPreSetChannelParser::GetArea(LONG* plArea, LONG* plSubArea) {
   return S_OK;
 }
 
-HRESULT CXmlPreSetChannelParser::GetSelectedSubArea(dom::Element* subArea) const {
+HRESULT CXmlPreSetChannelParser::GetSubArea(LONG lArea, LONG lSubArea,
+                                            dom::Element* subArea) const {
   if (subArea == nullptr) return E_POINTER;
   *subArea = dom::Element();
-  const HRESULT hr = SelectSubArea(m_area, m_subArea, *subArea);
+  const HRESULT hr = SelectSubArea(lArea, lSubArea, *subArea);
   return FAILED(hr) ? hr : S_OK;
 }
 
-HRESULT CXmlPreSetChannelParser::GetPresetChannelMgr(LONG lArea, LONG lSubArea,
-                                                     IChannelInfoMgr** ppChannelMgr) {
-  if (ppChannelMgr == nullptr) return E_POINTER;
-  *ppChannelMgr = nullptr;
-  DropList();
-  dom::Element subArea;
-  const HRESULT hr = SelectSubArea(lArea, lSubArea, subArea);
-  if (FAILED(hr)) return hr;
-  // No list, but S_OK, when it cannot be made: hosts look at the pointer.
-  IChannelInfoMgr* list = nullptr;
-  if (FAILED(CChanInfoMgr::CreateInstance(&list))) return S_OK;
-  m_list = ComPtr<CChanInfoMgr>::Attach(static_cast<CChanInfoMgr*>(list));
-  m_list->SetOwned(true);
-  m_list->SetSignalType(InputSignalISDBTerrestrialOneSeg);
-  RaiseLackOfMemory(m_list->Load(dom::kIidNode, subArea.Get()));
-  m_list->AddRef();
-  *ppChannelMgr = list;
-  return S_OK;
-}
-
-void CXmlPreSetChannelParser::DropList() {
-  if (m_list) m_list->SetOwned(false);
-  m_list.Reset();
+HRESULT CXmlPreSetChannelParser::GetSelectedSubArea(dom::Element* subArea) const {
+  return GetSubArea(m_area, m_subArea, subArea);
 }
 
 HRESULT CXmlPreSetChannelParser::GetCustomerArea(LONG& lArea, dom::Element& area) const {
@@ -219,11 +197,12 @@ HRESULT CXmlPreSetChannelParser::PrepareCustomerList(LONG lIndex, const CHAR* sz
 }
 
 HRESULT CXmlPreSetChannelParser::SaveCustomerChannelList(const dom::Element& source, LONG lIndex,
-                                                         const CHAR* szSubArea) {
+                                                         const CHAR* szSubArea,
+                                                         ChannelReader read) {
   if (!source || szSubArea == nullptr) return E_INVALIDARG;
   dom::Element list;
   if (PrepareCustomerList(lIndex, szSubArea, list) != S_OK) return E_FAIL;
-  CopyChannels(source, list);
+  CopyChannels(source, read, list);
   // Whether the file could be written is deliberately not told; callers have always been told S_OK.
   RaiseLackOfMemory(SaveFile());
   return S_OK;
@@ -239,6 +218,6 @@ HRESULT CXmlPreSetChannelParser::DeleteCustomerChannelList(LONG lIndex) {
   if (hr != S_OK) return hr;
   hr = area.RemoveChild(list);
   if (hr != S_OK) return hr;
-  Renumber(area);
+  RenumberSubAreas(area);
   return SaveFile();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "channels/chan_info_mgr.h"
 #include "core/interfaces.h"
 #include "platform/com_ptr.h"
 #include "xml/xml_document.h"
@@ -12,7 +11,9 @@
 /// unless said otherwise.
 class CXmlPreSetChannelParser : public CXmlDocument {
  public:
-  ~CXmlPreSetChannelParser() override { DropList(); }
+  /// Makes a record of the signal type from an element; raises lack of memory.
+  using ChannelReader = HRESULT (*)(const dom::Element& element, InputSignalType signalType,
+                                    ComPtr<IChannelInfo>& record);
 
   /// S_OK, or S_FALSE (the document's failure) for a missing or unreadable file: the document is
   /// then empty, and stays so. E_FAIL without a document.
@@ -35,25 +36,24 @@ class CXmlPreSetChannelParser : public CXmlDocument {
   /// The document's selection, else the remembered one; of both the low 16 bits, which are what is
   /// remembered from then on. Always S_OK but for a null pointer (E_INVALIDARG).
   HRESULT GetArea(LONG* plArea, LONG* plSubArea);
-  /// The sub-area of the remembered selection; S_OK with an empty element when there is none.
+  /// A sub-area; S_OK with an empty element when there is none.
+  HRESULT GetSubArea(LONG lArea, LONG lSubArea, dom::Element* subArea) const;
+  /// The sub-area of the remembered selection, in the same way.
   HRESULT GetSelectedSubArea(dom::Element* subArea) const;
-
-  /// A new list of a sub-area's channels, empty for an unknown one. The parser holds it until the
-  /// next call. The out-pointer is null on failure.
-  HRESULT GetPresetChannelMgr(LONG lArea, LONG lSubArea, IChannelInfoMgr** ppChannelMgr);
 
   /// Copies the one-segment channels of a Country element of the channel file into the customer
   /// list `lIndex`, names the list and saves the file; the save's outcome is not told. Channels of
   /// the list are replaced by their index, others stay. A list that is not there is appended with
   /// the next free number, whatever `lIndex` says: E_FAIL unless the two are equal, and the new
   /// list then stays in the document. E_INVALIDARG for an empty source or a null name.
-  HRESULT SaveCustomerChannelList(const dom::Element& source, LONG lIndex, const CHAR* szSubArea);
+  /// `read` makes the records that carry the channels over; what it does not make is left out.
+  HRESULT SaveCustomerChannelList(const dom::Element& source, LONG lIndex, const CHAR* szSubArea,
+                                  ChannelReader read);
   /// Removes a customer list, numbers the rest 0, 1, 2, ... and answers what saving the file does.
   /// S_FALSE, and nothing happens, where there is no such list.
   HRESULT DeleteCustomerChannelList(LONG lIndex);
 
  private:
-  void DropList();
   /// As GetPresetChannelSet, E_FAIL when the file lacks it.
   HRESULT RequirePresetChannelSet(dom::Element& set) const;
   /// S_FALSE and an empty element where there is none.
@@ -65,5 +65,4 @@ class CXmlPreSetChannelParser : public CXmlDocument {
 
   LONG m_area = 0;
   LONG m_subArea = 0;
-  ComPtr<CChanInfoMgr> m_list;  // the preset list that was handed out last
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/interfaces.h"
+#include "xml/element_paths.h"
 #include "xml/xml_document.h"
 
 /// SatelliteInfo.xml: below a document element of any name SAT_TABLE / Satellite / C-Band and
@@ -11,14 +12,14 @@ class CXmlSatParser : public CXmlDocument {
   /// S_FALSE for a file that is missing or cannot be read; the document is then empty and the dirty
   /// flag as it was. E_FAIL without a document.
   HRESULT Load() { return LoadOrEmpty(); }
-  /// As CXmlDocument::SaveUnlessDirty.
-  HRESULT Save() { return SaveUnlessDirty(); }
+  /// As CXmlDocument::SaveWhenClean.
+  HRESULT Save() { return SaveWhenClean(); }
 
   /// The first SAT_TABLE below the document element, appended where it is missing. E_FAIL without a
   /// document or a document element; E_POINTER for null, after the element was made.
-  HRESULT GetSatTable(dom::Element* table) { return FindOrAppend("SAT_TABLE", table); }
+  HRESULT GetSatTable(dom::Element* table) { return FindOrAppend(xml::paths::kSatTable, table); }
   /// The same for LNB_TABLE.
-  HRESULT GetLNBTable(dom::Element* table) { return FindOrAppend("LNB_TABLE", table); }
+  HRESULT GetLNBTable(dom::Element* table) { return FindOrAppend(xml::paths::kLNBTable, table); }
 
   // Children of a table or a band element. E_POINTER for null or an empty element.
   static HRESULT CountSatellites(const dom::Element& table, LONG* count);

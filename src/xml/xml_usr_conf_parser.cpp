@@ -1,17 +1,20 @@
 #include "xml/xml_usr_conf_parser.h"
 
+#include <iterator>
+
 #include "xml/dish_sat_index.h"
 #include "xml/xml_nodes.h"
 
 namespace {
 
-constexpr const char* kDishNames[] = {"DISH_1", "DISH_2", "DISH_3", "DISH_4"};
-constexpr const char* kDishPaths[] = {"./DISH_1", "./DISH_2", "./DISH_3", "./DISH_4"};
+namespace paths = xml::paths;
+
+static_assert(std::size(paths::kDishes) == CXmlUsrConfParser::kDishCount);
 
 // E_FAIL for whatever else than lack of memory goes wrong.
-HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& child) {
-  if (RaiseLackOfMemory(xml::CreateElementFor(parent, name, child)) != S_OK) return E_FAIL;
-  return parent.AppendChild(child) == S_OK ? S_OK : E_FAIL;
+HRESULT AppendNew(const dom::Element& parent, const char* path, dom::Element& child) {
+  const HRESULT hr = RaiseLackOfMemory(xml::AppendNew(parent, paths::NameOf(path), child));
+  return hr == S_OK ? S_OK : E_FAIL;
 }
 
 }  // namespace
@@ -35,10 +38,10 @@ HRESULT CXmlUsrConfParser::CreateNewDocument() {
   if (hr == S_OK) hr = Doc().AppendChild(root);
   if (hr != S_OK) return hr;
   dom::Element setting;
-  hr = AppendNew(root, "SAT_SETTING", setting);
-  for (const char* name : kDishNames) {
+  hr = AppendNew(root, paths::kSatSetting, setting);
+  for (const char* path : paths::kDishes) {
     dom::Element dish;
-    if (hr == S_OK) hr = AppendNew(setting, name, dish);
+    if (hr == S_OK) hr = AppendNew(setting, path, dish);
   }
   return hr;
 }
@@ -46,16 +49,16 @@ HRESULT CXmlUsrConfParser::CreateNewDocument() {
 HRESULT CXmlUsrConfParser::GetDish(const dom::Element& setting, UINT dish, dom::Element* element) {
   if (!setting || element == nullptr) return E_POINTER;
   if (dish >= kDishCount) return E_FAIL;
-  return xml::FindChild(setting, kDishPaths[dish], element) == S_OK ? S_OK : E_FAIL;
+  return xml::FindChild(setting, paths::kDishes[dish], element) == S_OK ? S_OK : E_FAIL;
 }
 
 HRESULT CXmlUsrConfParser::CountDishSats(const dom::Element& dish, LONG* count) {
-  return xml::CountChildren(dish, kDishSatPath, count);
+  return xml::CountChildren(dish, paths::kDishSat, count);
 }
 
 HRESULT CXmlUsrConfParser::GetDishSat(const dom::Element& dish, LONG position,
                                       dom::Element* element) {
-  return xml::GetChild(dish, kDishSatPath, position, element);
+  return xml::GetChild(dish, paths::kDishSat, position, element);
 }
 
 HRESULT CXmlUsrConfParser::FindOrCreateDishSat(const dom::Element& dish, IDishSatInfo* dishSat,
@@ -70,7 +73,7 @@ HRESULT CXmlUsrConfParser::RemoveAllDishSats(const dom::Element& setting) {
   for (UINT dish = 0; dish < kDishCount; ++dish) {
     dom::Element element;
     hr = GetDish(setting, dish, &element);
-    if (hr == S_OK) hr = xml::RemoveAllChildren(element, kDishSatPath);
+    if (hr == S_OK) hr = xml::RemoveAllChildren(element, paths::kDishSat);
   }
   return hr;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "core/interfaces.h"
+#include "xml/element_paths.h"
 #include "xml/xml_document.h"
 
 /// UserSettings.xml: below a document element of any name SAT_SETTING / DISH_1 to DISH_4 / SAT.
 class CXmlUsrConfParser : public CXmlDocument {
  public:
-  static constexpr char kDishSatPath[] = "./SAT";
   static constexpr UINT kDishCount = 4;
 
   /// Loads the file; a missing or unreadable one becomes the skeleton. E_FAIL without a document,
@@ -14,12 +14,14 @@ class CXmlUsrConfParser : public CXmlDocument {
   HRESULT Load();
   /// Adds the declaration, the document element and its four empty dishes to an empty document.
   HRESULT CreateNewDocument();
-  /// As CXmlDocument::SaveUnlessDirty. Nothing marks this document dirty, so every save writes.
-  HRESULT Save() { return SaveUnlessDirty(); }
+  /// As CXmlDocument::SaveWhenClean. Nothing marks this document dirty, so every save writes.
+  HRESULT Save() { return SaveWhenClean(); }
 
   /// The first SAT_SETTING below the document element, appended where it is missing. E_FAIL without
   /// a document or a document element; E_POINTER for null, after the element was made.
-  HRESULT GetSatSetting(dom::Element* setting) { return FindOrAppend("SAT_SETTING", setting); }
+  HRESULT GetSatSetting(dom::Element* setting) {
+    return FindOrAppend(xml::paths::kSatSetting, setting);
+  }
 
   /// The element of a dish, 0 to 3. E_FAIL for a greater number and for one that the file lacks:
   /// dishes are made with the skeleton only.

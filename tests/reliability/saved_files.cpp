@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "core/station_blocks.h"
-#include "core/tunedex.h"
+#include "database/tunedex.h"
 #include "support/expect.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -208,21 +209,31 @@ TEST(DishSatIndex, SilentRecordsAreEmptyOnes) {
   EXPECT_EQ("1", Attribute(sat, "mark"));
 }
 
-// What the codec makes of an element that was found is looked at when the next one is asked for.
+// An index that is left by an exception takes the last element away, if it is a new one.
 TEST(DishSatIndex, TakesBackWhatItMadeAlone) {
   const TextDocument document(
       "<D><SAT id='a' band='Ku' LNB_Low='1' LNB_High='2' LNB_Switch='3'/></D>");
-  xml::DishSatIndex index(document.root);
-  dom::Element sat;
-  ExpectHr(S_OK, index.FindOrCreate(Make({"a", "Ku", 1, 2, 3}).Get(), sat));
-  index.TakeBack();
-  EXPECT_EQ(1, Count(document.root, "./SAT")) << "it was there before";
-  ExpectHr(S_OK, index.FindOrCreate(Make({"b", "Ku", 1, 2, 3}).Get(), sat));
-  EXPECT_EQ(2, Count(document.root, "./SAT"));
-  index.TakeBack();
-  EXPECT_EQ(1, Count(document.root, "./SAT"));
+  const auto find = [&](const std::vector<Assignment>& assignments, bool raise) {
+    try {
+      xml::DishSatIndex index(document.root);
+      for (const Assignment& assignment : assignments) {
+        dom::Element sat;
+        ExpectHr(S_OK, index.FindOrCreate(Make(assignment).Get(), sat));
+      }
+      if (raise) throw std::bad_alloc();
+    } catch (const std::bad_alloc&) {
+    }
+    return Count(document.root, "./SAT");
+  };
+  const Assignment old = {"a", "Ku", 1, 2, 3};
+  const Assignment made = {"b", "Ku", 1, 2, 3};
+  EXPECT_EQ(1, find({old}, true)) << "it was there before";
+  EXPECT_EQ(1, find({made}, true));
+  EXPECT_EQ(2, find({made, old}, true)) << "only the last one";
+  EXPECT_EQ(3, find({made}, false));
 }
 
+// What the codec makes of an element that was found is looked at when the next one is asked for.
 TEST(DishSatIndex, AnElementThatBecomesAnother) {
   const Assignment a = {"a", "Ku", 1, 2, 3};
   const Assignment b = {"b", "Ku", 1, 2, 3};

@@ -32,7 +32,7 @@ std::string GoldenTree(const char* name) { return Formatted(TextDocument(PresetD
 TEST(CustomerList, ANewOneIsAppended) {
   PresetFile file(PresetData("presets.xml"));
   ExpectHr(S_OK,
-           file->SaveCustomerChannelList(
+           file.SaveCustomerChannelList(
                CountryOf(ChannelXml(1, "VHdv", 26) + ChannelXml(2, "T25l", 27)), 2, "summer"));
   EXPECT_EQ(GoldenTree("stored_new.xml"), file.SavedTree());
   EXPECT_EQ(1U, file.Files().Count());
@@ -43,7 +43,7 @@ TEST(CustomerList, ANewOneIsAppended) {
 
 TEST(CustomerList, AnOldOneIsRenamedAndItsChannelsReplacedByTheirIndex) {
   PresetFile file(PresetData("presets.xml"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(
+  ExpectHr(S_OK, file.SaveCustomerChannelList(
                      CountryOf(ChannelXml(2, "VHdv", 22) + ChannelXml(3, "T25l", 21) +
                                ChannelXml(9, "VHdv", 24)),
                      0, "cottage"));
@@ -56,32 +56,32 @@ TEST(CustomerList, AnOldOneIsRenamedAndItsChannelsReplacedByTheirIndex) {
 // Twice under the same number, from channels that overlap.
 TEST(CustomerList, StoredTwice) {
   PresetFile file(PresetData("presets.xml"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(
+  ExpectHr(S_OK, file.SaveCustomerChannelList(
                      CountryOf(ChannelXml(1, "T25l", 11) + ChannelXml(5, "T25l", 15)), 2, "x"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(
+  ExpectHr(S_OK, file.SaveCustomerChannelList(
                      CountryOf(ChannelXml(5, "T25l", 25) + ChannelXml(3, "T25l", 23)), 2, "y"));
   EXPECT_EQ(3, file.SubAreaCount(2));
   EXPECT_EQ("y", file.SubAreaName(2, 2));
   EXPECT_EQ("1:11 3:23 5:25", ChannelsOf(file.List(2, 2)));
   const std::string once = file.SavedTree();
-  ExpectHr(S_OK, file->SaveCustomerChannelList(CountryOf(ChannelXml(5, "T25l", 25)), 2, "y"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(CountryOf(ChannelXml(5, "T25l", 25)), 2, "y"));
   EXPECT_EQ(once, file.SavedTree()) << "children of a channel do not pile up either";
 }
 
 // New lists are numbered by how many there are, whatever number was asked for.
 TEST(CustomerList, ANumberBeyondTheNextOneFails) {
   PresetFile file(PresetData("presets.xml"));
-  ExpectHr(E_FAIL, file->SaveCustomerChannelList(CountryOf(ChannelXml(1, "T25l", 27)), 5, "far"));
+  ExpectHr(E_FAIL, file.SaveCustomerChannelList(CountryOf(ChannelXml(1, "T25l", 27)), 5, "far"));
   EXPECT_EQ(3, file.SubAreaCount(2)) << "the new one stays in memory";
   EXPECT_EQ("far", file.SubAreaName(2, 2));
   EXPECT_EQ("", ChannelsOf(file.List(2, 2)));
   EXPECT_EQ(PresetData("presets.xml"), file.Saved());
   // The next attempt finds it when it asks for the number that it got.
-  ExpectHr(S_OK, file->SaveCustomerChannelList(CountryOf(ChannelXml(1, "T25l", 27)), 2, "near"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(CountryOf(ChannelXml(1, "T25l", 27)), 2, "near"));
   EXPECT_EQ(3, file.SubAreaCount(2));
   EXPECT_EQ("near", file.SubAreaName(2, 2));
   EXPECT_EQ("1:27", ChannelsOf(file.List(2, 2)));
-  ExpectHr(E_FAIL, file->SaveCustomerChannelList(CountryOf(""), -1, "negative"));
+  ExpectHr(E_FAIL, file.SaveCustomerChannelList(CountryOf(""), -1, "negative"));
   EXPECT_EQ(4, file.SubAreaCount(2));
 }
 
@@ -90,11 +90,11 @@ TEST(CustomerList, GapsAndDoublesInTheNumbers) {
       PresetXml("<Area AreaIndex='0'><SubArea SubAreaIndex='1' name='one'/><SubArea "
                 "SubAreaIndex='1' name='two'/><SubArea SubAreaIndex='4'/></Area>"));
   const dom::Element source = CountryOf(ChannelXml(1, "T25l", 27));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(source, 1, "first of its number"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(source, 1, "first of its number"));
   EXPECT_EQ("first of its number", file.SubAreaName(0, 1));
-  ExpectHr(E_FAIL, file->SaveCustomerChannelList(source, 0, "a gap is not filled"));
+  ExpectHr(E_FAIL, file.SaveCustomerChannelList(source, 0, "a gap is not filled"));
   EXPECT_EQ(4, file.SubAreaCount(0));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(source, 3, "got the next number"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(source, 3, "got the next number"));
   EXPECT_EQ(4, file.SubAreaCount(0));
   // Deleting numbers all of them.
   ExpectHr(S_OK, file->DeleteCustomerChannelList(1));
@@ -106,12 +106,12 @@ TEST(CustomerList, GapsAndDoublesInTheNumbers) {
 TEST(CustomerList, TheAreaIsTheOneWithTheHighestNumberThatIsExpected) {
   // Out of order: the second element is the third area.
   PresetFile file(PresetXml("<Area AreaIndex='1'/><Area AreaIndex='2'/><Area AreaIndex='0'/>"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(CountryOf(""), 0, "empty"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(CountryOf(""), 0, "empty"));
   EXPECT_EQ(1, file.SubAreaCount(2));
   // Three areas, none of which is number two.
   PresetFile gap(PresetXml("<Area AreaIndex='0'/><Area AreaIndex='1'/><Area AreaIndex='3'/>"));
   const std::string tree = gap.Tree();
-  ExpectHr(E_FAIL, gap->SaveCustomerChannelList(CountryOf(""), 0, "nowhere"));
+  ExpectHr(E_FAIL, gap.SaveCustomerChannelList(CountryOf(""), 0, "nowhere"));
   ExpectHr(S_FALSE, gap->DeleteCustomerChannelList(0));
   EXPECT_EQ(tree, gap.Tree());
 }
@@ -120,12 +120,12 @@ TEST(CustomerList, TheSourceIsACountryOrAChannelSet) {
   PresetFile file(ThreeLists());
   const std::string channels = ChannelXml(7, "T25l", 27);
   ExpectHr(S_OK,
-           file->SaveCustomerChannelList(SourceOf(kSet + channels + "</ChannelSet>"), 3, "set"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(CountryOf(channels), 4, "country"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(SourceOf("<X>" + ChannelXml(8, "T25l", 28) + kSet +
-                                                        channels + "</ChannelSet></X>"),
-                                               5, "own channels first"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(SourceOf("<Country/>"), 6, "none"));
+           file.SaveCustomerChannelList(SourceOf(kSet + channels + "</ChannelSet>"), 3, "set"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(CountryOf(channels), 4, "country"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(SourceOf("<X>" + ChannelXml(8, "T25l", 28) + kSet +
+                                                       channels + "</ChannelSet></X>"),
+                                              5, "own channels first"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(SourceOf("<Country/>"), 6, "none"));
   EXPECT_EQ("7:27", ChannelsOf(file.List(0, 3)));
   EXPECT_EQ("7:27", ChannelsOf(file.List(0, 4)));
   EXPECT_EQ("8:28", ChannelsOf(file.List(0, 5)));
@@ -136,7 +136,7 @@ TEST(CustomerList, TheSourceIsACountryOrAChannelSet) {
 TEST(CustomerList, ChannelsThatCannotBeCopiedAreLeftOut) {
   PresetFile file(ThreeLists());
   // No index is one index more; a channel without one gets 0.
-  ExpectHr(S_OK, file->SaveCustomerChannelList(
+  ExpectHr(S_OK, file.SaveCustomerChannelList(
                      CountryOf(ChannelXml(-1, "T25l", 1) + "<Channel physicalChannel='2'/>" +
                                ChannelXml(6, "T25l", 3) + ChannelXml(6, "T25l", 4)),
                      1, "b"));
@@ -211,7 +211,7 @@ TEST(CustomerListSaving, ThatFailsLeavesTheFile) {
   // What stands in the file's place now cannot be replaced.
   std::filesystem::remove(path);
   std::filesystem::create_directory(path);
-  ExpectHr(S_OK, file->SaveCustomerChannelList(CountryOf(""), 0, "not told"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(CountryOf(""), 0, "not told"));
   EXPECT_TRUE(FAILED(file->DeleteCustomerChannelList(0)));
   EXPECT_TRUE(std::filesystem::is_directory(path));
   EXPECT_TRUE(std::filesystem::is_empty(path));

@@ -3,6 +3,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "channels/channel_loading.h"
+
 namespace {
 
 std::string Contents(const std::string& path) {
@@ -71,9 +73,14 @@ std::string PresetFile::SubAreaName(LONG lArea, LONG lSubArea) {
   return name;
 }
 
+HRESULT PresetFile::SaveCustomerChannelList(const dom::Element& source, LONG lIndex,
+                                            const CHAR* szSubArea) {
+  return m_parser.SaveCustomerChannelList(source, lIndex, szSubArea, LoadChannel);
+}
+
 ComPtr<IChannelInfoMgr> PresetFile::List(LONG lArea, LONG lSubArea) {
   ComPtr<IChannelInfoMgr> list;
-  ExpectHr(S_OK, m_parser.GetPresetChannelMgr(lArea, lSubArea, list.Receive()));
+  ExpectHr(S_OK, GetPresetChannelMgr(lArea, lSubArea, list.Receive()));
   return list;
 }
 

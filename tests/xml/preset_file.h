@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "database/preset_list.h"
 #include "platform/com_ptr.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
@@ -43,11 +44,17 @@ class PresetFile {
   LONG SubAreaCount(LONG lArea);
   std::string AreaName(LONG lArea);
   std::string SubAreaName(LONG lArea, LONG lSubArea);
+  /// As a database asks for a list and stores one.
+  HRESULT GetPresetChannelMgr(LONG lArea, LONG lSubArea, IChannelInfoMgr** list) {
+    return m_list.Make(m_parser, lArea, lSubArea, list);
+  }
+  HRESULT SaveCustomerChannelList(const dom::Element& source, LONG lIndex, const CHAR* szSubArea);
   ComPtr<IChannelInfoMgr> List(LONG lArea, LONG lSubArea);
 
  private:
   TempDir m_dir;
   CXmlPreSetChannelParser m_parser;
+  PresetList m_list;
 };
 
 /// "index:physical channel" of every channel, in list order.

@@ -105,7 +105,7 @@ TEST(SamplePresets, KnownStations) {
 TEST(SamplePresets, TheCustomersListCanBeReplaced) {
   PresetFile file(SamplePresets());
   ExpectHr(S_OK, file->DeleteCustomerChannelList(0));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(SourceOf("<Country/>"), 0, "mine"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(SourceOf("<Country/>"), 0, "mine"));
   PresetFile saved(file.Saved());
   EXPECT_EQ(1, saved.SubAreaCount(8));
   EXPECT_EQ("mine", saved.SubAreaName(8, 0));

@@ -11,7 +11,7 @@
 
 #include "core/interfaces.h"
 #include "core/station_blocks.h"
-#include "core/tunedex.h"
+#include "database/tunedex.h"
 #include "platform/com_ptr.h"
 #include "platform/dom.h"
 #include "support/expect.h"

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "channels/channel_loading.h"
 #include "xml/preset_file.h"
 
 namespace {
@@ -28,9 +29,9 @@ void ExpectNoPresets(CXmlPreSetChannelParser& parser, const std::string& what) {
   ExpectHr(E_FAIL, parser.GetSelectedSubArea(&element));
   EXPECT_FALSE(element);
   ComPtr<IChannelInfoMgr> list;
-  ExpectHr(E_FAIL, parser.GetPresetChannelMgr(0, 0, list.Receive()));
+  ExpectHr(E_FAIL, PresetList().Make(parser, 0, 0, list.Receive()));
   EXPECT_FALSE(list);
-  ExpectHr(E_FAIL, parser.SaveCustomerChannelList(SourceOf("<Country/>"), 0, "name"));
+  ExpectHr(E_FAIL, parser.SaveCustomerChannelList(SourceOf("<Country/>"), 0, "name", LoadChannel));
   ExpectHr(E_FAIL, parser.DeleteCustomerChannelList(0));
 }
 
@@ -88,15 +89,15 @@ TEST(PresetFileParser, NullPointers) {
   LONG number = 7;
   ExpectHr(E_POINTER, file->GetPresetChannelSet(nullptr));
   ExpectHr(E_POINTER, file->GetSelectedSubArea(nullptr));
-  ExpectHr(E_POINTER, file->GetPresetChannelMgr(0, 0, nullptr));
+  ExpectHr(E_POINTER, file.GetPresetChannelMgr(0, 0, nullptr));
   ExpectHr(E_INVALIDARG, file->GetAreaCount(nullptr));
   ExpectHr(E_INVALIDARG, file->GetSubAreaCount(0, nullptr));
   ExpectHr(E_INVALIDARG, file->GetAreaNameByIndex(0, nullptr));
   ExpectHr(E_INVALIDARG, file->GetSubAreaNameByIndex(0, 0, nullptr));
   ExpectHr(E_INVALIDARG, file->GetArea(&number, nullptr));
   ExpectHr(E_INVALIDARG, file->GetArea(nullptr, &number));
-  ExpectHr(E_INVALIDARG, file->SaveCustomerChannelList(dom::Element(), 0, "name"));
-  ExpectHr(E_INVALIDARG, file->SaveCustomerChannelList(SourceOf("<Country/>"), 0, nullptr));
+  ExpectHr(E_INVALIDARG, file.SaveCustomerChannelList(dom::Element(), 0, "name"));
+  ExpectHr(E_INVALIDARG, file.SaveCustomerChannelList(SourceOf("<Country/>"), 0, nullptr));
   EXPECT_EQ(7, number);
   EXPECT_EQ(PresetData("presets.xml"), file.Saved());
 }
@@ -165,7 +166,7 @@ TEST(PresetFileParser, WithoutAreas) {
   PresetFile file(PresetXml(""));
   EXPECT_EQ(0, file.AreaCount());
   EXPECT_EQ(0, file.SubAreaCount(0));
-  ExpectHr(E_FAIL, file->SaveCustomerChannelList(SourceOf("<Country/>"), 0, "name"));
+  ExpectHr(E_FAIL, file.SaveCustomerChannelList(SourceOf("<Country/>"), 0, "name"));
   ExpectHr(S_FALSE, file->DeleteCustomerChannelList(0));
   EXPECT_EQ("", ChannelsOf(file.List(0, 0)));
   EXPECT_EQ(PresetXml(""), file.Saved());
@@ -304,7 +305,7 @@ TEST(PresetFileList, IsHeldUntilTheNextOne) {
   PresetFile file(PresetData("presets.xml"));
   const ComPtr<IChannelInfoMgr> first = file.List(0, 0);
   ExpectRefCount(2, first.Get());
-  ExpectHr(E_POINTER, file->GetPresetChannelMgr(0, 0, nullptr));
+  ExpectHr(E_POINTER, file.GetPresetChannelMgr(0, 0, nullptr));
   ExpectRefCount(2, first.Get());
   const ComPtr<IChannelInfoMgr> second = file.List(1, 0);
   ExpectRefCount(1, first.Get());
@@ -314,7 +315,7 @@ TEST(PresetFileList, IsHeldUntilTheNextOne) {
   EXPECT_EQ("4:25", ChannelsOf(second));
   // It goes also when there is no next one.
   ComPtr<IChannelInfoMgr> none;
-  ExpectHr(E_FAIL, file->GetPresetChannelMgr(0, 0, none.Receive()));
+  ExpectHr(E_FAIL, file.GetPresetChannelMgr(0, 0, none.Receive()));
   ExpectRefCount(1, second.Get());
   EXPECT_EQ("1:27 2:26", ChannelsOf(first));
 }

@@ -16,14 +16,14 @@ dom::Element Channels(const std::string& channels) {
 
 TEST(PresetFileBytes, OfAStoredList) {
   PresetFile file(PresetData("presets.xml"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(
+  ExpectHr(S_OK, file.SaveCustomerChannelList(
                      Channels(ChannelXml(1, "VHdv", 26) + ChannelXml(2, "T25l", 27)), 2, "summer"));
   EXPECT_EQ(PresetData("stored_new.xml"), file.Saved());
 }
 
 TEST(PresetFileBytes, OfAListStoredAgain) {
   PresetFile file(PresetData("presets.xml"));
-  ExpectHr(S_OK, file->SaveCustomerChannelList(
+  ExpectHr(S_OK, file.SaveCustomerChannelList(
                      Channels(ChannelXml(2, "VHdv", 22) + ChannelXml(3, "T25l", 21) +
                               ChannelXml(9, "VHdv", 24)),
                      0, "cottage"));
@@ -74,12 +74,12 @@ TEST(PresetFileNames, OfStoredLists) {
   {
     const CodePageScope page(932);
     PresetFile file(xml);
-    ExpectHr(S_OK, file->SaveCustomerChannelList(Channels(""), 0, narrow.c_str()));
+    ExpectHr(S_OK, file.SaveCustomerChannelList(Channels(""), 0, narrow.c_str()));
     EXPECT_NE(std::string::npos, file.Saved().find("name=\"" + utf8 + "\""));
     EXPECT_EQ(narrow.substr(0, 258), file.SubAreaName(0, 0));
   }
   PresetFile file(xml);
-  ExpectHr(S_OK, file->SaveCustomerChannelList(Channels(""), 0, utf8.c_str()));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(Channels(""), 0, utf8.c_str()));
   EXPECT_NE(std::string::npos, file.Saved().find("name=\"" + utf8 + "\""));
   EXPECT_EQ(utf8.substr(0, 258), file.SubAreaName(0, 0));
 }
@@ -88,7 +88,7 @@ TEST(PresetFileNames, OfStoredLists) {
 TEST(PresetFileNames, ThatXmlCannotHoldLeaveTheFile) {
   const std::string xml = PresetXml("<Area AreaIndex='0'/>");
   PresetFile file(xml);
-  ExpectHr(S_OK, file->SaveCustomerChannelList(Channels(""), 0, "a\x01z"));
+  ExpectHr(S_OK, file.SaveCustomerChannelList(Channels(""), 0, "a\x01z"));
   EXPECT_EQ(xml, file.Saved());
   ExpectHr(S_OK, file->DeleteCustomerChannelList(0));
   EXPECT_EQ(1U, file.Files().Count());

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-#include "core/tunedex.h"
+#include "database/tunedex.h"
 #include "platform/com_ptr.h"
 #include "support/expect.h"
 #include "support/temp_dir.h"

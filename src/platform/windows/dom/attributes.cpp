@@ -9,15 +9,14 @@
 namespace dom {
 namespace {
 
-using msxml::ElementOf;
-
 /// S_FALSE, and the value untouched, when the attribute is missing.
 HRESULT Read(IUnknown* node, const char* name, Bstr& value) {
   if (node == nullptr || name == nullptr) return E_INVALIDARG;
   // No element has such an attribute; Wine would call it a failure.
   if (!IsQualifiedName(name)) return S_FALSE;
   msxml::Variant variant;
-  const HRESULT hr = ElementOf(node)->getAttribute(text::FromNarrow(name).Get(), variant.Receive());
+  const HRESULT hr =
+      msxml::ElementOf(node)->getAttribute(text::FromNarrow(name).Get(), variant.Receive());
   if (FAILED(hr)) return hr;
   if (!variant.IsText()) return S_FALSE;
   value = variant.TakeText();
@@ -36,7 +35,7 @@ bool IsWritable(IUnknown* node, const char* name) {
 HRESULT Write(IUnknown* node, const char* name, Bstr value) {
   if (node == nullptr || name == nullptr || !IsWritable(node, name)) return E_INVALIDARG;
   const msxml::Variant variant(std::move(value));
-  return ElementOf(node)->setAttribute(text::FromNarrow(name).Get(), variant.Get());
+  return msxml::ElementOf(node)->setAttribute(text::FromNarrow(name).Get(), variant.Get());
 }
 
 HRESULT Visit(IXMLDOMNode* attribute, const Element::AttributeVisitor& visit) {
@@ -92,7 +91,7 @@ HRESULT Element::SetNarrow(const char* name, std::string_view value) const {
 HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {
   if (!m_node) return E_INVALIDARG;
   ComPtr<IXMLDOMNamedNodeMap> map;
-  HRESULT hr = ElementOf(m_node)->get_attributes(map.Receive());
+  HRESULT hr = msxml::ElementOf(m_node)->get_attributes(map.Receive());
   LONG count = 0;
   if (SUCCEEDED(hr) && map) hr = map->get_length(&count);
   for (LONG i = 0; SUCCEEDED(hr) && i < count; ++i) {

@@ -9,8 +9,6 @@
 namespace dom {
 namespace {
 
-using msxml::ElementOf;
-
 HRESULT FirstElementFrom(ComPtr<IXMLDOMNode> node, Element& out) {
   while (node) {
     if (SUCCEEDED(Element::From(node.Get(), out))) return S_OK;
@@ -53,14 +51,14 @@ ULONG Element::Release() {
 HRESULT Element::TagName(std::string& name) const {
   if (!m_node) return E_INVALIDARG;
   Bstr tag;
-  const HRESULT hr = ElementOf(m_node)->get_tagName(tag.Receive());
+  const HRESULT hr = msxml::ElementOf(m_node)->get_tagName(tag.Receive());
   if (hr == S_OK) name = text::ToUtf8(tag.View());
   return hr;
 }
 
 bool Element::HasTag(std::string_view name) const {
   Bstr tag;
-  if (!m_node || ElementOf(m_node)->get_tagName(tag.Receive()) != S_OK) return false;
+  if (!m_node || msxml::ElementOf(m_node)->get_tagName(tag.Receive()) != S_OK) return false;
   const WideView wide = tag.View();
   return std::equal(
       wide.begin(), wide.end(), name.begin(), name.end(),
@@ -71,7 +69,7 @@ HRESULT Element::OwnerDocument(Document& out) const {
   out.Close();
   if (!m_node) return E_INVALIDARG;
   ComPtr<IXMLDOMDocument> document;
-  const HRESULT hr = ElementOf(m_node)->get_ownerDocument(document.Receive());
+  const HRESULT hr = msxml::ElementOf(m_node)->get_ownerDocument(document.Receive());
   if (FAILED(hr)) return hr;
   if (!document) return S_FALSE;
   return document->QueryInterface(msxml::kIidDocument2, &out.m_document);
@@ -81,7 +79,7 @@ HRESULT Element::SelectSingle(const char* path, Element& out) const {
   if (!m_node || path == nullptr || !Path::Parse(path)) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> node;
   const HRESULT hr =
-      ElementOf(m_node)->selectSingleNode(text::FromNarrow(path).Get(), node.Receive());
+      msxml::ElementOf(m_node)->selectSingleNode(text::FromNarrow(path).Get(), node.Receive());
   // Only now: `out` may be this very handle.
   out = Element();
   if (FAILED(hr)) return hr;
@@ -92,7 +90,7 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
   out = ElementList();
   if (!m_node || path == nullptr || !Path::Parse(path)) return E_INVALIDARG;
   ComPtr<IXMLDOMNodeList> list;
-  HRESULT hr = ElementOf(m_node)->selectNodes(text::FromNarrow(path).Get(), list.Receive());
+  HRESULT hr = msxml::ElementOf(m_node)->selectNodes(text::FromNarrow(path).Get(), list.Receive());
   LONG count = 0;
   if (SUCCEEDED(hr)) hr = list->get_length(&count);
   if (FAILED(hr) || count <= 0) return hr;
@@ -110,7 +108,7 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
 HRESULT Element::AppendChild(const Element& child) const {
   if (!m_node || !child) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> appended;
-  return ElementOf(m_node)->appendChild(ElementOf(child.m_node), appended.Receive());
+  return msxml::ElementOf(m_node)->appendChild(msxml::ElementOf(child.m_node), appended.Receive());
 }
 
 HRESULT Element::InsertBefore(const Element& child, const Element& before) const {
@@ -118,25 +116,26 @@ HRESULT Element::InsertBefore(const Element& child, const Element& before) const
   if (!m_node || !child) return E_INVALIDARG;
   const msxml::Variant reference(before.m_node);
   ComPtr<IXMLDOMNode> inserted;
-  return ElementOf(m_node)->insertBefore(ElementOf(child.m_node), reference.Get(),
-                                         inserted.Receive());
+  return msxml::ElementOf(m_node)->insertBefore(msxml::ElementOf(child.m_node), reference.Get(),
+                                                inserted.Receive());
 }
 
 HRESULT Element::RemoveChild(const Element& child) const {
   if (!m_node || !child) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> removed;
-  return ElementOf(m_node)->removeChild(ElementOf(child.m_node), removed.Receive());
+  return msxml::ElementOf(m_node)->removeChild(msxml::ElementOf(child.m_node), removed.Receive());
 }
 
 bool Element::HasChildNodes() const {
   VARIANT_BOOL hasAny = VARIANT_FALSE;
-  return m_node && ElementOf(m_node)->hasChildNodes(&hasAny) == S_OK && hasAny == VARIANT_TRUE;
+  return m_node && msxml::ElementOf(m_node)->hasChildNodes(&hasAny) == S_OK &&
+         hasAny == VARIANT_TRUE;
 }
 
 HRESULT Element::FirstChildElement(Element& out) const {
   if (!m_node) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> child;
-  const HRESULT hr = ElementOf(m_node)->get_firstChild(child.Receive());
+  const HRESULT hr = msxml::ElementOf(m_node)->get_firstChild(child.Receive());
   out = Element();
   return FAILED(hr) ? hr : FirstElementFrom(std::move(child), out);
 }
@@ -144,7 +143,7 @@ HRESULT Element::FirstChildElement(Element& out) const {
 HRESULT Element::NextSiblingElement(Element& out) const {
   if (!m_node) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> sibling;
-  const HRESULT hr = ElementOf(m_node)->get_nextSibling(sibling.Receive());
+  const HRESULT hr = msxml::ElementOf(m_node)->get_nextSibling(sibling.Receive());
   out = Element();
   return FAILED(hr) ? hr : FirstElementFrom(std::move(sibling), out);
 }

@@ -16,6 +16,9 @@ inline constexpr IID kIidDocument = {
 inline constexpr IID kIidDocument2 = {
     0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
+/// The element behind a handle of one, which always holds the element's own interface.
+inline IXMLDOMElement* ElementOf(IUnknown* node) { return static_cast<IXMLDOMElement*>(node); }
+
 /// Owns what a VARIANT holds.
 class Variant {
  public:

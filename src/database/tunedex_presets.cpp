@@ -1,5 +1,6 @@
 // The presets and customer lists of one-segment reception.
-#include "core/tunedex.h"
+#include "channels/channel_loading.h"
+#include "database/tunedex.h"
 #include "platform/com_error.h"
 #include "platform/lack_of_memory.h"
 
@@ -61,7 +62,8 @@ HRESULT CTunedex::SaveCustomerChannelList(LONG lIndex, const CHAR* szSubArea) {
     const HRESULT hr = m_channelFile.FindOrCreateCountry(m_countryCode, &country);
     if (FAILED(hr)) return hr;
     if (m_signalType == InputSignalISDBTerrestrialOneSeg) {
-      RaiseLackOfMemory(m_presetFile.SaveCustomerChannelList(country, lIndex, szSubArea));
+      RaiseLackOfMemory(
+          m_presetFile.SaveCustomerChannelList(country, lIndex, szSubArea, LoadChannel));
     }
     // Deliberately the country element's remaining reference count and not the outcome of the
     // store.
@@ -76,5 +78,5 @@ HRESULT CTunedex::DeleteCustomerChannelList(LONG lIndex) {
 
 HRESULT CTunedex::GetPresetChannelMgr(LONG lArea, LONG lSubArea, IChannelInfoMgr** ppChannelMgr) {
   return AnsweringLackOfMemory(
-      [=, this] { return m_presetFile.GetPresetChannelMgr(lArea, lSubArea, ppChannelMgr); });
+      [=, this] { return m_presetList.Make(m_presetFile, lArea, lSubArea, ppChannelMgr); });
 }

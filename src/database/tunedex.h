@@ -6,6 +6,7 @@
 #include "channels/chan_info_mgr_group.h"
 #include "core/aggregatable.h"
 #include "core/interfaces.h"
+#include "database/preset_list.h"
 #include "platform/bstr.h"
 #include "satellite/dish_sat_info_mgr.h"
 #include "satellite/lnb_info_mgr.h"
@@ -83,4 +84,5 @@ class CTunedex final : public Aggregatable<IZorTunedex> {
   CSatelliteInfoMgr m_satellites;
   CLNBInfoMgr m_lnbs;
   CDishSatInfoMgr m_dishes;
+  PresetList m_presetList;
 };

@@ -1,6 +1,4 @@
-#include "core/tunedex.h"
-
-#include <new>
+#include "database/tunedex.h"
 
 #include "platform/com_error.h"
 #include "platform/com_ptr.h"
@@ -14,11 +12,12 @@ CTunedex::CTunedex(IUnknown* outer) : Aggregatable(outer, IID_IZorTunedex) {
 }
 
 HRESULT CTunedex::CreateInstance(IUnknown* outer, REFIID riid, void** ppv) {
-  const auto object = new (std::nothrow) CTunedex(outer);
-  if (object == nullptr) return E_OUTOFMEMORY;
-  const ComPtr<IUnknown> own = ComPtr<IUnknown>::Attach(object->OwnUnknown());
-  const HRESULT hr = object->FinalConstruct();
-  return FAILED(hr) ? hr : own->QueryInterface(riid, ppv);
+  return AnsweringLackOfMemory([=, &riid] {
+    const auto object = new CTunedex(outer);
+    const ComPtr<IUnknown> own = ComPtr<IUnknown>::Attach(object->OwnUnknown());
+    const HRESULT hr = object->FinalConstruct();
+    return FAILED(hr) ? hr : own->QueryInterface(riid, ppv);
+  });
 }
 
 std::string CTunedex::PathOf(const char* fileName) const {

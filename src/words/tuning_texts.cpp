@@ -1,4 +1,4 @@
-#include "satellite/tuning_texts.h"
+#include "words/tuning_texts.h"
 
 #include <span>
 
@@ -203,15 +203,6 @@ HRESULT TextToSatDivision(BSTR text, ESatDivision* value) {
 }
 
 namespace tuning_texts {
-
-const char* FecRateWord(BinaryConvolutionCodeRate value) { return WordOf(kFecRate, value); }
-const char* ModulationWord(ModulationType value) { return WordOf(kModulation, value); }
-const char* PolarisationWord(Polarisation value) { return WordOf(kPolarisation, value); }
-const char* SpectralInversionWord(SpectralInversion value) {
-  return WordOf(kSpectralInversion, value);
-}
-const char* SatRegionWord(ESatRegion value) { return WordOf(kSatRegion, value); }
-const char* SatDivisionWord(ESatDivision value) { return WordOf(kSatDivision, value); }
 
 HRESULT FecRateFromNarrow(std::string_view narrow, BinaryConvolutionCodeRate* value) {
   return ReadNarrow(kFecRate, narrow, value);

@@ -1,5 +1,5 @@
 // The satellite catalogue and the user settings of a database.
-#include "core/tunedex.h"
+#include "database/tunedex.h"
 #include "platform/com_error.h"
 #include "platform/lack_of_memory.h"
 

@@ -34,16 +34,9 @@ HRESULT TextToSatRegion(BSTR text, ESatRegion* value);
 HRESULT SatDivisionToText(ESatDivision value, BSTR* text);
 HRESULT TextToSatDivision(BSTR text, ESatDivision* value);
 
-/// The same tables for callers that hold narrow text (ANSI code page), without any allocation.
+/// The same readers for callers that hold narrow text (ANSI code page), as the codecs do for every
+/// word of a file: without any allocation.
 namespace tuning_texts {
-
-/// The word that a value is written as; null when it has none, for region and division too.
-const char* FecRateWord(BinaryConvolutionCodeRate value);
-const char* ModulationWord(ModulationType value);
-const char* PolarisationWord(Polarisation value);
-const char* SpectralInversionWord(SpectralInversion value);
-const char* SatRegionWord(ESatRegion value);
-const char* SatDivisionWord(ESatDivision value);
 
 /// Result and `*value` as those of the readers above; the caller keeps `narrow`.
 HRESULT FecRateFromNarrow(std::string_view narrow, BinaryConvolutionCodeRate* value);
