@@ -1,11 +1,12 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "satellite/satellite_info.h"
 
 /// The satellite catalogue. It is a member of the database object and never destroyed through
 /// Release.
 class CSatelliteInfoMgr
-    : public CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, ISatelliteInfo> {
+    : public CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, CSatelliteInfo> {
  public:
   static constexpr char kPath[] = "./Satellite";
 
@@ -24,6 +25,6 @@ class CSatelliteInfoMgr
   HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
 
  private:
-  friend class CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, ISatelliteInfo>;
+  friend class CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, CSatelliteInfo>;
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
 };
