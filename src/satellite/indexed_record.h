@@ -8,8 +8,8 @@
 #include "records/record_list.h"
 #include "satellite/fields.h"
 
-/// Base of the satellite model's record class `C`, which implements the interface `I`: the index and
-/// the dirty flag that every record has.
+/// Base of the satellite model's record class `C`, which implements the interface `I`: the index
+/// and the dirty flag that every record has.
 template <typename C, typename I>
 class IndexedRecord : public OwnRecord<C, I> {
  public:
