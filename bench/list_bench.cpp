@@ -93,6 +93,56 @@ BENCHMARK(WalkAll)->Name("Walk/Television")->Apply(AllSizes);
 void WalkFavorites(benchmark::State& state) { Walk(state, 1, CountOf(state) / 10); }
 BENCHMARK(WalkFavorites)->Name("Walk/Favourites")->Apply(AllSizes);
 
+// Records of a scan, each with its index, in the order in which they are added.
+std::vector<ComPtr<IChannelInfo>> ScannedRecords(IChannelInfoMgr* list,
+                                                 const std::vector<UINT>& indexes) {
+  std::vector<ComPtr<IChannelInfo>> records;
+  for (const UINT index : indexes) {
+    records.emplace_back();
+    list->CreateChannelInfo(records.back().Receive());
+    records.back()->SetChannelIndex(index);
+  }
+  return records;
+}
+
+// Adds to an empty list, and looks where the last one is.
+template <typename Order>
+void Add(benchmark::State& state, Order order) {
+  const ComPtr<IZorTunedex> database = NewDatabase();
+  const TempDirectory directory;
+  Open(database, directory.Path());
+  const ComPtr<IChannelInfoMgr> list = SatelliteList(database);
+  std::vector<UINT> indexes(CountOf(state));
+  std::iota(indexes.begin(), indexes.end(), 1);
+  order(indexes);
+  for (auto _ : state) {
+    const auto records = ScannedRecords(list.Get(), indexes);
+    Measure(state, [&] {
+      for (const auto& record : records) {
+        Check(list->AddChannelInfo(record.Get()) == S_OK, "not added");
+      }
+    });
+    UINT last = 0;
+    list->FindPreChannel(CountOf(state), &last, 0xFFFFFFFF, 0, 0);
+    Check(last == CountOf(state) - 1, "added out of order");
+    list->Clear();
+  }
+}
+void AddAscending(benchmark::State& state) {
+  Add(state, [](std::vector<UINT>&) {});
+}
+BENCHMARK(AddAscending)->Name("Add/Ascending")->Apply(AllSizesMeasured);
+void AddDescending(benchmark::State& state) {
+  Add(state, [](std::vector<UINT>& indexes) { std::reverse(indexes.begin(), indexes.end()); });
+}
+BENCHMARK(AddDescending)->Name("Add/Descending")->Apply(AllSizesMeasured);
+void AddRandom(benchmark::State& state) {
+  Add(state, [](std::vector<UINT>& indexes) {
+    std::shuffle(indexes.begin(), indexes.end(), std::minstd_rand(1));
+  });
+}
+BENCHMARK(AddRandom)->Name("Add/Random")->Apply(AllSizesMeasured);
+
 // Gives the channels numbers in no order, the same ones each time.
 class Shuffler {
  public:

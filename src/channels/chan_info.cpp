@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <limits>
-#include <new>
 #include <string_view>
+#include <utility>
 
-#include "channels/service_type.h"
+#include "channels/channel_keys.h"
 #include "core/station_blocks.h"
+#include "platform/lack_of_memory.h"
 #include "platform/text.h"
 
 namespace {
@@ -33,16 +34,6 @@ std::optional<std::size_t> NamePlace(InputSignalType signalType) {
   return station_blocks::FindField(layout->channel, "name")->offset;
 }
 
-// Runs what builds texts: without memory it raises the error that hosts know.
-template <typename Work>
-auto RaisingComError(Work work) {
-  try {
-    return work();
-  } catch (const std::bad_alloc&) {
-    throw ComError(E_OUTOFMEMORY);
-  }
-}
-
 template <typename T>
 HRESULT Get(T value, T* out) {
   if (out == nullptr) return E_POINTER;
@@ -52,10 +43,14 @@ HRESULT Get(T value, T* out) {
 
 }  // namespace
 
-const void* const CChanInfo::s_table = [] {
-  const CChanInfo ours;
-  return TableOfMethods(&ours);
-}();
+std::optional<UINT> CChanInfo::Index() const {
+  return m_index == kNoIndex ? std::nullopt : std::optional<UINT>(m_index);
+}
+
+bool CChanInfo::NumberAs(UINT index) {
+  m_dirty = 1;
+  return std::exchange(m_index, index) != index;
+}
 
 StationView CChanInfo::ViewStation() const {
   const station_blocks::Layout* layout = station_blocks::Find(m_signalType);
@@ -71,23 +66,24 @@ HRESULT STDMETHODCALLTYPE CChanInfo::GetSignalType(InputSignalType* pSignalType)
 
 HRESULT STDMETHODCALLTYPE CChanInfo::SetSignalType(InputSignalType SignalType) {
   m_signalType = SignalType;
+  NoteService();
   SetDirty(1);
   return S_OK;
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetServiceType(EServiceType* pServiceType) {
   if (pServiceType == nullptr) return E_POINTER;
-  return service_type::FromCode(m_signalType, Word(kServiceType), *pServiceType);
+  return m_service.Give(*pServiceType);
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::SetServiceType(EServiceType) { return E_NOTIMPL; }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetChannelNo(UINT* pnChannelNo) {
-  return Get(static_cast<UINT>(m_station.Get().lPhysicalChannel), pnChannelNo);
+  return Get(Number(), pnChannelNo);
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelNo(UINT nChannelNo) {
-  m_station.Fields().lPhysicalChannel = static_cast<LONG>(nChannelNo);
+  StoreKey<ChannelNumber>(m_station.Fields().lPhysicalChannel, static_cast<LONG>(nChannelNo));
   SetDirty(1);
   // Stored, and answered so all the same: hosts know and ignore it.
   return E_NOTIMPL;
@@ -95,13 +91,14 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelNo(UINT nChannelNo) {
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetChannelIndex(UINT* pnIndex) {
   if (pnIndex == nullptr) return E_POINTER;
-  if (m_index == kNoIndex) return E_FAIL;
-  *pnIndex = m_index;
+  const std::optional<UINT> index = Index();
+  if (!index) return E_FAIL;
+  *pnIndex = *index;
   return S_OK;
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelIndex(UINT nIndex) {
-  m_index = nIndex;
+  StoreKey<ChannelIndex>(m_index, nIndex);
   SetDirty(1);
   // As SetChannelNo.
   return E_NOTIMPL;
@@ -176,7 +173,10 @@ HRESULT STDMETHODCALLTYPE CChanInfo::GetStationInfo(_StationTuneInfo* pStationIn
 HRESULT STDMETHODCALLTYPE CChanInfo::SetStationInfo(_StationTuneInfo* pStationInfo) {
   if (pStationInfo == nullptr) return E_POINTER;
   // As in GetStationInfo.
+  const UINT number = Number();
   m_station.Assign(*pStationInfo, m_signalType);
+  NoteChange<ChannelNumber>(number != Number());
+  NoteService();
   SetDirty(1);
   if (m_displayName.IsEmpty()) RaisingComError([this] { FillDisplayName(); });
   return S_OK;
@@ -251,6 +251,11 @@ std::optional<std::string> CChanInfo::NarrowName() const {
   if (!place || *place >= block.size()) return std::nullopt;
   const std::span<const BYTE> room = block.subspan(*place);
   return std::string(room.begin(), std::find(room.begin(), room.end(), BYTE{0}));
+}
+
+// A name never reaches the place of the code, whatever its length.
+void CChanInfo::NoteService() {
+  m_service = service_type::Answer(m_signalType, Word(kServiceType));
 }
 
 void CChanInfo::FillDisplayName() {

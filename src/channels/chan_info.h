@@ -1,26 +1,28 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 #include <optional>
 #include <string>
 
+#include "channels/service_type.h"
 #include "channels/station_info.h"
-#include "core/gen_com_obj.h"
 #include "platform/bstr.h"
+#include "records/own_record.h"
 
 /// One channel. Fields of the station block are read and written inside the block only, also when
 /// the signal type was changed after the station was set.
-class CChanInfo : public CGenComObj<CChanInfo, IChannelInfo> {
+class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
  public:
   CChanInfo() = default;
 
-  /// The record behind the interface when it is exactly of this class, else null: a host may
-  /// implement records of its own. Told by the table of methods; not for null.
-  static const CChanInfo* From(const IChannelInfo* channelInfo) {
-    return TableOfMethods(channelInfo) == s_table ? static_cast<const CChanInfo*>(channelInfo)
-                                                  : nullptr;
-  }
+  // What GetChannelIndex, GetChannelNo, GetServiceType and GetFavor hand out, without a call.
+  /// None for the index that stands for none.
+  std::optional<UINT> Index() const;
+  UINT Number() const { return static_cast<UINT>(m_station.Get().lPhysicalChannel); }
+  const service_type::Answer& Service() const { return m_service; }
+  UINT Favor() const { return m_favor; }
+  /// SetChannelIndex by a list that counts the change itself; returns whether it was one.
+  bool NumberAs(UINT index);
   /// What GetStationInfo would hand out, without a copy. Valid until the record changes.
   StationView ViewStation() const;
 
@@ -52,13 +54,6 @@ class CChanInfo : public CGenComObj<CChanInfo, IChannelInfo> {
   HRESULT STDMETHODCALLTYPE GetMhp(BOOL* pbHasmhp) override;
 
  private:
-  static const void* TableOfMethods(const void* object) {
-    const void* table = nullptr;
-    std::memcpy(&table, object, sizeof(table));
-    return table;
-  }
-  static const void* const s_table;
-
   template <typename T>
   HRESULT StoreChanged(T& field, T value);
   /// The 32-bit value of the block; none where there is no block or it ends before.
@@ -66,9 +61,12 @@ class CChanInfo : public CGenComObj<CChanInfo, IChannelInfo> {
   /// The name of the block up to its terminator or the block's end; none as for Word.
   std::optional<std::string> NarrowName() const;
   void FillDisplayName();
+  void NoteService();
 
   InputSignalType m_signalType = InputSignalUnknown;
   StationInfo m_station;
+  // Follows from the two above.
+  service_type::Answer m_service;
   Bstr m_displayName;
   UINT m_index = 0;
   UINT m_favor = 0;

@@ -2,17 +2,16 @@
 
 #include <cstddef>
 #include <mutex>
-#include <optional>
-#include <utility>
 #include <vector>
 
 #include "channels/channel_filter.h"
-#include "channels/held_record.h"
+#include "channels/channel_keys.h"
 #include "core/gen_com_obj.h"
 #include "core/keep_alive.h"
 #include "platform/com_ptr.h"
 #include "platform/critical_section.h"
 #include "platform/dom.h"
+#include "records/record_list.h"
 #include "xml/channel_element_index.h"
 
 /// The ordered channels of one signal type. Records may be the host's own, and may call back into
@@ -56,9 +55,9 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   HRESULT STDMETHODCALLTYPE SortChannel(ESortType SortType, BOOL bAscending) override;
 
  private:
-  using Record = ComPtr<IChannelInfo>;
-  using Records = std::vector<Record>;
-  using Loaded = std::vector<std::pair<Record, UINT>>;
+  using Channels = RecordList<ChannelTraits>;
+  using Record = Channels::Record;
+  using Loaded = std::vector<Channels::Loaded>;
 
   /// Holds the list's lock, and the list itself: a record may release it meanwhile.
   class Locked {
@@ -70,29 +69,17 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
     std::lock_guard<CriticalSection> m_guard;
   };
 
-  /// The record at a position; null past the end.
-  HeldRecord At(std::size_t position) const;
-  /// None when the record does not tell.
-  static std::optional<UINT> IndexOf(IChannelInfo* record);
-  bool Holds(const Records& records) const;
-  template <typename Match>
-  HRESULT FindFirst(IChannelInfo** ppChannelInfo, Match match) const;
   /// Index of the first channel that the filter accepts among `count`, from `first` in steps.
   HRESULT Scan(ChannelFilter& filter, std::size_t first, std::size_t count, int step,
                UINT* index) const;
-  /// Takes the first occurrence out of the array; null when there is none.
-  Record TakeOut(IChannelInfo* channelInfo);
-  std::size_t PlaceFor(UINT index) const;
-  void InsertAt(std::size_t position, IChannelInfo* channelInfo);
-  void Renumber(bool ascending);
+  void NumberChannels(Numbering from);
   void DropElements() const;
   HRESULT LoadFrom(const dom::Element& set);
   HRESULT LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded);
-  HRESULT AddLoaded(const Loaded& loaded);
   HRESULT SaveTo(const dom::Element& set);
   HRESULT SaveRecords(xml::ChannelElementIndex& elements);
 
-  Records m_records;
+  Channels m_channels;
   InputSignalType m_signalType = InputSignalUnknown;
   BOOL m_dirty = 0;
   dom::Element m_element;

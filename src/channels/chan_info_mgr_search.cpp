@@ -2,25 +2,13 @@
 #include "channels/chan_info_mgr.h"
 #include "channels/station_match.h"
 
-template <typename Match>
-HRESULT CChanInfoMgr::FindFirst(IChannelInfo** ppChannelInfo, Match match) const {
-  if (ppChannelInfo == nullptr) return E_POINTER;
-  for (std::size_t position = 0; position < m_records.size(); ++position) {
-    const HeldRecord record = At(position);
-    if (!match(record.Get())) continue;
-    *ppChannelInfo = Record(record.Get()).Detach();
-    return S_OK;
-  }
-  return E_FAIL;
-}
-
 HRESULT CChanInfoMgr::Scan(ChannelFilter& filter, std::size_t first, std::size_t count, int step,
                            UINT* index) const {
   for (std::size_t position = first; count > 0;
        --count, position += static_cast<std::size_t>(step)) {
-    const HeldRecord record = At(position);
-    if (!record || !filter.Accepts(record.Get())) continue;
-    *index = IndexOf(record.Get()).value_or(0);
+    const Channels::Held record = m_channels.At(position);
+    if (!record || !filter.Accepts(record)) continue;
+    *index = Channels::IndexOf(record).value_or(0);
     return S_OK;
   }
   return E_FAIL;
@@ -31,8 +19,8 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelCount(DWORD dwServiceTypeEnum,
   if (pnCount == nullptr) return E_POINTER;
   ChannelFilter filter(dwServiceTypeEnum, false);
   UINT count = 0;
-  for (std::size_t position = 0; position < m_records.size(); ++position) {
-    if (filter.Accepts(At(position).Get())) ++count;
+  for (std::size_t position = 0; position < m_channels.Count(); ++position) {
+    if (filter.Accepts(m_channels.At(position))) ++count;
   }
   *pnCount = count;
   return S_OK;
@@ -41,27 +29,27 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelCount(DWORD dwServiceTypeEnum,
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByNo(UINT nChannelNo,
                                                            IChannelInfo** ppChannelInfo) {
   const Locked locked(*this);
-  return FindFirst(ppChannelInfo, [=](IChannelInfo* record) {
-    UINT number = 0;
-    return SUCCEEDED(record->GetChannelNo(&number)) && number == nChannelNo;
-  });
+  if (ppChannelInfo == nullptr) return E_POINTER;
+  return m_channels.FindBy<ChannelNumber>(nChannelNo, ppChannelInfo);
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByIndex(UINT nChannelIndex,
                                                               IChannelInfo** ppChannelInfo) {
   const Locked locked(*this);
-  return FindFirst(ppChannelInfo,
-                   [=](IChannelInfo* record) { return IndexOf(record) == nChannelIndex; });
+  if (ppChannelInfo == nullptr) return E_POINTER;
+  return m_channels.FindByIndex(nChannelIndex, ppChannelInfo);
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::GetChannelInfoByStation(_StationTuneInfo* pStationInfo,
                                                                 IChannelInfo** ppChannelInfo) {
   const Locked locked(*this);
-  if (pStationInfo == nullptr) return E_POINTER;
+  if (pStationInfo == nullptr || ppChannelInfo == nullptr) return E_POINTER;
   const StationView probe = StationView::Of(*pStationInfo);
-  return FindFirst(ppChannelInfo, [&](IChannelInfo* record) {
-    return station_match::IsOf(record, m_signalType, probe);
-  });
+  return m_channels.FindFirst(
+      [&](const Channels::Held& record) {
+        return station_match::IsOf(record.Get(), m_signalType, probe);
+      },
+      ppChannelInfo);
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::FindPreChannel(UINT nChannelIndex, UINT* pnPreChannelIndex,
@@ -69,7 +57,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::FindPreChannel(UINT nChannelIndex, UINT*
                                                        BOOL bLooping) {
   const KeepAlive self(this);
   if (pnPreChannelIndex == nullptr) return E_POINTER;
-  const std::size_t count = m_records.size();
+  const std::size_t count = m_channels.Count();
   if (nChannelIndex == 0 || nChannelIndex > count) return E_INVALIDARG;
   if (count < 2) return E_FAIL;
   ChannelFilter filter(dwServiceTypeEnum, bAvailableOnly != 0);
@@ -85,7 +73,7 @@ HRESULT STDMETHODCALLTYPE CChanInfoMgr::FindNextChannel(UINT nChannelIndex,
                                                         BOOL bAvailableOnly, BOOL bLooping) {
   const KeepAlive self(this);
   if (pnNextChannelIndex == nullptr) return E_POINTER;
-  const std::size_t count = m_records.size();
+  const std::size_t count = m_channels.Count();
   if (nChannelIndex > count) return E_INVALIDARG;
   if (count < 2) return E_FAIL;
   ChannelFilter filter(dwServiceTypeEnum, bAvailableOnly != 0);

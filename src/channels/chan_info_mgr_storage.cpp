@@ -1,5 +1,4 @@
 // Loading the channels from an element and saving them to one.
-#include "channels/bulk_insert.h"
 #include "channels/chan_info_mgr.h"
 #include "channels/channel_loading.h"
 #include "platform/lack_of_memory.h"
@@ -38,9 +37,12 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   for (LONG position = 0; position < channels.Count(); ++position) {
     hr = LoadOne(channels, position, loaded);
   }
-  const HRESULT added = AddLoaded(loaded);
+  {
+    const Locked locked(*this);
+    m_channels.AddLoaded(loaded);
+  }
   SetDirty(0);
-  return FAILED(added) ? added : hr;
+  return hr;
 }
 
 HRESULT CChanInfoMgr::LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded) {
@@ -54,48 +56,23 @@ HRESULT CChanInfoMgr::LoadOne(const dom::ElementList& channels, LONG position, L
   hr = record->GetChannelIndex(&index);
   if (FAILED(hr)) return hr;
   record->SetDirty(0);
-  loaded.emplace_back(std::move(record), index);
+  loaded.push_back({std::move(record), index, index});
   return S_OK;
-}
-
-// As AddChannelInfo for each, with one pass over what is there.
-HRESULT CChanInfoMgr::AddLoaded(const Loaded& loaded) {
-  if (loaded.empty()) return S_OK;
-  const Locked locked(*this);
-  const Records before = m_records;
-  BulkInsert<Record> bulk;
-  for (const Record& record : before) bulk.Append(record, IndexOf(record.Get()));
-  for (const auto& [record, index] : loaded) bulk.Insert(record, index);
-  Records merged = bulk.Take();
-  if (Holds(before)) {
-    m_records.swap(merged);
-    SetDirty(1);
-    return S_OK;
-  }
-  // A record changed the list while it was asked.
-  m_records.reserve(m_records.size() + loaded.size());
-  HRESULT hr = S_OK;
-  for (const auto& [record, index] : loaded) hr = AddChannelInfo(record.Get());
-  return hr;
 }
 
 HRESULT CChanInfoMgr::SaveTo(const dom::Element& set) {
   xml::ChannelElementIndex elements(set);
-  try {
-    const HRESULT hr = SaveRecords(elements);
-    SetDirty(0);
-    return hr;
-  } catch (...) {
-    // Records that were written are not yet in the file.
-    SetDirty(1);
-    throw;
-  }
+  // Records that were written are not yet in the file.
+  const WhenRaised notSaved([this] { SetDirty(1); });
+  const HRESULT hr = SaveRecords(elements);
+  SetDirty(0);
+  return hr;
 }
 
 HRESULT CChanInfoMgr::SaveRecords(xml::ChannelElementIndex& elements) {
   HRESULT hr = S_OK;
-  for (std::size_t position = 0; position < m_records.size(); ++position) {
-    const HeldRecord record = At(position);
+  for (std::size_t position = 0; position < m_channels.Count(); ++position) {
+    const Channels::Held record = m_channels.At(position);
     dom::Element channel;
     hr = elements.FindOrCreate(record.Get(), channel);
     if (hr != S_OK) continue;

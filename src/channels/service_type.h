@@ -13,4 +13,22 @@ namespace service_type {
 HRESULT FromCode(InputSignalType signalType, std::optional<std::uint32_t> code,
                  EServiceType& serviceType);
 
+/// That answer, kept.
+class Answer {
+ public:
+  Answer() = default;
+  Answer(InputSignalType signalType, std::optional<std::uint32_t> code)
+      : m_result(FromCode(signalType, code, m_serviceType)) {}
+
+  HRESULT Give(EServiceType& serviceType) const {
+    if (m_serviceType != ServiceUnknown) serviceType = m_serviceType;
+    return m_result;
+  }
+
+ private:
+  // No code stands for an unknown service.
+  EServiceType m_serviceType = ServiceUnknown;
+  HRESULT m_result = S_OK;
+};
+
 }  // namespace service_type

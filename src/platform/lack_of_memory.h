@@ -21,6 +21,16 @@ HRESULT AnsweringLackOfMemory(Work work) {
   }
 }
 
+/// Runs what builds texts: lack of memory leaves it as the error that hosts know.
+template <typename Work>
+auto RaisingComError(Work work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    throw ComError(E_OUTOFMEMORY);
+  }
+}
+
 /// Puts the parts of an object back to what they were when its own scope is left by an exception.
 /// Copying the parts may raise, assigning them must not.
 template <typename... Parts>
@@ -37,4 +47,20 @@ class [[nodiscard]] PutBack {
   const int m_exceptions = std::uncaught_exceptions();
   std::tuple<Parts&...> m_parts;
   std::tuple<Parts...> m_before;
+};
+
+/// Does its work when its own scope is left by an exception.
+template <typename Work>
+class [[nodiscard]] WhenRaised {
+ public:
+  explicit WhenRaised(Work work) : m_work(std::move(work)) {}
+  WhenRaised(const WhenRaised&) = delete;
+  WhenRaised& operator=(const WhenRaised&) = delete;
+  ~WhenRaised() {
+    if (std::uncaught_exceptions() > m_exceptions) m_work();
+  }
+
+ private:
+  const int m_exceptions = std::uncaught_exceptions();
+  Work m_work;
 };

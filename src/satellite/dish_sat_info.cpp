@@ -2,14 +2,6 @@
 
 #include "satellite/fields.h"
 
-HRESULT STDMETHODCALLTYPE CDishSatInfo::GetIndex(UINT* pnIndex) {
-  return fields::Get(m_index, pnIndex);
-}
-
-HRESULT STDMETHODCALLTYPE CDishSatInfo::SetIndex(UINT nIndex) {
-  return fields::Set(m_index, nIndex);
-}
-
 HRESULT STDMETHODCALLTYPE CDishSatInfo::GetID(BSTR* pbstrID) { return fields::Get(m_id, pbstrID); }
 
 HRESULT STDMETHODCALLTYPE CDishSatInfo::SetID(BSTR bstrID) { return fields::Set(m_id, bstrID); }
@@ -44,12 +36,4 @@ HRESULT STDMETHODCALLTYPE CDishSatInfo::GetSwitchFreq(DWORD* pdwFreq) {
 
 HRESULT STDMETHODCALLTYPE CDishSatInfo::SetSwitchFreq(DWORD dwFreq) {
   return fields::Set(m_switchFreq, dwFreq);
-}
-
-HRESULT STDMETHODCALLTYPE CDishSatInfo::GetDirty(LONG* plDirty) {
-  return fields::Get(m_dirty, plDirty);
-}
-
-HRESULT STDMETHODCALLTYPE CDishSatInfo::SetDirty(LONG lDirty) {
-  return fields::Set(m_dirty, lDirty);
 }

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "core/gen_com_obj.h"
 #include "platform/bstr.h"
+#include "satellite/indexed_record.h"
 
 /// One satellite as received on one dish: its ID, a band and the frequencies of the LNB in use.
-class CDishSatInfo : public CGenComObj<CDishSatInfo, IDishSatInfo> {
+class CDishSatInfo : public IndexedRecord<CDishSatInfo, IDishSatInfo> {
  public:
-  HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) override;
-  HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) override;
   HRESULT STDMETHODCALLTYPE GetID(BSTR* pbstrID) override;
   HRESULT STDMETHODCALLTYPE SetID(BSTR bstrID) override;
   HRESULT STDMETHODCALLTYPE GetBand(BSTR* pbstrBand) override;
@@ -18,15 +16,11 @@ class CDishSatInfo : public CGenComObj<CDishSatInfo, IDishSatInfo> {
   HRESULT STDMETHODCALLTYPE SetHighFreq(DWORD dwFreq) override;
   HRESULT STDMETHODCALLTYPE GetSwitchFreq(DWORD* pdwFreq) override;
   HRESULT STDMETHODCALLTYPE SetSwitchFreq(DWORD dwFreq) override;
-  HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
-  HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) override;
 
  private:
-  UINT m_index = 0;
   Bstr m_id;
   Bstr m_band;
   DWORD m_lowFreq = 0;
   DWORD m_highFreq = 0;
   DWORD m_switchFreq = 0;
-  LONG m_dirty = 0;
 };

@@ -2,12 +2,6 @@
 
 #include "satellite/fields.h"
 
-HRESULT STDMETHODCALLTYPE CLNBInfo::GetIndex(UINT* pnIndex) {
-  return fields::Get(m_index, pnIndex);
-}
-
-HRESULT STDMETHODCALLTYPE CLNBInfo::SetIndex(UINT nIndex) { return fields::Set(m_index, nIndex); }
-
 HRESULT STDMETHODCALLTYPE CLNBInfo::GetType(BSTR* pbstrType) {
   return fields::Get(m_type, pbstrType);
 }
@@ -37,9 +31,3 @@ HRESULT STDMETHODCALLTYPE CLNBInfo::GetSwitchFreq(DWORD* pdwFreq) {
 HRESULT STDMETHODCALLTYPE CLNBInfo::SetSwitchFreq(DWORD dwFreq) {
   return fields::Set(m_switchFreq, dwFreq);
 }
-
-HRESULT STDMETHODCALLTYPE CLNBInfo::GetDirty(LONG* plDirty) {
-  return fields::Get(m_dirty, plDirty);
-}
-
-HRESULT STDMETHODCALLTYPE CLNBInfo::SetDirty(LONG lDirty) { return fields::Set(m_dirty, lDirty); }

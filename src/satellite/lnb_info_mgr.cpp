@@ -1,8 +1,6 @@
 #include "satellite/lnb_info_mgr.h"
 
 #include "platform/bstr.h"
-#include "satellite/find_by_text.h"
-#include "satellite/lnb_info.h"
 #include "xml/satellite_elements.h"
 
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::CreateLNBInfo(ILNBInfo** ppInfo) {
@@ -12,10 +10,9 @@ HRESULT STDMETHODCALLTYPE CLNBInfoMgr::CreateLNBInfo(ILNBInfo** ppInfo) {
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::AddLNBInfo(ILNBInfo* pInfo) { return AddRecord(pInfo); }
 
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::RemoveLNBInfo(ILNBInfo* pInfo) {
-  if (pInfo == nullptr) return E_POINTER;
-  TakeOut(pInfo);
-  Renumber(true);
-  return S_OK;
+  const HRESULT hr = RemoveRecord(pInfo);
+  if (SUCCEEDED(hr)) Renumber(true);
+  return hr;
 }
 
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBCount(UINT* pnCount) { return CountRecords(pnCount); }
@@ -27,16 +24,15 @@ HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByIndex(UINT nIndex, ILNBInfo**
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByType(BSTR Type, ILNBInfo** ppInfo) {
   if (ppInfo == nullptr) return E_POINTER;
   const Bstr type = Bstr::Copy(Type);
-  return FindByText(Records(), &ILNBInfo::GetType, type.Get(), ppInfo);
+  return FindByText(&ILNBInfo::GetType, type.Get(), ppInfo);
 }
 
 HRESULT CLNBInfoMgr::Renumber(bool ascending) {
-  NumberRecords(ascending);
-  return S_OK;
+  return NumberRecords(ascending ? Numbering::FromFront : Numbering::FromBack);
 }
 
 HRESULT CLNBInfoMgr::LoadRecord(const dom::Element& element, LONG position, Loaded& loaded) {
   ComPtr<ILNBInfo> record;
   const HRESULT hr = CreateLNBInfo(record.Receive());
-  return FAILED(hr) ? hr : LoadNumbered(record, xml::LNBElementIO, element, position, loaded);
+  return FAILED(hr) ? hr : LoadInFileOrder(record, xml::LNBElementIO, element, position, loaded);
 }

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "satellite/lnb_info.h"
 #include "xml/element_paths.h"
 
 /// The known LNB types. It is a member of the database object and never destroyed through Release.
-class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, ILNBInfo> {
+class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, CLNBInfo> {
  public:
   static constexpr auto& kPath = xml::paths::kLNB;
 
@@ -21,7 +22,7 @@ class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, ILNBInfo> {
   virtual HRESULT Renumber(bool ascending);
 
  private:
-  using Base = CatalogueList<CLNBInfoMgr, ILNBInfoMgr, ILNBInfo>;
-  friend Base;
+  using Catalogue = CatalogueList<CLNBInfoMgr, ILNBInfoMgr, CLNBInfo>;
+  friend Catalogue;
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
 };

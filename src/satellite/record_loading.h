@@ -6,38 +6,33 @@
 
 #include "platform/com_error.h"
 #include "platform/dom.h"
-#include "satellite/record_list.h"
+#include "records/record_list.h"
 #include "xml/direction.h"
 #include "xml/xml_nodes.h"
 
-template <typename I>
-using NewRecords = std::vector<typename RecordList<I>::Loaded>;
-
 /// Adds a record for every element. `loadRecord(element, position, loaded)` appends it to `loaded`,
-/// or nothing when it fails: that element is left out. What is in the list stays. The result is
-/// that of the last element, `none` where there is none. Lack of memory is raised, and nothing is
-/// added then: a part of the records must not pass for all of them.
-template <typename I, typename LoadRecord>
-HRESULT LoadElements(const dom::ElementList& elements, RecordList<I>& records, HRESULT none,
-                     LoadRecord loadRecord) {
-  HRESULT hr = none;
-  NewRecords<I> loaded;
+/// or nothing when it fails: that element is left out. What is in the list stays. `result` becomes
+/// that of the last element; where there is none it is left. Lack of memory is raised, and nothing
+/// is added then: a part of the records must not pass for all of them.
+template <typename List, typename LoadRecord>
+void LoadElements(const dom::ElementList& elements, List& records, HRESULT& result,
+                  LoadRecord loadRecord) {
+  std::vector<typename List::Loaded> loaded;
   loaded.reserve(static_cast<std::size_t>(elements.Count()));
   for (LONG position = 0; position < elements.Count(); ++position) {
     dom::Element element;
-    hr = xml::GetChild(elements, position, &element);
-    if (hr == S_OK) hr = RaiseLackOfMemory(loadRecord(element, position, loaded));
+    result = xml::GetChild(elements, position, &element);
+    if (result == S_OK) result = RaiseLackOfMemory(loadRecord(element, position, loaded));
   }
   records.AddLoaded(loaded);
-  return hr;
 }
 
 /// Reads a new record. Its position is its index before it is added, so the order of the file is
 /// that of the list.
-template <typename I>
-HRESULT LoadNumbered(const ComPtr<I>& record,
-                     HRESULT (*codec)(const dom::Element&, I*, xml::Direction),
-                     const dom::Element& element, LONG position, NewRecords<I>& loaded) {
+template <typename I, typename Loaded>
+HRESULT LoadInFileOrder(const ComPtr<I>& record,
+                        HRESULT (*codec)(const dom::Element&, I*, xml::Direction),
+                        const dom::Element& element, LONG position, std::vector<Loaded>& loaded) {
   const HRESULT hr = codec(element, record.Get(), xml::Direction::Read);
   if (FAILED(hr)) return hr;
   const UINT index = static_cast<UINT>(position);

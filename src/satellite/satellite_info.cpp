@@ -60,14 +60,6 @@ HRESULT STDMETHODCALLTYPE CSatelliteInfo::SetElevation(LONG lElevation) {
   return fields::Set(m_elevation, lElevation);
 }
 
-HRESULT STDMETHODCALLTYPE CSatelliteInfo::GetIndex(UINT* pnIndex) {
-  return fields::Get(m_index, pnIndex);
-}
-
-HRESULT STDMETHODCALLTYPE CSatelliteInfo::SetIndex(UINT nIndex) {
-  return fields::Set(m_index, nIndex);
-}
-
 HRESULT STDMETHODCALLTYPE CSatelliteInfo::GetName(BSTR* pbstrName) {
   return fields::Get(m_name, pbstrName);
 }
@@ -96,12 +88,4 @@ HRESULT STDMETHODCALLTYPE CSatelliteInfo::GetDivision(ESatDivision* pDivision) {
 
 HRESULT STDMETHODCALLTYPE CSatelliteInfo::SetDivision(ESatDivision Division) {
   return fields::Set(m_division, Division);
-}
-
-HRESULT STDMETHODCALLTYPE CSatelliteInfo::GetDirty(LONG* plDirty) {
-  return fields::Get(m_dirty, plDirty);
-}
-
-HRESULT STDMETHODCALLTYPE CSatelliteInfo::SetDirty(LONG lDirty) {
-  return fields::Set(m_dirty, lDirty);
 }

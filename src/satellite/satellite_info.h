@@ -2,13 +2,13 @@
 
 #include <cstdint>
 
-#include "core/gen_com_obj.h"
 #include "platform/bstr.h"
+#include "satellite/indexed_record.h"
 #include "satellite/transponder_info_mgr.h"
 
 /// One satellite. It owns its two transponder lists as members: a list that was handed out lives
 /// exactly as long as its satellite, whatever its count says.
-class CSatelliteInfo : public CGenComObj<CSatelliteInfo, ISatelliteInfo> {
+class CSatelliteInfo : public IndexedRecord<CSatelliteInfo, ISatelliteInfo> {
  public:
   CSatelliteInfo();
   ~CSatelliteInfo() override;
@@ -19,8 +19,6 @@ class CSatelliteInfo : public CGenComObj<CSatelliteInfo, ISatelliteInfo> {
   HRESULT STDMETHODCALLTYPE SetAzimuth(LONG lAzimuth) override;
   HRESULT STDMETHODCALLTYPE GetElevation(LONG* plElevation) override;
   HRESULT STDMETHODCALLTYPE SetElevation(LONG lElevation) override;
-  HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) override;
-  HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) override;
   HRESULT STDMETHODCALLTYPE GetName(BSTR* pbstrName) override;
   HRESULT STDMETHODCALLTYPE SetName(BSTR bstrName) override;
   HRESULT STDMETHODCALLTYPE GetID(BSTR* pbstrID) override;
@@ -31,12 +29,8 @@ class CSatelliteInfo : public CGenComObj<CSatelliteInfo, ISatelliteInfo> {
   HRESULT STDMETHODCALLTYPE GetTransponderMgr(ESatFreqBand SatFreqBand,
                                               ITransponderInfoMgr** ppMgr) override;
   HRESULT STDMETHODCALLTYPE SetDivision(ESatDivision Division) override;
-  HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
-  HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) override;
 
  private:
-  UINT m_index = 0;
-  LONG m_dirty = 0;
   std::int16_t m_west = 0;
   LONG m_longitude = 0;
   LONG m_azimuth = -1;

@@ -2,18 +2,15 @@
 
 #include "platform/bstr.h"
 #include "platform/com_error.h"
-#include "satellite/find_by_text.h"
-#include "satellite/satellite_info.h"
 #include "xml/satellite_elements.h"
 #include "xml/xml_sat_parser.h"
 
 namespace {
 
-template <typename Accepts>
-UINT CountIf(const RecordList<ISatelliteInfo>& records, Accepts accepts) {
+template <typename Records, typename Accepts>
+UINT CountIf(const Records& records, Accepts accepts) {
   UINT count = 0;
-  for (std::size_t position = 0; const ComPtr<ISatelliteInfo> record = records.At(position);
-       ++position) {
+  for (std::size_t position = 0; const auto record = records.At(position); ++position) {
     if (accepts(record.Get())) ++count;
   }
   return count;
@@ -39,10 +36,8 @@ HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::AddSatelliteInfo(ISatelliteInfo* pI
 }
 
 HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::RemoveSatelliteInfo(ISatelliteInfo* pInfo) {
-  if (pInfo == nullptr) return E_POINTER;
-  TakeOut(pInfo);
-  NumberRecords(true);
-  return S_OK;
+  const HRESULT hr = RemoveRecord(pInfo);
+  return FAILED(hr) ? hr : NumberRecords(Numbering::FromFront);
 }
 
 HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::GetSatCount(DWORD dwCountryCode, ESatRegion Region,
@@ -52,19 +47,19 @@ HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::GetSatCount(DWORD dwCountryCode, ES
   // Satellites carry no country, so a country selects none of them.
   if (dwCountryCode != 0) return S_OK;
   if (Region != RegionUnknown) {
-    *pnCount = CountIf(Records(), [=](ISatelliteInfo* record) {
+    *pnCount = CountIf(All(), [=](ISatelliteInfo* record) {
       ESatRegion region = RegionUnknown;
       record->GetRegion(&region);
       return region == Region;
     });
   } else if (Division != SatcoDX_Unknown) {
-    *pnCount = CountIf(Records(), [=](ISatelliteInfo* record) {
+    *pnCount = CountIf(All(), [=](ISatelliteInfo* record) {
       ESatDivision division = SatcoDX_Unknown;
       record->GetDivision(&division);
       return division == Division;
     });
   } else {
-    *pnCount = Records().Count();
+    *pnCount = All().Count();
   }
   return S_OK;
 }
@@ -79,7 +74,7 @@ HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::GetSatInfoByIndex(UINT nIndex, DWOR
 HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::GetSatInfoByName(BSTR Name, ISatelliteInfo** ppInfo) {
   if (ppInfo == nullptr) return E_POINTER;
   const Bstr name = Bstr::Copy(Name);
-  return FindByText(Records(), &ISatelliteInfo::GetName, name.Get(), ppInfo);
+  return FindByText(&ISatelliteInfo::GetName, name.Get(), ppInfo);
 }
 
 HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::GetSatInfoByID(BSTR* pID, ISatelliteInfo** ppInfo) {
@@ -87,7 +82,7 @@ HRESULT STDMETHODCALLTYPE CSatelliteInfoMgr::GetSatInfoByID(BSTR* pID, ISatellit
   // The caller hands its text over, also when nothing is found; its variable is left as it was.
   const Bstr id = Bstr::Attach(*pID);
   if (ppInfo == nullptr) return E_POINTER;
-  return FindByText(Records(), &ISatelliteInfo::GetID, id.Get(), ppInfo);
+  return FindByText(&ISatelliteInfo::GetID, id.Get(), ppInfo);
 }
 
 // Satellites keep the order of the file: there is no moving and no sorting.

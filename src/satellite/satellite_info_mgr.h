@@ -1,12 +1,13 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "satellite/satellite_info.h"
 #include "xml/element_paths.h"
 
 /// The satellite catalogue. It is a member of the database object and never destroyed through
 /// Release.
 class CSatelliteInfoMgr
-    : public CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, ISatelliteInfo> {
+    : public CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, CSatelliteInfo> {
  public:
   static constexpr auto& kPath = xml::paths::kSatellite;
 
@@ -25,6 +26,6 @@ class CSatelliteInfoMgr
   HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
 
  private:
-  friend class CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, ISatelliteInfo>;
+  friend class CatalogueList<CSatelliteInfoMgr, ISatelliteInfoMgr, CSatelliteInfo>;
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
 };

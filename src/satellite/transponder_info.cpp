@@ -57,19 +57,3 @@ HRESULT STDMETHODCALLTYPE CTransponderInfo::GetSpectralInversion(SpectralInversi
 HRESULT STDMETHODCALLTYPE CTransponderInfo::SetSpectralInversion(SpectralInversion Inversion) {
   return fields::Set(m_spectralInversion, Inversion);
 }
-
-HRESULT STDMETHODCALLTYPE CTransponderInfo::GetIndex(UINT* pnIndex) {
-  return fields::Get(m_index, pnIndex);
-}
-
-HRESULT STDMETHODCALLTYPE CTransponderInfo::SetIndex(UINT nIndex) {
-  return fields::Set(m_index, nIndex);
-}
-
-HRESULT STDMETHODCALLTYPE CTransponderInfo::GetDirty(LONG* plDirty) {
-  return fields::Get(m_dirty, plDirty);
-}
-
-HRESULT STDMETHODCALLTYPE CTransponderInfo::SetDirty(LONG lDirty) {
-  return fields::Set(m_dirty, lDirty);
-}

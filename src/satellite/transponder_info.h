@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/gen_com_obj.h"
 #include "platform/bstr.h"
+#include "satellite/indexed_record.h"
 
 /// One transponder. Numbers are kept as they come; units are those of the satellite file.
-class CTransponderInfo : public CGenComObj<CTransponderInfo, ITransponderInfo> {
+class CTransponderInfo : public IndexedRecord<CTransponderInfo, ITransponderInfo> {
  public:
   HRESULT STDMETHODCALLTYPE GetName(BSTR* pbstrName) override;
   HRESULT STDMETHODCALLTYPE SetName(BSTR bstrName) override;
@@ -20,15 +20,9 @@ class CTransponderInfo : public CGenComObj<CTransponderInfo, ITransponderInfo> {
   HRESULT STDMETHODCALLTYPE SetModulationType(ModulationType Modulation) override;
   HRESULT STDMETHODCALLTYPE GetSpectralInversion(SpectralInversion* pInversion) override;
   HRESULT STDMETHODCALLTYPE SetSpectralInversion(SpectralInversion Inversion) override;
-  HRESULT STDMETHODCALLTYPE GetIndex(UINT* pnIndex) override;
-  HRESULT STDMETHODCALLTYPE SetIndex(UINT nIndex) override;
-  HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
-  HRESULT STDMETHODCALLTYPE SetDirty(LONG lDirty) override;
 
  private:
   Bstr m_name;
-  UINT m_index = 0;
-  LONG m_dirty = 0;
   DWORD m_carrierFrequency = 0;
   LONG m_symbolRate = 0;
   Polarisation m_polarisation = BDA_POLARISATION_NOT_SET;

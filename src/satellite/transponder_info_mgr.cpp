@@ -1,8 +1,6 @@
 #include "satellite/transponder_info_mgr.h"
 
 #include "platform/bstr.h"
-#include "satellite/find_by_text.h"
-#include "satellite/transponder_info.h"
 #include "xml/satellite_elements.h"
 
 HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::CreateTransponderInfo(ITransponderInfo** ppInfo) {
@@ -14,10 +12,8 @@ HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::AddTransponderInfo(ITransponderIn
 }
 
 HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::RemoveTransponderInfo(ITransponderInfo* pInfo) {
-  if (pInfo == nullptr) return E_POINTER;
-  TakeOut(pInfo);
-  NumberRecords(true);
-  return S_OK;
+  const HRESULT hr = RemoveRecord(pInfo);
+  return FAILED(hr) ? hr : NumberRecords(Numbering::FromFront);
 }
 
 HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetTransponderCount(UINT* pnCount) {
@@ -35,7 +31,7 @@ HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::GetTransponderInfoByName(BSTR* pN
   // The caller hands its text over, also when nothing is found; its variable is left as it was.
   const Bstr name = Bstr::Attach(*pName);
   if (ppInfo == nullptr) return E_POINTER;
-  return FindByText(Records(), &ITransponderInfo::GetName, name.Get(), ppInfo);
+  return FindByText(&ITransponderInfo::GetName, name.Get(), ppInfo);
 }
 
 // Transponders keep the order of the file: there is no moving and no sorting.
@@ -54,5 +50,5 @@ HRESULT CTransponderInfoMgr::LoadRecord(const dom::Element& element, LONG positi
   ComPtr<ITransponderInfo> record;
   const HRESULT hr = CreateTransponderInfo(record.Receive());
   return FAILED(hr) ? hr
-                    : LoadNumbered(record, xml::TransponderElementIO, element, position, loaded);
+                    : LoadInFileOrder(record, xml::TransponderElementIO, element, position, loaded);
 }

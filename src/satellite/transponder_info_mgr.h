@@ -1,12 +1,13 @@
 #pragma once
 
 #include "satellite/catalogue_list.h"
+#include "satellite/transponder_info.h"
 #include "xml/element_paths.h"
 
 /// The transponders of one band of one satellite, in the order of the file. It is a member of its
 /// satellite and never destroyed through Release.
 class CTransponderInfoMgr
-    : public CatalogueList<CTransponderInfoMgr, ITransponderInfoMgr, ITransponderInfo> {
+    : public CatalogueList<CTransponderInfoMgr, ITransponderInfoMgr, CTransponderInfo> {
  public:
   static constexpr auto& kPath = xml::paths::kTransponder;
 
@@ -23,6 +24,6 @@ class CTransponderInfoMgr
   HRESULT STDMETHODCALLTYPE GetDirty(LONG* plDirty) override;
 
  private:
-  friend class CatalogueList<CTransponderInfoMgr, ITransponderInfoMgr, ITransponderInfo>;
+  friend class CatalogueList<CTransponderInfoMgr, ITransponderInfoMgr, CTransponderInfo>;
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
 };

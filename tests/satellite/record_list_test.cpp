@@ -1,5 +1,5 @@
 // What the lists of the satellite model have in common.
-#include "satellite/record_list.h"
+#include "records/record_list.h"
 
 #include "satellite/lists.h"
 

@@ -1,4 +1,4 @@
-#include "channels/bulk_insert.h"
+#include "records/bulk_insert.h"
 
 #include <gtest/gtest.h>
 
