@@ -20,7 +20,7 @@ constexpr std::uint64_t Value(std::string_view digits) {
 /// True for "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX" with the identifier's digits.
 constexpr bool Names(std::string_view text, const GUID& identifier) {
   if (text.size() != 36) return false;
-  for (const std::size_t dash : {8, 13, 18, 23}) {
+  for (const std::size_t dash : {8U, 13U, 18U, 23U}) {
     if (text[dash] != '-') return false;
   }
   std::uint64_t end = 0;
