@@ -1,5 +1,5 @@
 # What a host may include, and what that includes on this target; paths below src/. Packages hold these
-# headers, and tests/lone_headers.cmake compiles each alone.
+# headers, and the target check_headers compiles each alone.
 set(ZORTUNEDEX_PUBLIC_HEADERS
     core/interfaces.h core/station_blocks.h platform/arguments.h platform/bstr.h platform/com.h
     platform/com_error.h platform/com_ptr.h platform/component.h platform/interface_uuid.h
