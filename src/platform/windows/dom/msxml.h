@@ -56,9 +56,6 @@ class Variant {
   VARIANT m_value;
 };
 
-/// The element behind a handle, which always holds the element's own interface.
-inline IXMLDOMElement* ElementOf(IUnknown* node) { return static_cast<IXMLDOMElement*>(node); }
-
 /// An empty document that loads synchronously and fetches nothing that a file refers to.
 HRESULT CreateDocument(ComPtr<IXMLDOMDocument2>& out);
 
