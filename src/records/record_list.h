@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/com.h"
@@ -21,7 +22,8 @@ enum class Numbering { FromFront, FromBack };
 ///   Interface      the records' interface
 ///   Own            the library's own class of them, an OwnRecord
 ///   Flag           type of their dirty flag
-///   Index          a kind of value, see KeyOrder, with Get(Interface*, UINT*), Ask(Interface*), none
+///   Index          a kind of value, see KeyOrder, with Get(Interface*, UINT*), Ask(Interface*),
+///   none
 ///                  when the record does not tell, and Number(..., UINT), which gives an index: for
 ///                  an Own& it counts no change and tells whether it was one
 ///   Keys           std::tuple of KeyOrder for Index and all else that records are looked up by
@@ -68,8 +70,8 @@ class RecordList {
   void Number(Numbering from);
   void ReleaseAll();
   void Swap(RecordList& other);
-  /// Puts `after` in place of `before`, unless the list is no longer `before`: a record that changed
-  /// it while it was asked has the last word.
+  /// Puts `after` in place of `before`, unless the list is no longer `before`: a record that
+  /// changed it while it was asked has the last word.
   bool Replace(const Records& before, Records& after);
 
   /// First record that `match` accepts, with a reference. E_FAIL when there is none.
@@ -264,9 +266,14 @@ void RecordList<Traits>::InsertAt(std::size_t position, Interface* record) {
     const std::size_t capacity = m_records.capacity();
     m_records.reserve(std::max(capacity + 1, capacity + capacity / 2));
   }
+  Record carried(record);
   // The list may have become shorter while its records were asked.
   position = std::min(position, m_records.size());
-  m_records.insert(m_records.begin() + static_cast<std::ptrdiff_t>(position), Record(record));
+  // By exchanging: moving each would test every place for what it held.
+  for (std::size_t place = position; place < m_records.size(); ++place) {
+    std::swap(m_records[place], carried);
+  }
+  m_records.push_back(std::move(carried));
   if (Own* own = Own::From(record)) own->SetListed();
   ForAllKeys([=, this](auto& order) { order.Inserted(m_records, position); });
 }
