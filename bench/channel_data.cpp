@@ -176,8 +176,7 @@ std::string MakeChannelFile(UINT count) {
 }
 
 void FillList(IChannelInfoMgr* list, UINT count) {
-  // From the last to the first: every search for a place then ends at the first channel.
-  for (UINT index = count; index > 0; --index) AddChannel(list, MakeChannelData(index));
+  for (UINT index = 1; index <= count; ++index) AddChannel(list, MakeChannelData(index));
 }
 
 }  // namespace bench

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <map>
-#include <new>
 
 #include "platform/com.h"
 #include "platform/com_ptr.h"
+#include "platform/lack_of_memory.h"
 
 /// Objects by key, in the order of the keys; holds one reference on each.
 template <typename Key, typename T>
@@ -20,12 +20,10 @@ class CObjectHolder {
   HRESULT Register(Key key, T* object) {
     if (object == nullptr || m_objects.count(key) != 0) return E_FAIL;
     object->SetSignalType(key);
-    try {
+    return AnsweringLackOfMemory([=, this] {
       m_objects.emplace(key, ComPtr<T>(object));
-    } catch (const std::bad_alloc&) {
-      return E_OUTOFMEMORY;
-    }
-    return S_OK;
+      return S_OK;
+    });
   }
 
   /// E_FAIL when there is none.

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/com.h"
@@ -265,9 +266,14 @@ void RecordList<Traits>::InsertAt(std::size_t position, Interface* record) {
     const std::size_t capacity = m_records.capacity();
     m_records.reserve(std::max(capacity + 1, capacity + capacity / 2));
   }
+  Record carried(record);
   // The list may have become shorter while its records were asked.
   position = std::min(position, m_records.size());
-  m_records.insert(m_records.begin() + static_cast<std::ptrdiff_t>(position), Record(record));
+  // By exchanging: moving each would test every place for what it held.
+  for (std::size_t place = position; place < m_records.size(); ++place) {
+    std::swap(m_records[place], carried);
+  }
+  m_records.push_back(std::move(carried));
   if (Own* own = Own::From(record)) own->SetListed();
   ForAllKeys([=, this](auto& order) { order.Inserted(m_records, position); });
 }
