@@ -28,6 +28,8 @@ list(FILTER headers EXCLUDE REGEX "/${other_platform}/")
 zortunedex_check_headers(check_all_headers . ${headers})
 target_include_directories(check_all_headers PRIVATE . tests tests/client/${ZORTUNEDEX_PLATFORM} fuzz)
 target_include_directories(check_all_headers SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/header-only)
+# Those of tests name directories that their programs are told.
+target_compile_definitions(check_all_headers PRIVATE ZORTUNEDEX_SAMPLES="" ZORTUNEDEX_TEST_DATA="")
 if(WIN32)
   target_include_directories(check_all_headers SYSTEM PRIVATE
                              /usr/src/googletest/googletest/include ${ZORTUNEDEX_TYPE_LIBRARY_DIR})
