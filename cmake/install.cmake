@@ -59,7 +59,6 @@ set_target_properties(tunedex PROPERTIES INSTALL_RPATH $ORIGIN/../lib)
 install(TARGETS tunedex RUNTIME DESTINATION ${bin_dir})
 install(FILES docs/tunedex.1 DESTINATION share/man/man1)
 
-install(FILES README.md DESTINATION ${doc_dir})
 set(package_dir ${lib_dir}/cmake/ZorTunedex)
 install(EXPORT ZorTunedexTargets NAMESPACE ZorTunedex:: DESTINATION ${package_dir}
         FILE ZorTunedexConfig.cmake)
