@@ -37,7 +37,9 @@ Scope::~Scope() { isOn = false; }
 
 int Calls() { return calls; }
 
-void Note(char call) { order += call; }
+void Note(char call) {
+  if (isOn) order += call;
+}
 
 const std::string& Order() { return order; }
 

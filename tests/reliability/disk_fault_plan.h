@@ -8,7 +8,7 @@ namespace disk_faults {
 /// Counts a call; true when it is the chosen one, or follows it and the fault stays.
 bool IsHit();
 
-/// Adds a call to the order.
+/// Adds a call to the order, within a scope.
 void Note(char call);
 
 /// The fault of the scope.
