@@ -92,8 +92,8 @@ void TreeBuilder::StartElement(const xmlChar* local, const xmlChar* prefix, int 
       m_store.NewNode(Kind::Element, NameOf(local, prefix), static_cast<std::size_t>(count));
   AddChild(element);
   m_current = &element;
-  const xmlChar** const namespacesEnd = namespaces + 2 * namespaceCount;
-  const xmlChar** const attributesEnd = attributes + 5 * attributeCount;
+  const xmlChar** const namespacesEnd = namespaces + std::ptrdiff_t{2} * namespaceCount;
+  const xmlChar** const attributesEnd = attributes + std::ptrdiff_t{5} * attributeCount;
   // The parser tells both in their order, but not how they stood among each other.
   StartTag tag(namespaceCount > 0 ? CurrentTag() : std::string_view());
   while (namespaces != namespacesEnd && attributes != attributesEnd) {
