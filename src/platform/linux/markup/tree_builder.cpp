@@ -1,5 +1,7 @@
 #include "platform/linux/markup/tree_builder.h"
 
+#include <cstddef>
+
 #include "platform/linux/markup/start_tag.h"
 #include "platform/linux/tree/namespaces.h"
 
