@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "support/fuzz.h"
-#include "xml/base64.h"
+#include "xml/codecs/base64.h"
 
 void Fuzz(const BYTE* data, std::size_t size) {
   const LONG length = static_cast<LONG>(size);

@@ -32,15 +32,15 @@ check(${WORK})
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "the copy: ${output}")
 endif()
-refuses(src/xml/xml_nodes.cpp "#include \"channels/chan_info_mgr.h\""
-        "src/xml/xml_nodes.cpp includes channels/chan_info_mgr.h")
+refuses(src/xml/elements/xml_nodes.cpp "#include \"channels/chan_info_mgr.h\""
+        "src/xml/elements/xml_nodes.cpp includes channels/chan_info_mgr.h")
 refuses(src/platform/text.cpp "#  include \"core/keep_alive.h\""
         "src/platform/text.cpp includes core/keep_alive.h")
 refuses(src/kit/text/utf.h "#include \"platform/text.h\""
         "src/kit/text/utf.h includes platform/text.h")
 refuses(src/kit/json/channel_json.cpp "#include \"kit/files/whole_file.h\""
         "src/kit/json/channel_json.cpp includes kit/files/whole_file.h")
-refuses(src/tool/main.cpp "#include \"xml/xml_nodes.h\"" "src/tool/main.cpp includes xml/xml_nodes.h")
+refuses(src/tool/main.cpp "#include \"xml/elements/xml_nodes.h\"" "src/tool/main.cpp includes xml/elements/xml_nodes.h")
 refuses(src/core/module_lock.h "#include \"core/aggregatable.h\""
         "files include each other:\n  src/core/aggregatable.h\n  src/core/module_lock.h")
 file(WRITE ${WORK}/src/attic/old.cpp "#include \"core/keep_alive.h\"\n")

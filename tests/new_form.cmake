@@ -9,7 +9,7 @@ function(expect_refused enumeration last)
     message(FATAL_ERROR "the last enumerator of ${enumeration} was not found")
   endif()
   file(WRITE ${WORK}/core/station_blocks/layout.h "${text}")
-  foreach(file xml/channel_reader xml/channel_writer)
+  foreach(file xml/codecs/channel_reader xml/codecs/channel_writer)
     execute_process(COMMAND ${COMPILER} -std=c++20 -Wall -Werror -fsyntax-only -I${WORK} -I${SOURCE}
                             ${SOURCE}/${file}.cpp
                     ERROR_VARIABLE errors)

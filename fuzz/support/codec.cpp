@@ -4,8 +4,8 @@
 
 #include "channels/chan_info.h"
 #include "support/fuzz.h"
-#include "xml/channel_codec.h"
-#include "xml/xml_format.h"
+#include "xml/codecs/channel_codec.h"
+#include "xml/documents/xml_format.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "channels/chan_info.h"
 #include "channels/chan_sort.h"
 #include "platform/lack_of_memory.h"
-#include "xml/xml_chan_parser.h"
+#include "xml/files/xml_chan_parser.h"
 
 // Closes the list, in the order of Close. Members are alive until the end: a record that goes may
 // still ask for what is left.

@@ -12,7 +12,7 @@
 #include "platform/critical_section.h"
 #include "platform/dom.h"
 #include "records/record_list.h"
-#include "xml/channel_element_index.h"
+#include "xml/lookup/channel_element_index.h"
 
 /// The ordered channels of one signal type. Records may be the host's own, and may call back into
 /// the list: no method holds a place in the array across a call of a record, and every method keeps

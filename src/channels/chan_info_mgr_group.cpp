@@ -4,7 +4,7 @@
 
 #include "channels/chan_info_mgr.h"
 #include "platform/com_error.h"
-#include "xml/xml_chan_parser.h"
+#include "xml/files/xml_chan_parser.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 #include "channels/chan_info_mgr.h"
 #include "channels/channel_loading.h"
 #include "platform/lack_of_memory.h"
-#include "xml/channel_codec.h"
-#include "xml/channel_element_index.h"
-#include "xml/element_paths.h"
-#include "xml/xml_nodes.h"
+#include "xml/codecs/channel_codec.h"
+#include "xml/elements/element_paths.h"
+#include "xml/elements/xml_nodes.h"
+#include "xml/lookup/channel_element_index.h"
 
 HRESULT STDMETHODCALLTYPE CChanInfoMgr::Load(REFIID riid, IUnknown* pUnknown) {
   const KeepAlive self(this);

@@ -4,7 +4,7 @@
 
 #include "channels/chan_info.h"
 #include "platform/com_error.h"
-#include "xml/channel_codec.h"
+#include "xml/codecs/channel_codec.h"
 
 HRESULT LoadChannel(const dom::Element& element, InputSignalType signalType,
                     ComPtr<IChannelInfo>& record) {

@@ -3,7 +3,7 @@
 #include "channels/chan_info_mgr.h"
 #include "core/interfaces.h"
 #include "platform/com_ptr.h"
-#include "xml/xml_preset_channel_parser.h"
+#include "xml/files/xml_preset_channel_parser.h"
 
 /// The preset list that was handed out last: it is held until the next one is asked for.
 class PresetList {

@@ -11,10 +11,10 @@
 #include "satellite/dish_sat_info_mgr.h"
 #include "satellite/lnb_info_mgr.h"
 #include "satellite/satellite_info_mgr.h"
-#include "xml/xml_chan_parser.h"
-#include "xml/xml_preset_channel_parser.h"
-#include "xml/xml_sat_parser.h"
-#include "xml/xml_usr_conf_parser.h"
+#include "xml/files/xml_chan_parser.h"
+#include "xml/files/xml_preset_channel_parser.h"
+#include "xml/files/xml_sat_parser.h"
+#include "xml/files/xml_usr_conf_parser.h"
 
 /// The channel database of one data directory: joins paths, and drives documents and lists in a
 /// fixed order. The methods are described at the interface.

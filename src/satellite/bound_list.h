@@ -8,7 +8,7 @@
 #include "platform/dom.h"
 #include "platform/lack_of_memory.h"
 #include "satellite/record_loading.h"
-#include "xml/xml_nodes.h"
+#include "xml/elements/xml_nodes.h"
 
 /// What the four lists of the satellite model have in common: records of class `Own` in `kParts`
 /// lists, the element that they were loaded from, and a dirty flag. `C` is the list's class and `M`

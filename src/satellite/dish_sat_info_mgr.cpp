@@ -1,11 +1,11 @@
 #include "satellite/dish_sat_info_mgr.h"
 
 #include "platform/lack_of_memory.h"
-#include "xml/dish_sat_element.h"
-#include "xml/dish_sat_index.h"
-#include "xml/element_paths.h"
-#include "xml/xml_nodes.h"
-#include "xml/xml_usr_conf_parser.h"
+#include "xml/codecs/dish_sat_element.h"
+#include "xml/elements/element_paths.h"
+#include "xml/elements/xml_nodes.h"
+#include "xml/files/xml_usr_conf_parser.h"
+#include "xml/lookup/dish_sat_index.h"
 
 namespace {
 

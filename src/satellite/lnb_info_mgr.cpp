@@ -1,7 +1,7 @@
 #include "satellite/lnb_info_mgr.h"
 
 #include "platform/bstr.h"
-#include "xml/satellite_elements.h"
+#include "xml/codecs/satellite_elements.h"
 
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::CreateLNBInfo(ILNBInfo** ppInfo) {
   return CLNBInfo::CreateInstance(ppInfo);

@@ -2,7 +2,7 @@
 
 #include "satellite/catalogue_list.h"
 #include "satellite/lnb_info.h"
-#include "xml/element_paths.h"
+#include "xml/elements/element_paths.h"
 
 /// The known LNB types. It is a member of the database object and never destroyed through Release.
 class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, CLNBInfo> {

@@ -7,8 +7,8 @@
 #include "platform/com_error.h"
 #include "platform/dom.h"
 #include "records/record_list.h"
-#include "xml/direction.h"
-#include "xml/xml_nodes.h"
+#include "xml/codecs/direction.h"
+#include "xml/elements/xml_nodes.h"
 
 /// Adds a record for every element. `loadRecord(element, position, loaded)` appends it to `loaded`,
 /// or nothing when it fails: that element is left out. What is in the list stays. `result` becomes

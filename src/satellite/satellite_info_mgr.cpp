@@ -2,8 +2,8 @@
 
 #include "platform/bstr.h"
 #include "platform/com_error.h"
-#include "xml/satellite_elements.h"
-#include "xml/xml_sat_parser.h"
+#include "xml/codecs/satellite_elements.h"
+#include "xml/files/xml_sat_parser.h"
 
 namespace {
 

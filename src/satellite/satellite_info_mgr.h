@@ -2,7 +2,7 @@
 
 #include "satellite/catalogue_list.h"
 #include "satellite/satellite_info.h"
-#include "xml/element_paths.h"
+#include "xml/elements/element_paths.h"
 
 /// The satellite catalogue. It is a member of the database object and never destroyed through
 /// Release.

@@ -1,7 +1,7 @@
 #include "satellite/transponder_info_mgr.h"
 
 #include "platform/bstr.h"
-#include "xml/satellite_elements.h"
+#include "xml/codecs/satellite_elements.h"
 
 HRESULT STDMETHODCALLTYPE CTransponderInfoMgr::CreateTransponderInfo(ITransponderInfo** ppInfo) {
   return CTransponderInfo::CreateInstance(ppInfo);

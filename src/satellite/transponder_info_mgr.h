@@ -2,7 +2,7 @@
 
 #include "satellite/catalogue_list.h"
 #include "satellite/transponder_info.h"
-#include "xml/element_paths.h"
+#include "xml/elements/element_paths.h"
 
 /// The transponders of one band of one satellite, in the order of the file. It is a member of its
 /// satellite and never destroyed through Release.

@@ -8,7 +8,7 @@
 
 #include "platform/dom.h"
 #include "support/temp_dir.h"
-#include "xml/xml_format.h"
+#include "xml/documents/xml_format.h"
 
 /// A document loaded from text.
 class TextDocument {

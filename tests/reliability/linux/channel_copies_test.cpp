@@ -9,7 +9,7 @@
 #include "reliability/linux/every_allocation.h"
 #include "support/dom_text.h"
 #include "support/fake_channel.h"
-#include "xml/channel_codec.h"
+#include "xml/codecs/channel_codec.h"
 
 namespace {
 

@@ -7,13 +7,13 @@
 #include <filesystem>
 #include <string>
 
-#include "../sample_channels.h"
 #include "support/dom_text.h"
 #include "support/expect.h"
 #include "support/linux/child.h"
 #include "support/temp_dir.h"
-#include "xml/file_header.h"
-#include "xml/xml_chan_parser.h"
+#include "xml/codecs/sample_channels.h"
+#include "xml/files/file_header.h"
+#include "xml/files/xml_chan_parser.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/linux/code_page_scope.h"
-#include "xml/preset_file.h"
+#include "xml/files/preset_file.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "support/expect.h"
 #include "support/temp_dir.h"
-#include "xml/xml_chan_parser.h"
+#include "xml/files/xml_chan_parser.h"
 
 namespace {
 
