@@ -3,10 +3,10 @@
 #include <cstring>
 #include <memory>
 
+#include "countries/country_code.h"
 #include "platform/com.h"
 #include "support/fuzz.h"
 #include "support/scratch.h"
-#include "xml/country_code.h"
 
 void Fuzz(const BYTE* data, std::size_t size) {
   const Scratch& scratch = Scratch::Emptied();

@@ -1,13 +1,13 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "countries/country_table.h"
 #include "kit/failure.h"
 #include "kit/files/file_scan.h"
 #include "kit/saving/inventory.h"
 #include "kit/text/signal_types.h"
 #include "tool/commands/commands.h"
 #include "tool/printing/output.h"
-#include "xml/country_table.h"
 
 using nlohmann::ordered_json;
 

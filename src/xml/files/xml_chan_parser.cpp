@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "countries/country_code.h"
 #include "platform/text.h"
-#include "xml/country_code.h"
 #include "xml/documents/xml_format.h"
 #include "xml/elements/element_paths.h"
 #include "xml/elements/xml_nodes.h"

@@ -1,4 +1,4 @@
-#include "xml/country_table.h"
+#include "countries/country_table.h"
 
 #include <gtest/gtest.h>
 

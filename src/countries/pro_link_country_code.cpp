@@ -1,4 +1,4 @@
-#include "xml/pro_link_country_code.h"
+#include "countries/pro_link_country_code.h"
 
 #include <cstring>
 

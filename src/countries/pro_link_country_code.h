@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "xml/country_table.h"
+#include "countries/country_table.h"
 
 /// The built-in country table. The current row is that of the United States and never changes.
 class CProLinkCountryCode {

@@ -1,4 +1,4 @@
-#include "xml/country_code.h"
+#include "countries/country_code.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "countries/pro_link_country_code.h"
 #include "platform/com.h"
-#include "xml/pro_link_country_code.h"
 
 /// Room that every buffer for a country name has to have.
 inline constexpr std::size_t kCountryNameSize = 260;
