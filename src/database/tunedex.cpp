@@ -52,19 +52,17 @@ HRESULT CTunedex::OpenDocuments() {
   if (FAILED(hr)) return hr;
   UINT lists = 0;
   m_channelLists.Count(&lists);
-  try {
-    m_channelLists.CreateAll();
-    m_satelliteFile.Open(PathOf("SatelliteInfo.xml"));
-    hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
-    if (SUCCEEDED(hr)) hr = LoadUserSettings();
-    // For one-segment alone; a missing file is no failure.
-    LoadPresets();
-    // The last step that lack of memory can end: it loads all channels or none.
-    LoadChannels();
-  } catch (...) {
+  const WhenRaised destroyNew([this, lists] {
     if (lists == 0) m_channelLists.DestroyAll();
-    throw;
-  }
+  });
+  m_channelLists.CreateAll();
+  m_satelliteFile.Open(PathOf("SatelliteInfo.xml"));
+  hr = m_settingsFile.Open(PathOf("UserSettings.xml"));
+  if (SUCCEEDED(hr)) hr = LoadUserSettings();
+  // For one-segment alone; a missing file is no failure.
+  LoadPresets();
+  // The last step that lack of memory can end: it loads all channels or none.
+  LoadChannels();
   return FAILED(hr) ? hr : S_OK;
 }
 

@@ -31,6 +31,29 @@ auto RaisingComError(Work work) {
   }
 }
 
+/// Where nothing may be raised through, as in a function that somebody else's code calls: what is
+/// raised is kept, and raised behind that code.
+class RaisedLater {
+ public:
+  /// False when the work raised; what it raised is kept.
+  template <typename Work>
+  bool Run(Work work) noexcept {
+    try {
+      work();
+      return true;
+    } catch (...) {
+      m_raised = std::current_exception();
+      return false;
+    }
+  }
+  void RaiseIfAny() const {
+    if (m_raised) std::rethrow_exception(m_raised);
+  }
+
+ private:
+  std::exception_ptr m_raised;
+};
+
 /// Puts the parts of an object back to what they were when its own scope is left by an exception.
 /// Copying the parts may raise, assigning them must not.
 template <typename... Parts>

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/lack_of_memory.h"
+
 /// Builds a list by inserting many items, each in front of the first one whose key is greater than
 /// or equal to its own, else at the end: the same order as scanning the list for every item, in
 /// O(n log n) over all, whatever the order of the keys. An item may be placed by one key and stay
@@ -41,13 +43,9 @@ class BulkInsert {
     // No scan stops at an item that a greater one stands in front of.
     if (stop != m_maxima.begin() && !(std::prev(stop)->first < storedKey)) return;
     const bool covers = stop != m_maxima.end() && stop->first < storedKey;
-    try {
-      const auto made = m_maxima.insert_or_assign(stop, storedKey, node);
-      if (covers) m_maxima.erase(stop, made);
-    } catch (...) {
-      m_sequence.erase(node);
-      throw;
-    }
+    const WhenRaised takeOut([this, node] { m_sequence.erase(node); });
+    const auto made = m_maxima.insert_or_assign(stop, storedKey, node);
+    if (covers) m_maxima.erase(stop, made);
   }
 
   /// The items in their order. The object is empty afterwards.

@@ -26,15 +26,10 @@ TreeBuilder::TreeBuilder(Store& store, xmlParserCtxt* parser)
     : m_store(store), m_parser(parser), m_current(&store.Root()) {}
 
 template <typename Step>
-void TreeBuilder::Guarded(void* builder, Step step) {
+void TreeBuilder::RunStep(void* builder, Step step) {
   auto& self = *static_cast<TreeBuilder*>(builder);
   if (self.m_failed) return;
-  try {
-    step(self);
-  } catch (...) {
-    self.m_raised = std::current_exception();
-    self.Fail();
-  }
+  if (!self.m_raised.Run([&] { step(self); })) self.Fail();
 }
 
 void TreeBuilder::Fail() {
@@ -51,31 +46,31 @@ xmlSAXHandler TreeBuilder::Handler() {
   handler.startElementNs = [](void* builder, const xmlChar* local, const xmlChar* prefix,
                               const xmlChar*, int namespaceCount, const xmlChar** namespaces,
                               int attributeCount, int, const xmlChar** attributes) {
-    Guarded(builder, [=](TreeBuilder& self) {
+    RunStep(builder, [=](TreeBuilder& self) {
       self.StartElement(local, prefix, namespaceCount, namespaces, attributeCount, attributes);
     });
   };
   handler.endElementNs = [](void* builder, const xmlChar*, const xmlChar*, const xmlChar*) {
-    Guarded(builder, [](TreeBuilder& self) { self.EndElement(); });
+    RunStep(builder, [](TreeBuilder& self) { self.EndElement(); });
   };
   // Both the same: the parser then does not ask which white space may be ignored.
   handler.characters =
       handler.ignorableWhitespace = [](void* builder, const xmlChar* text, int length) {
-        Guarded(builder, [=](TreeBuilder& self) {
+        RunStep(builder, [=](TreeBuilder& self) {
           self.AddText(ViewOf(text, static_cast<std::size_t>(length)));
         });
       };
   handler.cdataBlock = [](void* builder, const xmlChar* text, int length) {
-    Guarded(builder, [=](TreeBuilder& self) {
+    RunStep(builder, [=](TreeBuilder& self) {
       self.AddLeaf(Kind::Cdata, kNoName, ViewOf(text, static_cast<std::size_t>(length)));
     });
   };
   handler.comment = [](void* builder, const xmlChar* text) {
-    Guarded(builder,
+    RunStep(builder,
             [=](TreeBuilder& self) { self.AddLeaf(Kind::Comment, kNoName, ViewOf(text)); });
   };
   handler.processingInstruction = [](void* builder, const xmlChar* target, const xmlChar* data) {
-    Guarded(builder, [=](TreeBuilder& self) {
+    RunStep(builder, [=](TreeBuilder& self) {
       self.AddLeaf(Kind::Instruction, self.m_store.GetNames().Intern(ViewOf(target)), ViewOf(data));
     });
   };

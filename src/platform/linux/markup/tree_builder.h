@@ -4,10 +4,10 @@
 
 #include <array>
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <string_view>
 
+#include "platform/lack_of_memory.h"
 #include "platform/linux/tree/store.h"
 
 namespace domtree {
@@ -23,9 +23,7 @@ class TreeBuilder {
   static xmlSAXHandler Handler();
 
   bool HasFailed() const { return m_failed; }
-  void RaiseWhatWasRaised() const {
-    if (m_raised) std::rethrow_exception(m_raised);
-  }
+  void RaiseWhatWasRaised() const { m_raised.RaiseIfAny(); }
 
  private:
   struct KnownName {
@@ -35,7 +33,7 @@ class TreeBuilder {
   };
 
   template <typename Step>
-  static void Guarded(void* builder, Step step);
+  static void RunStep(void* builder, Step step);
   void Fail();
 
   void StartElement(const xmlChar* local, const xmlChar* prefix, int namespaceCount,
@@ -66,7 +64,7 @@ class TreeBuilder {
   std::string m_text;
   bool m_sawSpace = false;
   bool m_failed = false;
-  std::exception_ptr m_raised;
+  RaisedLater m_raised;
   /// The parser keeps every name once: its pointers tell names apart.
   std::array<KnownName, 512> m_known;
 };

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <new>
 
+#include "platform/lack_of_memory.h"
 #include "platform/linux/text/code_page.h"
 #include "platform/linux/text/utf8.h"
 
@@ -33,13 +33,10 @@ Bstr FromAscii(std::string_view ascii) {
 
 Bstr FromBytes(const CodePage* page, std::string_view narrow) {
   if (IsAscii(narrow)) return FromAscii(narrow);
-  try {
-    const std::u16string wide = page ? page->Decode(narrow) : utf8::ToWide(narrow);
-    if (wide.size() > std::numeric_limits<UINT>::max()) throw ComError(E_OUTOFMEMORY);
-    return Bstr(wide);
-  } catch (const std::bad_alloc&) {
-    throw ComError(E_OUTOFMEMORY);
-  }
+  const std::u16string wide =
+      RaisingComError([=] { return page ? page->Decode(narrow) : utf8::ToWide(narrow); });
+  if (wide.size() > std::numeric_limits<UINT>::max()) throw ComError(E_OUTOFMEMORY);
+  return Bstr(wide);
 }
 
 std::string ToBytes(const CodePage* page, WideView wide) {

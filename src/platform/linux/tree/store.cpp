@@ -6,6 +6,8 @@
 #include <memory>
 #include <new>
 
+#include "platform/lack_of_memory.h"
+
 namespace domtree {
 namespace {
 
@@ -119,12 +121,8 @@ void Store::Append(Node& element, NameId name, std::string_view value) {
   const std::uint32_t capacity =
       element.m_isOutgrown ? element.Elsewhere()->capacity : element.m_room;
   if (element.m_count == capacity) {
-    try {
-      Grow(element, capacity);
-    } catch (...) {
-      Discard(fresh);
-      throw;
-    }
+    const WhenRaised discard([&] { Discard(fresh); });
+    Grow(element, capacity);
   }
   new (element.Attributes() + element.m_count) Attribute(fresh);
   ++element.m_count;
