@@ -13,8 +13,9 @@
 #include "records/held_record.h"
 #include "records/key_order.h"
 
-/// From which end of a list its records are numbered 1, 2, 3, ...
-enum class Numbering { FromFront, FromBack };
+/// From which end of a list its records are numbered 1, 2, 3, ...; passed on as a flag,
+/// "ascending".
+enum class Numbering : bool { FromBack = false, FromFront = true };
 
 /// Records in order; holds one reference on each. Records may be the host's own and may call back
 /// into their list: none is called while a place in the array is held, and each is kept alive while
@@ -102,6 +103,9 @@ class RecordList {
   void ForgetKeys() {
     ForAllKeys([](auto& order) { order.Forget(); });
   }
+  static void NoteListed(Interface* record) {
+    if (Own* own = Own::From(record)) own->SetListed();
+  }
   template <typename Match>
   HRESULT FindFrom(std::size_t first, Match match, Interface** out) const;
   std::size_t PlaceFor(UINT key);
@@ -129,9 +133,7 @@ void RecordList<Traits>::AddLoaded(const std::vector<Loaded>& loaded) {
   for (const Loaded& item : loaded) bulk.Insert(item.record, item.key, item.index);
   Records merged = bulk.Take();
   if (Replace(before, merged)) {
-    for (const Loaded& item : loaded) {
-      if (Own* own = Own::From(item.record.Get())) own->SetListed();
-    }
+    for (const Loaded& item : loaded) NoteListed(item.record.Get());
     return;
   }
   // A record changed the list while it was asked.
@@ -274,6 +276,6 @@ void RecordList<Traits>::InsertAt(std::size_t position, Interface* record) {
     std::swap(m_records[place], carried);
   }
   m_records.push_back(std::move(carried));
-  if (Own* own = Own::From(record)) own->SetListed();
+  NoteListed(record);
   ForAllKeys([=, this](auto& order) { order.Inserted(m_records, position); });
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/bstr.h"
 #include "platform/text.h"
 #include "satellite/bound_list.h"
@@ -46,14 +48,14 @@ class CatalogueList : public BoundList<C, M, Own> {
 template <typename C, typename M, typename Own>
 HRESULT CatalogueList<C, M, Own>::LoadFrom(const dom::Element& element) {
   dom::ElementList elements;
-  HRESULT hr = xml::SelectChildren(element, C::kPath, elements);
+  const HRESULT hr = xml::SelectChildren(element, C::kPath, elements);
   if (FAILED(hr)) return hr;
-  LoadElements(elements, this->At(0), hr,
-               [this](const dom::Element& record, LONG position, Loaded& loaded) {
-                 return static_cast<C*>(this)->LoadRecord(record, position, loaded);
-               });
+  const std::optional<HRESULT> last = LoadElements(
+      elements, this->At(0), [this](const dom::Element& record, LONG position, Loaded& loaded) {
+        return static_cast<C*>(this)->LoadRecord(record, position, loaded);
+      });
   this->SetDirty(0);
-  return hr;
+  return last.value_or(hr);
 }
 
 template <typename C, typename M, typename Own>

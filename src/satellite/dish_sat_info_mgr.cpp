@@ -1,6 +1,7 @@
 #include "satellite/dish_sat_info_mgr.h"
 
-#include "platform/lack_of_memory.h"
+#include <optional>
+
 #include "xml/codecs/dish_sat_element.h"
 #include "xml/elements/element_paths.h"
 #include "xml/elements/xml_nodes.h"
@@ -23,7 +24,7 @@ HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::AddDishSatInfo(IDishSatInfo* pInfo, U
 
 HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::RemoveDishSatInfo(IDishSatInfo* pInfo, UINT DishNum) {
   const HRESULT hr = RemoveRecord(pInfo, DishNum);
-  if (SUCCEEDED(hr)) Renumber(true, DishNum);
+  if (SUCCEEDED(hr)) Renumber(Numbering::FromFront, DishNum);
   return hr;
 }
 
@@ -36,8 +37,8 @@ HRESULT STDMETHODCALLTYPE CDishSatInfoMgr::GetDishSatInfoByIndex(IDishSatInfo** 
   return FindByIndex(nIndex, ppInfo, DishNum);
 }
 
-HRESULT CDishSatInfoMgr::Renumber(bool ascending, UINT dishNum) {
-  return NumberRecords(ascending ? Numbering::FromFront : Numbering::FromBack, dishNum);
+HRESULT CDishSatInfoMgr::Renumber(Numbering from, UINT dishNum) {
+  return NumberRecords(from, dishNum);
 }
 
 // A dish without an element is an empty one.
@@ -52,10 +53,11 @@ HRESULT CDishSatInfoMgr::LoadFrom(const dom::Element& setting) {
       hr = selected;
       continue;
     }
-    LoadElements(elements, At(dishNum), hr,
-                 [this](const dom::Element& record, LONG position, Loaded& loaded) {
-                   return LoadRecord(record, position, loaded);
-                 });
+    const std::optional<HRESULT> last = LoadElements(
+        elements, At(dishNum), [this](const dom::Element& record, LONG position, Loaded& loaded) {
+          return LoadRecord(record, position, loaded);
+        });
+    if (last) hr = *last;
   }
   SetDirty(0);
   return hr;

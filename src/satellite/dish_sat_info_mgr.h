@@ -17,15 +17,13 @@ class CDishSatInfoMgr : public BoundList<CDishSatInfoMgr, IDishSatInfoMgr, CDish
   HRESULT STDMETHODCALLTYPE GetDishSatInfoByIndex(IDishSatInfo** ppInfo, UINT DishNum,
                                                   UINT nIndex) override;
 
-  /// Numbers one dish's assignments 1, 2, 3, ... from the front, or from the back when not
-  /// `ascending`. E_FAIL for a dish above 3. Removing calls it through the object's table, where it
-  /// stands behind the destructor, so that a derived class can replace it.
-  virtual HRESULT Renumber(bool ascending, UINT dishNum);
+  /// One dish's assignments; E_FAIL for a dish above 3. Removing calls it, from the front, through
+  /// the object's table, where it stands behind the destructor, so that a derived class can replace
+  /// it.
+  virtual HRESULT Renumber(Numbering from, UINT dishNum);
 
  private:
-  using Base = BoundList<CDishSatInfoMgr, IDishSatInfoMgr, CDishSatInfo, 4>;
-  friend Base;
-
+  friend class BoundList<CDishSatInfoMgr, IDishSatInfoMgr, CDishSatInfo, 4>;
   HRESULT LoadFrom(const dom::Element& setting);
   static void StripElement(const dom::Element& setting);
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);

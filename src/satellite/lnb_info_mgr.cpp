@@ -11,7 +11,7 @@ HRESULT STDMETHODCALLTYPE CLNBInfoMgr::AddLNBInfo(ILNBInfo* pInfo) { return AddR
 
 HRESULT STDMETHODCALLTYPE CLNBInfoMgr::RemoveLNBInfo(ILNBInfo* pInfo) {
   const HRESULT hr = RemoveRecord(pInfo);
-  if (SUCCEEDED(hr)) Renumber(true);
+  if (SUCCEEDED(hr)) Renumber(Numbering::FromFront);
   return hr;
 }
 
@@ -27,9 +27,7 @@ HRESULT STDMETHODCALLTYPE CLNBInfoMgr::GetLNBInfoByType(BSTR Type, ILNBInfo** pp
   return FindByText(&ILNBInfo::GetType, type.Get(), ppInfo);
 }
 
-HRESULT CLNBInfoMgr::Renumber(bool ascending) {
-  return NumberRecords(ascending ? Numbering::FromFront : Numbering::FromBack);
-}
+HRESULT CLNBInfoMgr::Renumber(Numbering from) { return NumberRecords(from); }
 
 HRESULT CLNBInfoMgr::LoadRecord(const dom::Element& element, LONG position, Loaded& loaded) {
   ComPtr<ILNBInfo> record;

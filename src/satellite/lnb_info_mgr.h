@@ -16,13 +16,11 @@ class CLNBInfoMgr : public CatalogueList<CLNBInfoMgr, ILNBInfoMgr, CLNBInfo> {
   HRESULT STDMETHODCALLTYPE GetLNBInfoByIndex(UINT nIndex, ILNBInfo** ppInfo) override;
   HRESULT STDMETHODCALLTYPE GetLNBInfoByType(BSTR Type, ILNBInfo** ppInfo) override;
 
-  /// Numbers the types 1, 2, 3, ... from the front, or from the back when not `ascending`. Removing
-  /// calls it through the object's table, where it stands behind the destructor, so that a derived
-  /// class can replace it.
-  virtual HRESULT Renumber(bool ascending);
+  /// Removing calls it, from the front, through the object's table, where it stands behind the
+  /// destructor, so that a derived class can replace it.
+  virtual HRESULT Renumber(Numbering from);
 
  private:
-  using Catalogue = CatalogueList<CLNBInfoMgr, ILNBInfoMgr, CLNBInfo>;
-  friend Catalogue;
+  friend class CatalogueList<CLNBInfoMgr, ILNBInfoMgr, CLNBInfo>;
   HRESULT LoadRecord(const dom::Element& element, LONG position, Loaded& loaded);
 };

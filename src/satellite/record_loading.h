@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "platform/com_error.h"
@@ -11,20 +12,22 @@
 #include "xml/elements/xml_nodes.h"
 
 /// Adds a record for every element. `loadRecord(element, position, loaded)` appends it to `loaded`,
-/// or nothing when it fails: that element is left out. What is in the list stays. `result` becomes
-/// that of the last element; where there is none it is left. Lack of memory is raised, and nothing
+/// or nothing when it fails: that element is left out. What is in the list stays. The result is
+/// that of the last element; none where there is no element. Lack of memory is raised, and nothing
 /// is added then: a part of the records must not pass for all of them.
 template <typename List, typename LoadRecord>
-void LoadElements(const dom::ElementList& elements, List& records, HRESULT& result,
-                  LoadRecord loadRecord) {
+std::optional<HRESULT> LoadElements(const dom::ElementList& elements, List& records,
+                                    LoadRecord loadRecord) {
+  std::optional<HRESULT> last;
   std::vector<typename List::Loaded> loaded;
   loaded.reserve(static_cast<std::size_t>(elements.Count()));
   for (LONG position = 0; position < elements.Count(); ++position) {
     dom::Element element;
-    result = xml::GetChild(elements, position, &element);
-    if (result == S_OK) result = RaiseLackOfMemory(loadRecord(element, position, loaded));
+    last = xml::GetChild(elements, position, &element);
+    if (last == S_OK) last = RaiseLackOfMemory(loadRecord(element, position, loaded));
   }
   records.AddLoaded(loaded);
+  return last;
 }
 
 /// Reads a new record. Its position is its index before it is added, so the order of the file is

@@ -35,10 +35,10 @@ class DishSatInfoMgr : public ListTest<Dish<0>> {
 class ReversedDishes : public CDishSatInfoMgr {
  public:
   std::vector<UINT> asked;
-  HRESULT Renumber(bool ascending, UINT dishNum) override {
-    EXPECT_TRUE(ascending) << "removing asks for ascending order";
+  HRESULT Renumber(Numbering from, UINT dishNum) override {
+    EXPECT_EQ(Numbering::FromFront, from);
     asked.push_back(dishNum);
-    return CDishSatInfoMgr::Renumber(!ascending, dishNum);
+    return CDishSatInfoMgr::Renumber(Numbering::FromBack, dishNum);
   }
 };
 
@@ -60,7 +60,7 @@ TEST_F(DishSatInfoMgr, DishNumbersAboveThree) {
     ExpectHr(E_FAIL, List().RemoveDishSatInfo(record.Get(), dish));
     ExpectHr(E_FAIL, List().GetDishSatCount(&count, dish));
     ExpectHr(E_FAIL, List().GetDishSatInfoByIndex(&untouched, dish, 1));
-    ExpectHr(E_FAIL, List().Renumber(true, dish));
+    ExpectHr(E_FAIL, List().Renumber(Numbering::FromFront, dish));
   }
   ExpectRefCount(1, record.Get());
   EXPECT_EQ(4711U, count);
@@ -96,11 +96,11 @@ TEST_F(DishSatInfoMgr, IndexesThreeOneThree) {
   AddedTo(2, 1, "one");
   AddedTo(2, 3, "late");
   EXPECT_EQ("late", IdAt(2, 3));
-  ExpectHr(S_OK, List().Renumber(true, 2));
+  ExpectHr(S_OK, List().Renumber(Numbering::FromFront, 2));
   EXPECT_EQ("one", IdAt(2, 1));
   EXPECT_EQ("late", IdAt(2, 2));
   EXPECT_EQ("early", IdAt(2, 3));
-  ExpectHr(S_OK, List().Renumber(false, 2));
+  ExpectHr(S_OK, List().Renumber(Numbering::FromBack, 2));
   EXPECT_EQ("early", IdAt(2, 1));
   EXPECT_EQ("one", IdAt(2, 3));
 }

@@ -17,10 +17,11 @@ class LnbInfoMgr : public ListTest<Lnbs> {
 /// Numbers from the back.
 class ReversedLNBs : public CLNBInfoMgr {
  public:
-  std::vector<bool> asked;
-  HRESULT Renumber(bool ascending) override {
-    asked.push_back(ascending);
-    return CLNBInfoMgr::Renumber(!ascending);
+  std::vector<Numbering> asked;
+  HRESULT Renumber(Numbering from) override {
+    asked.push_back(from);
+    return CLNBInfoMgr::Renumber(from == Numbering::FromFront ? Numbering::FromBack
+                                                              : Numbering::FromFront);
   }
 };
 
@@ -56,11 +57,11 @@ TEST_F(LnbInfoMgr, RenumberFromBothEnds) {
   const auto first = AddedAs(10, "a");
   const auto second = AddedAs(20, "b");
   ExpectHr(S_OK, List().SetDirty(0));
-  ExpectHr(S_OK, List().Renumber(false));
+  ExpectHr(S_OK, List().Renumber(Numbering::FromBack));
   EXPECT_EQ(2U, IndexOf(first));
   EXPECT_EQ(1U, IndexOf(second));
   EXPECT_EQ(1, Dirty());
-  ExpectHr(S_OK, List().Renumber(true));
+  ExpectHr(S_OK, List().Renumber(Numbering::FromFront));
   EXPECT_EQ(1U, IndexOf(first));
   EXPECT_EQ(2U, IndexOf(second));
 }
@@ -68,7 +69,7 @@ TEST_F(LnbInfoMgr, RenumberFromBothEnds) {
 TEST_F(LnbInfoMgr, RenumberStrips) {
   AddElement("a");
   Load();
-  ExpectHr(S_OK, List().Renumber(false));
+  ExpectHr(S_OK, List().Renumber(Numbering::FromBack));
   EXPECT_EQ(0, Elements());
   EXPECT_EQ(1U, Count());
 }
@@ -83,7 +84,7 @@ TEST_F(LnbInfoMgr, RemovingRenumbersThroughTheTable) {
     ExpectHr(S_OK, list.AddLNBInfo(record.Get()));
   }
   ExpectHr(S_OK, list.RemoveLNBInfo(records[0].Get()));
-  EXPECT_EQ(std::vector<bool>{true}, list.asked) << "removing asks for ascending order";
+  EXPECT_EQ(std::vector<Numbering>{Numbering::FromFront}, list.asked);
   EXPECT_EQ(2U, IndexOf(records[1]));
   EXPECT_EQ(1U, IndexOf(records[2]));
 }
