@@ -28,7 +28,8 @@ function(says expected old new)
 endfunction()
 
 says("" "" "")
-says("there is no channels/introsorts.h" "`channels/introsort.h`" "`channels/introsorts.h`")
+says("there is no channels/sorting/introsorts.h" "`channels/sorting/introsort.h`"
+     "`channels/sorting/introsorts.h`")
 says("there is no src/kits" "`src/kit`" "`src/kits`")
 says("database/tunedex.cpp has no function LoadChannel" "`OpenDocuments`, `LoadChannels`"
      "`OpenDocuments`, `LoadChannel`")

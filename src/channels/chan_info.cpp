@@ -163,9 +163,9 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelOffsetFreq(LONG lFreq) {
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetStationInfo(_StationTuneInfo* pStationInfo) {
   if (pStationInfo == nullptr) return E_POINTER;
-  StationInfo copy;
+  OwnedStation copy;
   // A failed copy is a zeroed station, and no error here.
-  copy.Assign(m_station.Get(), m_signalType);
+  AnsweringLackOfMemory([&] { return copy.Assign(m_station.Get(), m_signalType); });
   *pStationInfo = copy.Release();
   return S_OK;
 }
@@ -174,7 +174,9 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetStationInfo(_StationTuneInfo* pStationIn
   if (pStationInfo == nullptr) return E_POINTER;
   // As in GetStationInfo.
   const UINT number = Number();
-  m_station.Assign(*pStationInfo, m_signalType);
+  const HRESULT hr =
+      AnsweringLackOfMemory([=, this] { return m_station.Assign(*pStationInfo, m_signalType); });
+  m_isStationLost = hr == E_OUTOFMEMORY;
   NoteChange<ChannelNumber>(number != Number());
   NoteService();
   SetDirty(1);

@@ -4,8 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "channels/service_type.h"
-#include "channels/station_info.h"
+#include "channels/stations/owned_station.h"
+#include "channels/stations/service_type.h"
+#include "channels/stations/station_view.h"
 #include "platform/bstr.h"
 #include "records/own_record.h"
 
@@ -25,6 +26,9 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   bool NumberAs(UINT index);
   /// What GetStationInfo would hand out, without a copy. Valid until the record changes.
   StationView ViewStation() const;
+  /// Whether there was no memory for the station that was set last, which SetStationInfo does not
+  /// tell.
+  bool IsStationLost() const { return m_isStationLost; }
 
   HRESULT STDMETHODCALLTYPE GetSignalType(InputSignalType* pSignalType) override;
   HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) override;
@@ -64,7 +68,7 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   void NoteService();
 
   InputSignalType m_signalType = InputSignalUnknown;
-  StationInfo m_station;
+  OwnedStation m_station;
   // Follows from the two above.
   service_type::Answer m_service;
   Bstr m_displayName;
@@ -72,4 +76,5 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   UINT m_favor = 0;
   BOOL m_lock = 0;
   BOOL m_dirty = 0;
+  bool m_isStationLost = false;
 };

@@ -1,7 +1,7 @@
 #include "channels/chan_info_mgr.h"
 
 #include "channels/chan_info.h"
-#include "channels/chan_sort.h"
+#include "channels/sorting/chan_sort.h"
 #include "platform/lack_of_memory.h"
 #include "xml/files/xml_chan_parser.h"
 

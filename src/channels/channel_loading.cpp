@@ -14,7 +14,7 @@ HRESULT LoadChannel(const dom::Element& element, InputSignalType signalType,
   made->SetSignalType(signalType);
   hr = RaiseLackOfMemory(xml::CodeChannel(element, made.Get(), xml::Direction::Read));
   if (FAILED(hr)) return hr;
-  if (CChanInfo::From(made.Get())->ViewStation().bytes.empty()) throw std::bad_alloc();
+  if (CChanInfo::From(made.Get())->IsStationLost()) throw std::bad_alloc();
   record = std::move(made);
   return S_OK;
 }

@@ -5,6 +5,7 @@
 
 #include "channels/chan_info.h"
 #include "core/station_blocks.h"
+#include "core/task_block.h"
 
 namespace station_match {
 
@@ -72,13 +73,11 @@ bool IsOf(IChannelInfo* channelInfo, InputSignalType listType, const StationView
   if (const CChanInfo* ours = CChanInfo::From(channelInfo)) {
     return AreSame(listType, ours->ViewStation(), probe);
   }
-  StationInfo station;
-  if (FAILED(channelInfo->GetStationInfo(station.Receive()))) {
-    // What a failing getter left there is not ours to free.
-    static_cast<void>(station.Release());
-    return false;
-  }
-  return AreSame(listType, StationView::Of(station.Get()), probe);
+  _StationTuneInfo station = {};
+  // What a failing getter left there is not ours to free.
+  if (FAILED(channelInfo->GetStationInfo(&station))) return false;
+  const TaskBlock block = TaskBlock::Attach(station.pbInformation);
+  return AreSame(listType, StationView::Of(station), probe);
 }
 
 }  // namespace station_match

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "channels/station_info.h"
+#include "channels/stations/station_view.h"
 #include "core/interfaces.h"
 
 namespace station_match {

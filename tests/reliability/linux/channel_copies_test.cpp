@@ -3,6 +3,7 @@
 // Linux only: MSXML allocates without operator new, which is what counts here
 #include <new>
 
+#include "channels/stations/owned_station.h"
 #include "core/station_blocks.h"
 #include "platform/com_error.h"
 #include "platform/lack_of_memory.h"
@@ -56,5 +57,25 @@ TEST(ChannelCopies, AMissingCopyIsLackOfMemory) {
                       },
                       [](HRESULT hr, bool hasFailed) {
                         EXPECT_TRUE(hr == S_OK || (hasFailed && hr == E_OUTOFMEMORY)) << HrText(hr);
+                      }});
+}
+
+// And is raised: a type without a block fails, too, and is another thing.
+TEST(ChannelCopies, AStationIsCopiedWholeOrRaised) {
+  BYTE bytes[] = {1, 2, 3};
+  _StationTuneInfo source = {};
+  source.lTSID = 5;
+  source.cbInformation = sizeof(bytes);
+  source.pbInformation = bytes;
+  OwnedStation copy;
+  ForEveryAllocation({[] {},
+                      [&] {
+                        return AnsweringLackOfMemory(
+                            [&] { return copy.Assign(source, InputSignalFMRadio); });
+                      },
+                      [&](HRESULT hr, bool hasFailed) {
+                        ExpectHr(hasFailed ? E_OUTOFMEMORY : S_OK, hr);
+                        EXPECT_EQ(hasFailed, copy.Get().pbInformation == nullptr);
+                        EXPECT_EQ(hasFailed ? 0 : 5, copy.Get().lTSID);
                       }});
 }

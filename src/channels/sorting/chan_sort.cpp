@@ -1,9 +1,9 @@
-#include "channels/chan_sort.h"
+#include "channels/sorting/chan_sort.h"
 
 #include <atomic>
 #include <span>
 
-#include "channels/introsort.h"
+#include "channels/sorting/introsort.h"
 
 namespace chan_sort {
 
@@ -35,7 +35,7 @@ bool HasServiceTypeBefore(const Record& a, const Record& b) {
 }
 
 // No strict weak ordering, and kept so: the lists of all hosts have the order that it gives.
-bool IsBeforeInBoth(const Record& a, const Record& b) {
+bool HasNumberBeforeButServiceTypeBehind(const Record& a, const Record& b) {
   return direction != 0 ? NumberOf(a) < NumberOf(b) && ServiceTypeOf(a) > ServiceTypeOf(b)
                         : NumberOf(a) > NumberOf(b) && ServiceTypeOf(a) < ServiceTypeOf(b);
 }
@@ -54,7 +54,7 @@ void ByServiceType(Records& records, BOOL ascending) {
   direction = ascending;
   Pass(records, HasLowerNumber);
   Pass(records, HasServiceTypeBefore);
-  Pass(records, IsBeforeInBoth);
+  Pass(records, HasNumberBeforeButServiceTypeBehind);
 }
 
 }  // namespace chan_sort

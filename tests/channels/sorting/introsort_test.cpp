@@ -1,4 +1,4 @@
-#include "channels/introsort.h"
+#include "channels/sorting/introsort.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "channels/chan_sort.h"
+#include "channels/sorting/chan_sort.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "channels/service_type.h"
+#include "channels/stations/service_type.h"
 
 #include <map>
 
