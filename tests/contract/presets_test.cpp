@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "contract/database.h"
-#include "contract/slots.h"
+#include "contract/slots/slots.h"
 #include "contract/stations.h"
 #include "support/expect.h"
 #include "support/temp_dir.h"

@@ -1,6 +1,6 @@
 // The order of the methods of IChannelInfoMgr and IZorTunedex, by calls through their tables.
 #include "contract/database.h"
-#include "contract/slots.h"
+#include "contract/slots/slots.h"
 #include "contract/stations.h"
 #include "support/expect.h"
 #include "support/temp_dir.h"

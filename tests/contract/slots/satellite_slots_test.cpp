@@ -1,7 +1,7 @@
 // The order of the methods of the satellite model: every slot is called and does what its method
 // does.
 #include "contract/catalogue.h"
-#include "contract/slots.h"
+#include "contract/slots/slots.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The order of the methods of IChannelInfo: every slot is called and does what its method does.
 #include "contract/database.h"
-#include "contract/slots.h"
+#include "contract/slots/slots.h"
 #include "contract/stations.h"
 #include "core/station_blocks.h"
 #include "support/expect.h"
