@@ -149,7 +149,7 @@ HRESULT Read(const Vocabulary& vocabulary, Enum* value, Matches matches) {
 
 // Compared as wide text: narrowing first could turn another character into one of a word.
 template <typename Enum>
-HRESULT ReadText(const Vocabulary& vocabulary, BSTR text, Enum* value) {
+HRESULT ReadWide(const Vocabulary& vocabulary, BSTR text, Enum* value) {
   const Bstr owned = Bstr::Attach(text);
   return Read(vocabulary, value, [&owned](const char* word) {
     return text::Equal(owned.Get(), text::FromNarrow(word).Get());
@@ -168,38 +168,38 @@ HRESULT FecRateToText(BinaryConvolutionCodeRate value, BSTR* text) {
   return Write(kFecRate, value, text);
 }
 HRESULT TextToFecRate(BSTR text, BinaryConvolutionCodeRate* value) {
-  return ReadText(kFecRate, text, value);
+  return ReadWide(kFecRate, text, value);
 }
 
 HRESULT ModulationToText(ModulationType value, BSTR* text) {
   return Write(kModulation, value, text);
 }
 HRESULT TextToModulation(BSTR text, ModulationType* value) {
-  return ReadText(kModulation, text, value);
+  return ReadWide(kModulation, text, value);
 }
 
 HRESULT PolarisationToText(Polarisation value, BSTR* text) {
   return Write(kPolarisation, value, text);
 }
 HRESULT TextToPolarisation(BSTR text, Polarisation* value) {
-  return ReadText(kPolarisation, text, value);
+  return ReadWide(kPolarisation, text, value);
 }
 
 HRESULT SpectralInversionToText(SpectralInversion value, BSTR* text) {
   return Write(kSpectralInversion, value, text);
 }
 HRESULT TextToSpectralInversion(BSTR text, SpectralInversion* value) {
-  return ReadText(kSpectralInversion, text, value);
+  return ReadWide(kSpectralInversion, text, value);
 }
 
 HRESULT SatRegionToText(ESatRegion value, BSTR* text) { return Write(kSatRegion, value, text); }
-HRESULT TextToSatRegion(BSTR text, ESatRegion* value) { return ReadText(kSatRegion, text, value); }
+HRESULT TextToSatRegion(BSTR text, ESatRegion* value) { return ReadWide(kSatRegion, text, value); }
 
 HRESULT SatDivisionToText(ESatDivision value, BSTR* text) {
   return Write(kSatDivision, value, text);
 }
 HRESULT TextToSatDivision(BSTR text, ESatDivision* value) {
-  return ReadText(kSatDivision, text, value);
+  return ReadWide(kSatDivision, text, value);
 }
 
 namespace tuning_texts {
