@@ -33,6 +33,14 @@ HRESULT CXmlDocument::GetRoot(dom::Element& root) const {
   return m_state.document ? m_state.document.DocumentElement(root) : E_FAIL;
 }
 
+HRESULT CXmlDocument::CreateRoot(const char* name, dom::Element& root) const {
+  const dom::Document& document = m_state.document;
+  if (!document) return E_FAIL;
+  HRESULT hr = document.AppendProcessingInstruction("xml", "version='1.0' encoding='utf-8'");
+  if (hr == S_OK) hr = document.CreateElement(name, root);
+  return hr == S_OK ? document.AppendChild(root) : hr;
+}
+
 HRESULT CXmlDocument::FindOrAppend(const char* path, dom::Element* element) {
   dom::Element root;
   HRESULT hr = GetRoot(root);

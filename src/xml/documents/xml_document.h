@@ -41,6 +41,8 @@ class CXmlDocument {
 
   /// E_FAIL without a document; S_FALSE with an empty handle when there is no document element.
   HRESULT GetRoot(dom::Element& root) const;
+  /// Adds the declaration and a document element to an empty document. E_FAIL without one.
+  HRESULT CreateRoot(const char* name, dom::Element& root) const;
   /// The first child of the document element at a path of one step, appended where it is missing.
   /// E_FAIL without a document or a document element; E_POINTER for null, after the element was
   /// made.

@@ -80,12 +80,8 @@ HRESULT CXmlChanParser::Load() {
 }
 
 HRESULT CXmlChanParser::CreateNewDocument() {
-  if (!Doc()) return E_FAIL;
-  HRESULT hr = Doc().AppendProcessingInstruction("xml", "version='1.0' encoding='utf-8'");
-  if (hr != S_OK) return hr;
   dom::Element root;
-  hr = Doc().CreateElement("CHANNELTABLE", root);
-  return hr == S_OK ? Doc().AppendChild(root) : hr;
+  return CreateRoot("CHANNELTABLE", root);
 }
 
 HRESULT CXmlChanParser::Save() {

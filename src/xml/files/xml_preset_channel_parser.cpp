@@ -6,6 +6,7 @@
 #include "xml/codecs/channel_codec.h"
 #include "xml/elements/element_paths.h"
 #include "xml/elements/xml_nodes.h"
+#include "xml/files/xml_chan_parser.h"
 #include "xml/lookup/channel_element_index.h"
 
 namespace {
@@ -57,7 +58,7 @@ void CopyChannel(const dom::Element& source, ChannelReader read,
 // The source may be a channel set itself, or a country.
 void CopyChannels(const dom::Element& source, ChannelReader read, const dom::Element& target) {
   LONG count = 0;
-  xml::CountChildren(source, paths::kChannel, &count);
+  CXmlChanParser::CountChannels(source, &count);
   const std::string path =
       count == 0 ? xml::Below(SetPath(), paths::kChannel) : std::string(paths::kChannel);
   xml::ChannelElementIndex elements(target);

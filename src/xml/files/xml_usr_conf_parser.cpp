@@ -30,12 +30,8 @@ HRESULT CXmlUsrConfParser::Load() {
 }
 
 HRESULT CXmlUsrConfParser::CreateNewDocument() {
-  if (!Doc()) return E_FAIL;
-  HRESULT hr = Doc().AppendProcessingInstruction("xml", "version='1.0' encoding='utf-8'");
-  if (hr != S_OK) return hr;
   dom::Element root;
-  hr = Doc().CreateElement("USER_SETTINGS", root);
-  if (hr == S_OK) hr = Doc().AppendChild(root);
+  HRESULT hr = CreateRoot("USER_SETTINGS", root);
   if (hr != S_OK) return hr;
   dom::Element setting;
   hr = AppendNew(root, paths::kSatSetting, setting);
