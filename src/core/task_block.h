@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "platform/com.h"
@@ -9,9 +10,10 @@
 class TaskBlock {
  public:
   TaskBlock() = default;
-  /// Empty when there is no memory.
+  /// Raises lack of memory.
   explicit TaskBlock(std::size_t size) : m_bytes(static_cast<BYTE*>(CoTaskMemAlloc(size))) {
-    if (m_bytes != nullptr) std::memset(m_bytes, 0, size);
+    if (m_bytes == nullptr) throw std::bad_alloc();
+    std::memset(m_bytes, 0, size);
   }
   TaskBlock(TaskBlock&& other) noexcept : m_bytes(std::exchange(other.m_bytes, nullptr)) {}
   TaskBlock& operator=(TaskBlock&& other) noexcept {

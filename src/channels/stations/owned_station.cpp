@@ -2,27 +2,23 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <utility>
 
 #include "core/station_blocks.h"
+#include "core/task_block.h"
 
 HRESULT OwnedStation::Assign(const _StationTuneInfo& source, InputSignalType signalType) {
   Reset();
   const station_blocks::Layout* layout = station_blocks::Find(signalType);
   if (layout == nullptr) return E_FAIL;
-  BYTE* block = static_cast<BYTE*>(CoTaskMemAlloc(layout->size));
-  if (block == nullptr) throw std::bad_alloc();
-
+  TaskBlock block(layout->size);
   const DWORD count =
       source.pbInformation == nullptr ? 0 : std::min<DWORD>(source.cbInformation, layout->size);
-  if (count != 0) std::memcpy(block, source.pbInformation, count);
-  std::memset(block + count, 0, layout->size - count);
-
+  if (count != 0) std::memcpy(block.Get(), source.pbInformation, count);
   m_station = source;
   m_station.InputSignal = signalType;
   m_station.cbInformation = count;
-  m_station.pbInformation = block;
+  m_station.pbInformation = block.Release();
   return S_OK;
 }
 

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "core/task_block.h"
-#include "platform/com_error.h"
 #include "platform/text.h"
 #include "words/tuning_texts.h"
 #include "xml/codecs/base64.h"
@@ -209,7 +208,6 @@ HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bo
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
                     InputSignalType signalType, const station_blocks::Layout& layout) {
   TaskBlock block(layout.size);
-  if (!block) throw ComError(E_OUTOFMEMORY);
   _StationTuneInfo station = {};
   station.InputSignal = signalType;
   station.cbInformation = layout.size;

@@ -11,7 +11,7 @@ namespace xml {
 HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bool create);
 
 /// Reads an element into a record: its index, marks and display name, and a station block of the
-/// layout. The result is that of SetStationInfo; E_FAIL when there is no memory for the block.
+/// layout. The result is that of SetStationInfo. Lack of memory is raised.
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
                     InputSignalType signalType, const station_blocks::Layout& layout);
 

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "core/task_block.h"
-#include "platform/com_error.h"
 #include "platform/text.h"
 #include "words/tuning_texts.h"
 #include "xml/codecs/base64.h"
@@ -48,7 +47,7 @@ HRESULT FetchStation(IChannelInfo* channelInfo, const station_blocks::Layout& la
                      ChannelValues& values) {
   const HRESULT hr = FetchBlock(channelInfo, values);
   if (FAILED(hr) || values.block) return hr;
-  if (!TaskBlock(layout.size)) throw ComError(E_OUTOFMEMORY);
+  static_cast<void>(TaskBlock(layout.size));  // raises where there is none
   return FetchBlock(channelInfo, values);
 }
 
@@ -65,7 +64,6 @@ HRESULT FetchValues(IChannelInfo* channelInfo, const station_blocks::Layout& lay
     return values.block ? S_OK : E_FAIL;
   }
   TaskBlock whole(layout.size);
-  if (!whole) throw ComError(E_OUTOFMEMORY);
   std::memcpy(whole.Get(), values.block.Get(), values.station.cbInformation);
   values.block = std::move(whole);
   return S_OK;
