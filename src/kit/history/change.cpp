@@ -72,6 +72,20 @@ Step Walk(const ChangeSettings& settings, const std::string& what, Choose choose
   return step;
 }
 
+struct Outcome {
+  Difference difference;
+  PutAside aside;
+};
+
+/// The copy is gone before anything is replaced.
+Outcome RunOnCopy(FileSet files, const std::function<void(const std::string& scratch)>& work) {
+  const ScratchDirectory scratch;
+  CopyFiles(files, scratch.Path());
+  work(scratch.Path());
+  FileSet after = ReadFiles(scratch.Path());
+  return {{std::move(files), std::move(after)}, PutAside(scratch.Path())};
+}
+
 /// The files of before with those of a snapshot in their place, or one of them.
 FileSet Restored(const FileSet& before, const FileSet& wanted, const std::string& file) {
   FileSet after = before;
@@ -97,14 +111,10 @@ Difference MakeChange(const ChangeSettings& settings,
   } else if (!settings.isTrial) {
     FinishUnrecorded(settings.directory);
   }
-  Difference difference;
-  difference.before = ReadFiles(settings.directory);
-  const ScratchDirectory scratch;
-  CopyFiles(difference.before, scratch.Path());
-  work(scratch.Path());
-  difference.after = ReadFiles(scratch.Path());
-  if (settings.isTrial || difference.IsNone()) return difference;
-  const PutAside aside(scratch.Path(), settings.directory);
+  Outcome outcome = RunOnCopy(ReadFiles(settings.directory), work);
+  Difference& difference = outcome.difference;
+  if (settings.isTrial || difference.IsNone()) return std::move(difference);
+  outcome.aside.CarryTo(settings.directory);
   try {
     if (store) {
       Record(*store, difference, settings.by, false);
@@ -114,10 +124,10 @@ Difference MakeChange(const ChangeSettings& settings,
   } catch (const HalfDone&) {
     throw;
   } catch (const Failure&) {
-    aside.TakeBack();
+    outcome.aside.TakeBack();
     throw;
   }
-  return difference;
+  return std::move(difference);
 }
 
 Step Undo(const ChangeSettings& settings) {

@@ -9,6 +9,7 @@
 #include "kit/files/scratch_directory.h"
 #include "kit/json/channel_json.h"
 #include "kit/model/channel_list.h"
+#include "kit/text/utf.h"
 
 using nlohmann::ordered_json;
 

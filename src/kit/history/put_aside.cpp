@@ -16,38 +16,43 @@ namespace {
 
 constexpr char kEnd[] = ".unreadable";
 
+std::string FreePath(const std::string& file) {
+  std::error_code error;
+  for (unsigned number = 1;; ++number) {
+    std::string path = file + kEnd;
+    if (number > 1) path += "." + std::to_string(number);
+    if (!fs::exists(fs::symlink_status(whole_file::PathOf(path), error))) return path;
+  }
+}
+
 }  // namespace
 
-PutAside::PutAside(const std::string& scratch, const std::string& directory) {
+PutAside::PutAside(const std::string& scratch) {
   for (const std::string& name : NamesIn(scratch)) {
     const std::size_t end = name.find(kEnd);
     if (end == std::string::npos || !IsDataFile(name.substr(0, end))) continue;
-    const std::optional<std::string> bytes =
-        whole_file::Read(whole_file::PathOf(PathOf(scratch, name)));
-    if (bytes) Carry(PathOf(directory, name.substr(0, end)), *bytes);
+    std::optional<std::string> bytes = whole_file::Read(whole_file::PathOf(PathOf(scratch, name)));
+    if (bytes) m_files.push_back({name.substr(0, end), *std::move(bytes)});
+  }
+}
+
+void PutAside::CarryTo(const std::string& directory) {
+  for (const File& file : m_files) {
+    const std::string path = FreePath(PathOf(directory, file.name));
+    std::string cause;
+    if (!host::WriteNewFile(path, file.bytes, cause)) {
+      TakeBack();
+      throw Failure{E_FAIL, "the unreadable " + file.name +
+                                " could not be kept beside the new one: " + cause +
+                                "; nothing was changed"};
+    }
+    m_paths.push_back(path);
   }
 }
 
 void PutAside::TakeBack() const {
   std::string ignored;
   for (const std::string& path : m_paths) host::RemoveFile(path, ignored);
-}
-
-void PutAside::Carry(const std::string& file, const std::string& bytes) {
-  std::string path;
-  std::error_code error;
-  for (unsigned number = 1; path.empty(); ++number) {
-    std::string free = file + kEnd;
-    if (number > 1) free += "." + std::to_string(number);
-    if (!fs::exists(fs::symlink_status(whole_file::PathOf(free), error))) path = free;
-  }
-  std::string cause;
-  if (!host::WriteNewFile(path, bytes, cause)) {
-    TakeBack();
-    throw Failure{E_FAIL, "what cannot be read could not be kept beside the new file: " + cause +
-                              "; nothing was changed"};
-  }
-  m_paths.push_back(path);
 }
 
 }  // namespace history

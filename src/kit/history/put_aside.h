@@ -5,19 +5,24 @@
 
 namespace history {
 
-/// Carries what was put aside in a copy of a directory (NAME.unreadable, NAME.unreadable.2, ...)
-/// over to it, under names that are free there. Failure when that cannot be done; nothing is left
-/// of it then.
+/// What was put aside in a copy of a directory: NAME.unreadable, NAME.unreadable.2, ...
 class PutAside {
  public:
-  PutAside(const std::string& scratch, const std::string& directory);
+  explicit PutAside(const std::string& scratch);
 
-  /// Removes them again: the files are in their old place still.
+  /// Carries it over to the directory, under names that are free there. Failure when that cannot be
+  /// done; nothing is left of it then.
+  void CarryTo(const std::string& directory);
+  /// Removes it there again: the files are in their old place still.
   void TakeBack() const;
 
  private:
-  void Carry(const std::string& file, const std::string& bytes);
+  struct File {
+    std::string name;  ///< of the data file
+    std::string bytes;
+  };
 
+  std::vector<File> m_files;
   std::vector<std::string> m_paths;
 };
 

@@ -1,5 +1,6 @@
 #include "kit/history/retention.h"
 
+#include <algorithm>
 #include <set>
 
 namespace history {
@@ -20,6 +21,7 @@ std::vector<Number> OldOnes(const Store& store, std::optional<std::size_t> keep)
     if (isKept) ++kept;
     if (!isKept && &snapshot->second != store.Head()) old.push_back(snapshot->first);
   }
+  std::reverse(old.begin(), old.end());
   return old;
 }
 
