@@ -32,9 +32,11 @@ FilesUnchanged::~FilesUnchanged() {
 
 std::string FilesUnchanged::Content() const {
   std::map<std::string, std::string> files;
-  for (const auto& entry : std::filesystem::directory_iterator(m_directory.Path())) {
-    const std::string name = entry.path().filename().string();
-    files[name] = m_directory.Read(name);
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(m_directory.Path())) {
+    const std::filesystem::path path = entry.path().lexically_relative(m_directory.Path());
+    // Commands that change nothing make the lock, too.
+    if (!entry.is_regular_file() || path.filename() == "lock") continue;
+    files[path.string()] = m_directory.Read(path.string());
   }
   std::string content;
   for (const auto& [name, bytes] : files) content += name + '\n' + bytes + '\n';

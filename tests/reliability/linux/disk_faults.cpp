@@ -47,7 +47,6 @@ extern "C" {
 
 int __real_open(const char* path, int flags, ...);
 ssize_t __real_write(int handle, const void* bytes, std::size_t count);
-int __real_fsync(int handle);
 int __real_rename(const char* from, const char* to);
 int __real_renameat2(int fromAt, const char* from, int toAt, const char* to, unsigned flags);
 int __real_close(int handle);
@@ -72,9 +71,10 @@ ssize_t __wrap_write(int handle, const void* bytes, std::size_t count) {
   return -1;
 }
 
+// No test cuts the power: a flush is counted and not made, which takes most of the time.
 int __wrap_fsync(int handle) {
   disk_faults::Note('f');
-  return Answer([=] { return __real_fsync(handle); });
+  return Answer([=] { return fcntl(handle, F_GETFD) < 0 ? -1 : 0; });
 }
 
 int __wrap_rename(const char* from, const char* to) {

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "platform/windows/module_path.h"
 #include "support/expect.h"
+#include "support/windows/child.h"
 
 namespace {
 
@@ -28,22 +28,6 @@ int Save(char** arguments) {
   return 0;
 }
 
-int StatusOf(std::wstring command) {
-  STARTUPINFOW start{};
-  start.cb = sizeof(start);
-  PROCESS_INFORMATION process{};
-  if (!CreateProcessW(ModulePath(nullptr).c_str(), command.data(), nullptr, nullptr, FALSE, 0,
-                      nullptr, nullptr, &start, &process)) {
-    return -1;
-  }
-  WaitForSingleObject(process.hProcess, INFINITE);
-  DWORD status = 0;
-  GetExitCodeProcess(process.hProcess, &status);
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return static_cast<int>(status);
-}
-
 }  // namespace
 
 int StatusOfKilledSave(const SavedFile& file, const TempDir& directory, UINT count,
@@ -52,7 +36,7 @@ int StatusOfKilledSave(const SavedFile& file, const TempDir& directory, UINT cou
       std::string("reliability_tests ") + kWord + " " + std::to_string(&file - kSavedFiles.data()) +
       " " + std::to_string(count) + " " + std::to_string(static_cast<int>(fault)) + " " +
       std::to_string(position) + " \"" + directory.Path() + "\"";
-  return StatusOf(std::wstring(command.begin(), command.end()));
+  return StatusOfThisProgram(command);
 }
 
 int main(int argc, char** argv) {
