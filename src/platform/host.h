@@ -2,6 +2,8 @@
 // output as UTF-8, files that are written durably. The library itself does not contain it.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,9 @@ void Prepare();
 
 /// True when standard input is a terminal, at which a question can be answered.
 bool InputIsTerminal();
+
+/// Columns of the terminal that standard output is; nothing when it is none, or does not tell.
+std::optional<std::size_t> OutputWidth();
 
 /// The library's own entry points. The library is loaded at first use.
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);

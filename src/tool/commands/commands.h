@@ -13,6 +13,7 @@ void FindChannel(const Options& options);
 
 void AddChannel(const Options& options);
 void SetChannel(const Options& options);
+void EditChannels(const Options& options);
 void RemoveChannels(const Options& options);
 void RenameChannel(const Options& options);
 void FavorChannel(const Options& options);
@@ -37,6 +38,8 @@ void SelectPreset(const Options& options);
 void ShowSelectedPreset(const Options& options);
 void SaveCustomerList(const Options& options);
 void DeleteCustomerList(const Options& options);
+
+void RunBatch(const Options& options);
 
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);

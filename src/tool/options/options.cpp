@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "kit/text/signal_types.h"
+#include "tool/options/batch_options.h"
 #include "tool/options/channel_options.h"
 #include "tool/options/option_helpers.h"
 #include "tool/options/preset_options.h"
@@ -59,7 +60,46 @@ void Complete(CLI::App& app, Options& options) {
   CompleteChannelOptions(options);
 }
 
+/// What a command of a batch has from the command line.
+Options GlobalsOf(const Options& options) {
+  Options globals;
+  globals.directory = options.directory;
+  globals.country = options.country;
+  globals.signal = options.signal;
+  globals.codePage = options.codePage;
+  globals.format = options.format;
+  globals.json = options.json;
+  return globals;
+}
+
 }  // namespace
+
+struct CommandParser::Parts {
+  Options globals;
+  Options options;
+  CLI::App app;
+};
+
+CommandParser::CommandParser(const Options& globals) : m_parts(std::make_unique<Parts>()) {
+  m_parts->globals = GlobalsOf(globals);
+  m_parts->app.set_help_flag();
+  m_parts->app.require_subcommand(1)->allow_windows_style_options(false);
+  AddCommands(m_parts->app, m_parts->options);
+}
+
+CommandParser::~CommandParser() = default;
+
+Options CommandParser::Parse(std::vector<std::string> words) {
+  m_parts->options = m_parts->globals;
+  try {
+    std::reverse(words.begin(), words.end());
+    m_parts->app.parse(words);
+  } catch (const CLI::ParseError& error) {
+    throw UsageError{error.what()};
+  }
+  Complete(m_parts->app, m_parts->options);
+  return m_parts->options;
+}
 
 std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
   Options options;
@@ -67,6 +107,7 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
   app.fallthrough()->require_subcommand(1)->allow_windows_style_options(false);
   AddGlobals(app, options);
   AddCommands(app, options);
+  AddBatchCommand(app, options);
   try {
     std::reverse(arguments.begin(), arguments.end());
     arguments.pop_back();  // the program's name
@@ -79,5 +120,6 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
     return std::nullopt;
   }
   Complete(app, options);
+  CompleteBatchOptions(options);
   return options;
 }
