@@ -62,9 +62,20 @@ std::size_t EntryNumber(const EntryName& name, std::size_t capacity) {
       ParseNumber(name.number, 1, static_cast<std::int64_t>(capacity)).value_or(0));
 }
 
+/// Names behind commas; those of one list together, "AudioStream[1..16].type/pid/lang".
 std::string Joined(const std::vector<std::string>& names) {
   std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+  std::string last;
+  for (const std::string& name : names) {
+    const std::size_t bracket = name.find("].");
+    const std::string list = bracket == std::string::npos ? "" : name.substr(0, bracket + 2);
+    if (!list.empty() && list == last) {
+      text += "/" + name.substr(list.size());
+    } else {
+      text += (text.empty() ? "" : ", ") + name;
+    }
+    last = list;
+  }
   return text;
 }
 

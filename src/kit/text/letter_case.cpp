@@ -12,14 +12,14 @@ constexpr bool IsIn(OLECHAR unit, OLECHAR first, OLECHAR last) {
 
 /// Blocks in which capital and small letters take turns. True when the capitals have even codes.
 constexpr bool CapitalsAreEven(OLECHAR unit) {
-  return IsIn(unit, 0x100, 0x137) || IsIn(unit, 0x14A, 0x177) || IsIn(unit, 0x1DE, 0x1EF) ||
-         IsIn(unit, 0x1F8, 0x21F) || IsIn(unit, 0x222, 0x233) || IsIn(unit, 0x3D8, 0x3EF) ||
-         IsIn(unit, 0x460, 0x481) || IsIn(unit, 0x48A, 0x4BF) || IsIn(unit, 0x4D0, 0x52F) ||
-         IsIn(unit, 0x1E00, 0x1E95) || IsIn(unit, 0x1EA0, 0x1EFF);
+  return IsIn(unit, 0x100, 0x137) || IsIn(unit, 0x14A, 0x177) || IsIn(unit, 0x1A0, 0x1A5) ||
+         IsIn(unit, 0x1DE, 0x1EF) || IsIn(unit, 0x1F8, 0x21F) || IsIn(unit, 0x222, 0x233) ||
+         IsIn(unit, 0x3D8, 0x3EF) || IsIn(unit, 0x460, 0x481) || IsIn(unit, 0x48A, 0x4BF) ||
+         IsIn(unit, 0x4D0, 0x52F) || IsIn(unit, 0x1E00, 0x1E95) || IsIn(unit, 0x1EA0, 0x1EFF);
 }
 constexpr bool CapitalsAreOdd(OLECHAR unit) {
-  return IsIn(unit, 0x139, 0x148) || IsIn(unit, 0x179, 0x17E) || IsIn(unit, 0x1CD, 0x1DC) ||
-         IsIn(unit, 0x4C1, 0x4CE);
+  return IsIn(unit, 0x139, 0x148) || IsIn(unit, 0x179, 0x17E) || IsIn(unit, 0x1AF, 0x1B0) ||
+         IsIn(unit, 0x1CD, 0x1DC) || IsIn(unit, 0x4C1, 0x4CE);
 }
 
 constexpr OLECHAR Moved(OLECHAR unit, int distance) {

@@ -1,5 +1,6 @@
 #include <iostream>
 
+#include "kit/model/channel_layout.h"
 #include "tool/commands/channel_edits.h"
 #include "tool/commands/commands.h"
 #include "tool/options/location.h"
@@ -26,7 +27,10 @@ void Change(const Options& options, channel_edits::Edit edit) {
 
 }  // namespace
 
-void AddChannel(const Options& options) { Change(options, channel_edits::Add); }
+void AddChannel(const Options& options) {
+  LayoutOf(*options.signal);  // whether the file can hold it is told before anything is opened
+  Change(options, channel_edits::Add);
+}
 void SetChannel(const Options& options) { Change(options, channel_edits::Set); }
 void EditChannels(const Options& options) { Change(options, channel_edits::EditMatching); }
 void RenameChannel(const Options& options) { Change(options, channel_edits::Rename); }

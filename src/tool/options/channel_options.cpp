@@ -19,11 +19,12 @@ constexpr const char* kIndexHelp =
     "list, each once, however often and in whatever order they are named.";
 
 constexpr const char* kFilterHelp =
-    "FIELD is one that 'channels show --json' prints: number, displayName, symbolRate,\n"
-    "block.serviceType, AudioStream[1].pid. Of several conditions all must hold.";
+    "--where takes the fields that 'channels show --json' prints: number, displayName, "
+    "symbolRate,\n"
+    "block.serviceType, AudioStream[1].pid. All conditions that are given must hold.";
 
 constexpr const char* kSetHelp =
-    "FIELD is an attribute of the signal type as 'channels show' prints it:\n"
+    "--set takes the attributes of the signal type as 'channels show' prints them:\n"
     "  --set serviceID=101 --set networkName=ASTRA --set polarisation=LinearH\n"
     "Entries of lists are counted from 1; a list grows as far as it has to:\n"
     "  --set AudioStream[1].pid=257 --set Components[2].name=data\n"
@@ -99,7 +100,9 @@ void AddServices(CLI::App* app, Mask& services) {
 void TakeRanges(const std::string& name, const std::string& text, Options& options) {
   const std::optional<std::vector<IndexRange>> ranges = ParseIndexRanges(text);
   if (!ranges) {
-    throw CLI::ValidationError(name, "'" + text + "' is no index and no range of indexes");
+    const bool mark = text == "on" || text == "off";
+    throw CLI::ValidationError(name, "'" + text + "' is no index and no range of indexes" +
+                                         (mark ? "; a mark is taken away by --off" : ""));
   }
   options.filter.indexes.insert(options.filter.indexes.end(), ranges->begin(), ranges->end());
 }
