@@ -109,7 +109,8 @@ TEST_F(Batch, IsDoneWholeOrNotAtAll) {
   ExpectRefused(2, "line 2: channels set: channels of DVBSatellite have no foo",
                 Run("channels favor 2\nchannels set 1 --set foo=1\n"));
   ExpectRefused(1,
-                "batch: E_INVALIDARG (0x80070057): channel 2: name holds U+0001, which the file "
+                "batch: E_INVALIDARG (0x80070057): line 2: channels rename: channel 2: name holds "
+                "U+0001, which the file "
                 "cannot keep",
                 Run("channels favor 1 --mark 3\nchannels rename 2 'A\x01'\n"));
 }
@@ -156,7 +157,7 @@ TEST_F(Batch, PrintsJson) {
   EXPECT_EQ(ordered_json::parse(R"({"tunedex": "batch", "version": 1, "commands": [
       {"line": 2, "command": "channels add", "result": {"changed": 1, "indexes": [5]}},
       {"line": 3, "command": "channels favor", "result": {"changed": 1, "indexes": [1, 2]}},
-      {"line": 4, "command": "channels remove", "result": {"changed": 1}}]})"),
+      {"line": 4, "command": "channels remove", "result": {"channels": 4}}]})"),
             printed);
   EXPECT_EQ("{\n  \"tunedex\": \"batch\",\n  \"version\": 1,\n  \"commands\": []\n}\n",
             Run("", {"--json"}).out);

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/model/field_value.h"
+#include "kit/text/utf.h"
 
 using nlohmann::ordered_json;
 using station_blocks::ComponentList;

@@ -160,10 +160,17 @@ std::vector<Channel> ListEditor::ReadIndexes() const {
   return channels;
 }
 
+void ListEditor::RequireStorable(const std::vector<UINT>& indexes) {
+  for (const UINT index : indexes) {
+    ::RequireStorable(Find(index), m_location.signal, m_narrow,
+                      m_options.format == StoragePreFmtXML);
+  }
+}
+
 void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
   const bool preFormatted = m_options.format == StoragePreFmtXML;
   for (const Channel& channel : channels) {
-    RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
+    ::RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
   }
   if (preFormatted) file_check::RequirePreFormattable(m_location);
 }

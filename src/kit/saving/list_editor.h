@@ -37,6 +37,8 @@ class ListEditor {
   /// ascend, InvalidArgument for a block that is not the signal type's.
   void Replace(const std::vector<Channel>& channels);
 
+  /// Raises the Failure that Save would for the first of these channels that cannot be stored.
+  void RequireStorable(const std::vector<UINT>& indexes);
   /// Writes the file when anything is different from before. Raises a Failure when something cannot
   /// be stored (nothing is written then), and when the file does not hold what it should
   /// afterwards.

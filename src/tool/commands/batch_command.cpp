@@ -42,11 +42,11 @@ constexpr Other kOthers[] = {
     {"presets save", SaveCustomerList, true},  {"presets delete", DeleteCustomerList, true},
 };
 
-const Other& FindOther(std::string_view command) {
+const Other* FindOther(std::string_view command) {
   for (const Other& other : kOthers) {
-    if (other.name == command) return other;
+    if (other.name == command) return &other;
   }
-  throw Failure{E_UNEXPECTED, "this is no command of a batch"};
+  return nullptr;
 }
 
 class Batch {
@@ -59,8 +59,8 @@ class Batch {
     if (const channel_edits::Edit edit = channel_edits::Find(line.command)) {
       if (!m_editor) m_editor.emplace(LocationOf(line), SaveOptions{line.format, PrintNote});
       result = Take(edit(*m_editor, line));
-    } else {
-      result = RunOther(line);
+    } else if (const Other* other = FindOther(line.command)) {
+      result = RunOther(*other, line);
     }
     m_results.push_back(
         {{"line", line.line}, {"command", line.command}, {"result", std::move(result)}});
@@ -82,13 +82,14 @@ class Batch {
  private:
   ordered_json Take(const channel_edits::Done& done) {
     if (!done.text.empty()) m_text += done.text + "\n";
-    ordered_json result = {{"changed", done.changed}};
-    if (!done.renumbered) result["indexes"] = done.indexes;
-    return result;
+    // What cannot be saved is the fault of this line and not of the batch.
+    m_editor->RequireStorable(done.indexes);
+    if (!m_options.json) return nullptr;
+    if (done.renumbered) return {{"channels", m_editor->Now().size()}};
+    return {{"changed", done.changed}, {"indexes", done.indexes}};
   }
 
-  ordered_json RunOther(const Options& line) {
-    const Other& other = FindOther(line.command);
+  ordered_json RunOther(const Other& other, const Options& line) {
     // It opens the channel file for itself.
     if (other.readsChannels) Save();
     const Printed printed;
@@ -106,6 +107,10 @@ class Batch {
 };
 
 }  // namespace
+
+bool IsOfBatch(std::string_view command) {
+  return channel_edits::Find(command) != nullptr || FindOther(command) != nullptr;
+}
 
 void RunBatch(const Options& options) {
   Batch batch(options);

@@ -31,20 +31,10 @@ void Assign(const Options& options, const FieldSetter& setter, Channel& channel)
   for (const Assignment& assignment : options.assignments) setter.Set(channel, assignment);
 }
 
-Done Renumbered(std::size_t changed) {
+Done Renumbered() {
   Done done;
   done.renumbered = true;
-  done.changed = changed;
   return done;
-}
-
-/// How many channels differ, place by place, or are there once only.
-std::size_t CountDifferent(const std::vector<Channel>& a, const std::vector<Channel>& b) {
-  std::size_t count = std::max(a.size(), b.size()) - std::min(a.size(), b.size());
-  for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-    if (FirstDifference(a[i], b[i], nullptr) != nullptr) ++count;
-  }
-  return count;
 }
 
 struct NamedEdit {
@@ -109,19 +99,17 @@ Done Remove(ListEditor& editor, const Options& options) {
   std::vector<UINT> indexes;
   for (const Channel& channel : Chosen(editor, options)) indexes.push_back(channel.index);
   editor.Remove(indexes);
-  return Renumbered(indexes.size());
+  return Renumbered();
 }
 
 Done Move(ListEditor& editor, const Options& options) {
-  const std::vector<Channel> before = editor.Now();
   editor.Move(options.indexes[0], options.indexes[1]);
-  return Renumbered(CountDifferent(before, editor.Now()));
+  return Renumbered();
 }
 
-// Twins, which have no place in a list by indexes, get indexes of their own here.
 Done Sort(ListEditor& editor, const Options& options) {
   editor.Sort(options.sort, !options.descending);
-  return Renumbered(editor.Now().size());
+  return Renumbered();
 }
 
 Edit Find(std::string_view command) {

@@ -13,8 +13,8 @@ namespace channel_edits {
 
 struct Done {
   std::vector<UINT> indexes;  ///< channels that were added or changed, or had the values already
-  bool renumbered = false;    ///< the whole list was; `indexes` is empty then
-  std::size_t changed = 0;    ///< channels that are not as they were
+  bool renumbered = false;    ///< the whole list was; the rest of this tells nothing then
+  std::size_t changed = 0;    ///< how many of them are not as they were
   std::string text;           ///< what people are told; may be empty
 };
 

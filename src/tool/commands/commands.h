@@ -1,6 +1,8 @@
 // The commands: each does its work, prints, and raises a Failure or a UsageError.
 #pragma once
 
+#include <string_view>
+
 #include "tool/options/options.h"
 
 namespace commands {
@@ -40,6 +42,8 @@ void SaveCustomerList(const Options& options);
 void DeleteCustomerList(const Options& options);
 
 void RunBatch(const Options& options);
+/// True for the name of a command that a batch may hold.
+bool IsOfBatch(std::string_view command);
 
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);

@@ -1,13 +1,13 @@
 #include "tool/options/batch_options.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <fstream>
 #include <iostream>
 
 #include "kit/files/whole_file.h"
 #include "kit/text/command_words.h"
 #include "kit/text/utf.h"
+#include "tool/commands/commands.h"
 #include "tool/options/usage_error.h"
 
 namespace {
@@ -24,12 +24,6 @@ constexpr const char* kBatchHelp =
     "taken. All lines are read before the first one is carried out, each sees what those before "
     "it\n"
     "did, and nothing is saved unless all can be done.";
-
-constexpr const char* kBatchCommands[] = {
-    "channels add",   "channels set",  "channels edit",  "channels remove", "channels rename",
-    "channels favor", "channels lock", "channels move",  "channels sort",   "dishes assign",
-    "dishes remove",  "dishes clear",  "presets select", "presets save",    "presets delete",
-};
 
 std::string ReadAll(std::istream& stream) {
   std::string text;
@@ -69,9 +63,9 @@ std::vector<std::string> WordsOf(std::string_view line) {
 }
 
 void RequireTaken(const Options& line) {
-  const bool known = std::find(std::begin(kBatchCommands), std::end(kBatchCommands),
-                               line.command) != std::end(kBatchCommands);
-  if (!known) throw UsageError{line.command + " is no command of a batch"};
+  if (!commands::IsOfBatch(line.command)) {
+    throw UsageError{line.command + " is no command of a batch"};
+  }
   if (line.command == "presets select" && !line.yes) {
     throw UsageError{"presets select cannot ask in a batch; --yes allows it"};
   }

@@ -13,15 +13,14 @@ namespace {
 using station_blocks::Source;
 
 constexpr const char* kIndexHelp =
-    "INDEX is the stored index of a channel, a range of them, or several behind commas: 7 3-9,12.\n"
-    "A single index, and both ends of a range, must be there. Channels are taken in the order of "
-    "the\n"
-    "list, each once, however often and in whatever order they are named.";
+    "INDEX is the stored index of a channel, a range of them, or several behind commas:\n"
+    "7 3-9,12. A single index, and both ends of a range, must be there. Channels are taken in\n"
+    "the order of the list, each once, however often and in whatever order they are named.";
 
 constexpr const char* kFilterHelp =
-    "--where takes the fields that 'channels show --json' prints: number, displayName, "
-    "symbolRate,\n"
-    "block.serviceType, AudioStream[1].pid. All conditions that are given must hold.";
+    "All conditions that are given must hold. --where takes the fields of\n"
+    "'channels show --json': number, displayName, symbolRate, block.serviceType,\n"
+    "AudioStream[1].pid.";
 
 constexpr const char* kSetHelp =
     "--set takes the attributes of the signal type as 'channels show' prints them:\n"
