@@ -2,7 +2,9 @@
 // output as UTF-8, files that are written durably. The library itself does not contain it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +24,9 @@ void Prepare();
 
 /// True when standard input is a terminal, at which a question can be answered.
 bool InputIsTerminal();
+
+/// Columns of the terminal that standard output is; nothing when it is none, or does not tell.
+std::optional<std::size_t> OutputWidth();
 
 /// The library's own entry points. The library is loaded at first use.
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);

@@ -430,7 +430,7 @@ TEST(CustomerList, IsDeleted) {
 TEST(CustomerList, MovesTheNoteWithIt) {
   const PresetDirectory directory;
   ExpectStatus(0, directory.Run({"select", "2", "1", "--yes"}));
-  ExpectStatus(0, directory.DataDirectory::Run("81", "176", {"channels", "lock", "2", "off"}));
+  ExpectStatus(0, directory.DataDirectory::Run("81", "176", {"channels", "lock", "2", "--off"}));
   ExpectStatus(0, directory.Run({"delete", "0"}));
   const auto current = directory.Run({"current", "--json"}).Json();
   EXPECT_EQ("car", current["subAreaName"]);

@@ -117,7 +117,7 @@ TEST(PreFormattedForm, IsRefusedForWhatTheRestOfTheFileHolds) {
   ExpectStatus(0, directory.Run(kGermany, "64", {"channels", "rename", "2", "A&B"}));
   const auto change = [&](const char* country, const char* signal) {
     return directory.Run(country, signal,
-                         {"channels", "favor", "1", "9", "--format", "preformatted"});
+                         {"channels", "favor", "1", "--mark", "9", "--format", "preformatted"});
   };
   {
     const NothingWritten nothing(directory);
@@ -207,7 +207,7 @@ TEST(Saving, SaysWhenAnIndexIsWrittenInAnotherWay) {
   ExpectRefused(1,
                 "channels favor: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
                 "saving: 2 channels instead of 1",
-                directory.Run(kGermany, "5", {"channels", "favor", "7", "off"}));
+                directory.Run(kGermany, "5", {"channels", "favor", "7", "--off"}));
 }
 
 TEST(Saving, KnowsThatAComponentIndexReadsBackAsZero) {

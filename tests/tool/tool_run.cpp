@@ -37,12 +37,14 @@ std::string Described(const Outcome& outcome) {
 
 }  // namespace
 
-Outcome RunTool(const Arguments& arguments) {
+// Nobody answers a question.
+Outcome RunTool(const Arguments& arguments) { return RunTool(arguments, ""); }
+
+Outcome RunTool(const Arguments& arguments, const std::string& input) {
   const TempDir output;
   std::string command = Quoted(ToolPath());
   for (const std::string& argument : arguments) command += " " + Quoted(argument);
-  // Nobody answers a question.
-  output.Write("in", "");
+  output.Write("in", input);
   command += " < " + Quoted(output.File("in"));
   command += " > " + Quoted(output.File("out")) + " 2> " + Quoted(output.File("err"));
   // One shell wants the whole line in quotes again.
@@ -101,6 +103,14 @@ Outcome DataDirectory::Run(const std::string& country, const std::string& signal
                            Arguments arguments) const {
   arguments.insert(arguments.begin(), {"--country", country, "--signal", signal});
   return Run(std::move(arguments));
+}
+
+Outcome DataDirectory::RunBatch(const std::string& country, const std::string& signal,
+                                const std::string& lines, const Arguments& more) const {
+  Arguments arguments = {"--dir", m_directory.Path(), "--country", country, "--signal", signal,
+                         "batch"};
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  return RunTool(arguments, lines);
 }
 
 nlohmann::ordered_json DataDirectory::Channels(const std::string& country,

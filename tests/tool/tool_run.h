@@ -26,6 +26,8 @@ struct Outcome {
 /// Runs the program with these arguments alone. They may hold neither $ nor ` nor a backslash in
 /// front of a quote; quotes come in pairs.
 Outcome RunTool(const Arguments& arguments);
+/// The same with a text on standard input.
+Outcome RunTool(const Arguments& arguments, const std::string& input);
 
 /// A file of tests/data/tool.
 std::string ToolData(const std::string& name);
@@ -52,6 +54,9 @@ class DataDirectory {
   Outcome Run(Arguments arguments) const;
   /// The same with --country and --signal.
   Outcome Run(const std::string& country, const std::string& signal, Arguments arguments) const;
+  /// `batch` with these lines on standard input, and more arguments.
+  Outcome RunBatch(const std::string& country, const std::string& signal, const std::string& lines,
+                   const Arguments& more = {}) const;
   /// The channels of a list, from the program's JSON.
   nlohmann::ordered_json Channels(
       const std::string& country, const std::string& signal,

@@ -26,7 +26,16 @@ TEST(Usage, WhatIsMissingIsNamed) {
                 RunTool({"channels", "list", "--dir", path, "--signal", "5"}));
   ExpectRefused(2, "--signal is required",
                 RunTool({"channels", "list", "--dir", path, "--country", "1"}));
-  ExpectRefused(2, "INDEX is required", directory.Run("1", "5", {"channels", "show"}));
+  ExpectRefused(2, "INDEX is required", directory.Run("1", "5", {"channels", "next"}));
+  for (const std::string command : {"show", "favor", "lock", "remove"}) {
+    ExpectRefused(2, "channels " + command + " needs INDEX, a filter or --all",
+                  directory.Run("1", "5", {"channels", command}));
+  }
+  ExpectRefused(2, "channels set needs INDEX or --all",
+                directory.Run("1", "5", {"channels", "set", "--number", "1"}));
+  ExpectRefused(2, "channels edit needs a filter or --all",
+                directory.Run("1", "5", {"channels", "edit", "--set", "freq=1"}));
+  ExpectRefused(2, "--set is required", directory.Run("1", "5", {"channels", "edit", "--all"}));
   ExpectRefused(2, "channels set needs something to set",
                 directory.Run("1", "5", {"channels", "set", "1"}));
   ExpectRefused(2, "channels find takes either --number or --like",
@@ -43,10 +52,24 @@ TEST(Usage, ValuesThatAreNoneAreNamed) {
   expect("--codepage: 'x' is no number of 32 bits", {"--codepage", "x", "channels", "list"});
   expect("--format: 'tidy' is not known", {"--format", "tidy", "channels", "list"});
   expect("--service: 'soap' is not known", {"channels", "list", "--service", "soap"});
-  expect("INDEX: '-1' is no index", {"channels", "show", "--", "-1"});
-  expect("INDEX: '4294967296' is no index", {"channels", "show", "4294967296"});
-  expect("MARK: 'maybe' is not known", {"channels", "favor", "1", "maybe"});
-  expect("MARK: '2' is not known", {"channels", "lock", "1", "2"});
+  expect("INDEX: '-1' is no index", {"channels", "next", "--", "-1"});
+  expect("INDEX: '4294967296' is no index", {"channels", "next", "4294967296"});
+  for (const std::string index : {"-1", "4294967296", "9-3", "3-", "3,", "3, 4", "3-4-5", ""}) {
+    expect("INDEX: '" + index + "' is no index and no range of indexes",
+           {"channels", "show", "--", index});
+  }
+  expect("--index: '9-3' is no index and no range of indexes",
+         {"channels", "list", "--index", "9-3"});
+  expect("INDEX: 'off' is no index and no range of indexes; a mark is taken away by --off",
+         {"channels", "favor", "1", "off"});
+  expect("--mark: 'maybe' is no number of 32 bits", {"channels", "favor", "1", "--mark", "maybe"});
+  expect("--columns: 'index,,name' lacks a field",
+         {"channels", "list", "--columns", "index,,name"});
+  expect("--where: 'TSID' is not FIELD=VALUE", {"channels", "list", "--where", "TSID"});
+  expect("--name: an empty text is in every name", {"channels", "remove", "--name", ""});
+  expect("--columns goes without --json, which prints every field",
+         {"channels", "list", "--columns", "index", "--json"});
+  expect("--all goes without --index", {"channels", "lock", "--all", "--index", "1"});
   expect("KEY: 'name' is not known", {"channels", "sort", "name"});
   expect("--set: 'TSID' is not FIELD=VALUE", {"channels", "set", "1", "--set", "TSID"});
   ExpectRefused(2, "--signal: 'DVBS2' is not known",
@@ -54,7 +77,9 @@ TEST(Usage, ValuesThatAreNoneAreNamed) {
   ExpectRefused(2, "--signal: '7' is not known", directory.Run("49", "7", {"channels", "list"}));
   ExpectRefused(2, "--country: 'DE' is no number of 32 bits",
                 directory.Run("DE", "64", {"channels", "list"}));
-  ExpectStatus(2, directory.Run("49", "64", {"channels", "show", "1", "2"}));
+  ExpectStatus(2, directory.Run("49", "64", {"channels", "next", "1", "2"}));
+  ExpectStatus(2, directory.Run("49", "64", {"channels", "remove", "1", "--all"}));
+  ExpectStatus(2, directory.Run("49", "64", {"channels", "favor", "1", "--mark", "2", "--off"}));
   ExpectStatus(2, directory.Run("49", "64", {"channels", "list", "--colour"}));
 }
 

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "kit/text/signal_types.h"
-#include "kit/text/tuning_words.h"
+#include "kit/model/field_value.h"
+#include "kit/text/utf.h"
 
 using nlohmann::ordered_json;
 using station_blocks::ComponentList;
 using station_blocks::Field;
-using station_blocks::Form;
 using station_blocks::Layout;
 using station_blocks::Rows;
 using station_blocks::Source;
@@ -17,6 +16,13 @@ using station_blocks::StreamList;
 
 namespace channel_json {
 namespace {
+
+ordered_json ToJson(const FieldValue& value) {
+  if (const auto* mark = std::get_if<bool>(&value)) return *mark;
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
+  return nullptr;
+}
 
 class Viewer {
  public:
@@ -39,21 +45,7 @@ class Viewer {
 
  private:
   ordered_json Value(const BYTE* place, const Field& field) const {
-    switch (field.form) {
-      case Form::Text:
-      case Form::Base64:
-        return Text(place, field.width);
-      case Form::Language:
-        return station_blocks::FetchLanguage(place);
-      default:
-        break;
-    }
-    const std::uint32_t value = station_blocks::Fetch(place, field.width);
-    if (const char* word = tuning_words::Text(field.form, static_cast<std::int32_t>(value))) {
-      return word;
-    }
-    if (field.width < 4) return value;
-    return static_cast<std::int32_t>(value);
+    return ToJson(ReadFieldValue(place, field, m_narrow));
   }
 
   ordered_json Text(const BYTE* place, std::size_t width) const {
@@ -109,19 +101,8 @@ class Viewer {
 }  // namespace
 
 ordered_json Summary(const Channel& channel) {
-  ordered_json object = {{"index", channel.index},
-                         {"number", channel.number},
-                         {"name", utf::FromWide(channel.name)},
-                         {"displayName", utf::FromWide(channel.displayName)},
-                         {"frequency", channel.frequency},
-                         {"offset", channel.offset},
-                         {"tsid", channel.tsid},
-                         {"serviceType", ServiceTypeName(channel.serviceType)},
-                         {"favorite", channel.favorite},
-                         {"lock", channel.lock != 0},
-                         {"scrambled", channel.scrambled != 0},
-                         {"mhp", channel.mhp != 0}};
-  if (channel.serviceType == ServiceUnknown) object["serviceType"] = nullptr;
+  ordered_json object = ordered_json::object();
+  for (const RecordField& field : RecordFields()) object[field.name] = ToJson(field.read(channel));
   return object;
 }
 

@@ -4,6 +4,7 @@
 
 #include "kit/failure.h"
 #include "kit/model/channel_layout.h"
+#include "kit/model/field_value.h"
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
@@ -66,10 +67,14 @@ FieldSetter::FieldSetter(InputSignalType signal, const NarrowText& narrow)
     : m_signal(signal), m_layout(LayoutOf(signal)), m_narrow(narrow) {}
 
 const Field& FieldSetter::Find(const Assignment& assignment) const {
+  // What the record answers has a name of its own beside that of the file.
+  const RecordField* known = FindRecordField(assignment.field);
+  const Source source =
+      assignment.source != Source::Block || known == nullptr ? assignment.source : known->source;
   for (const auto& rows : {m_layout.channel, m_layout.elementStreams, m_layout.satelliteParams}) {
     for (const Field& row : rows) {
-      const bool matches = assignment.source != Source::Block ? row.source == assignment.source
-                                                              : assignment.field == row.attribute;
+      const bool matches =
+          source != Source::Block ? row.source == source : assignment.field == row.attribute;
       if (matches) return row;
     }
   }

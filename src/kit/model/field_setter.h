@@ -12,8 +12,9 @@ struct Assignment {
   station_blocks::Source source = station_blocks::Source::Block;
 };
 
-/// Gives the attributes of a channel values that are texts. FIELD is a name as the file has it,
-/// LIST[N].FIELD one of an entry; a list grows as far as it has to.
+/// Gives the attributes of a channel values that are texts. FIELD is a name as the file has it or
+/// as the record's values are shown (freq or frequency), LIST[N].FIELD one of an entry; a list
+/// grows as far as it has to.
 class FieldSetter {
  public:
   FieldSetter(InputSignalType signal, const NarrowText& narrow);

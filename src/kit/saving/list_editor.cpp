@@ -18,6 +18,18 @@ void SortByIndex(std::vector<Channel>& channels) {
                    [](const Channel& a, const Channel& b) { return a.index < b.index; });
 }
 
+bool IsBefore(const Channel& channel, UINT index) { return channel.index < index; }
+
+/// Null when there is none in the list, which is in the order of its indexes.
+Channel* FindIn(std::vector<Channel>& channels, UINT index) {
+  const auto channel = std::lower_bound(channels.begin(), channels.end(), index, IsBefore);
+  return channel == channels.end() || channel->index != index ? nullptr : &*channel;
+}
+
+Failure NoChannelWith(UINT index) {
+  return {E_FAIL, "no channel with index " + std::to_string(index)};
+}
+
 }  // namespace
 
 ListEditor::ListEditor(const Location& location, const SaveOptions& options)
@@ -30,8 +42,7 @@ ListEditor::ListEditor(const Location& location, const SaveOptions& options)
       m_lone(m_before.Channels().empty() ? 1 : m_before.Channels().front().index) {}
 
 UINT ListEditor::Add(const Channel& channel) {
-  UINT last = 0;
-  for (const Channel& other : m_before.Channels()) last = std::max(last, other.index);
+  const UINT last = Now().empty() ? 0 : Now().back().index;
   if (last >= kNoIndex - 1) throw Failure{E_FAIL, "no index is left; sort the list first"};
   AddAt(last + 1, channel);
   return last + 1;
@@ -43,10 +54,45 @@ void ListEditor::AddAt(UINT index, const Channel& channel) {
   record->SetChannelIndex(index);  // answers E_NOTIMPL and stores it
   WriteChannel(channel, m_location.signal, record.Get());
   Require(m_list->AddChannelInfo(record.Get()), "the channel cannot be added");
+  m_now.reset();
 }
 
 void ListEditor::Put(const Channel& channel) {
-  WriteChannel(channel, m_location.signal, RecordAt(m_list.Get(), channel.index).Get());
+  const ComPtr<IChannelInfo> record = RecordAt(m_list.Get(), channel.index);
+  WriteChannel(channel, m_location.signal, record.Get());
+  if (Channel* known = m_now ? FindIn(*m_now, channel.index) : nullptr) {
+    *known = ReadChannel(record.Get());
+  }
+}
+
+// One removal after the other would number the whole list as often. Emptying it makes it forget its
+// elements in the file, as a removal does.
+void ListEditor::Remove(const std::vector<UINT>& indexes) {
+  for (const UINT index : indexes) RecordAt(m_list.Get(), index);
+  if (indexes.empty()) return;
+  std::vector<ComPtr<IChannelInfo>> left;
+  for (const Channel& channel : Now()) {
+    if (std::binary_search(indexes.begin(), indexes.end(), channel.index)) continue;
+    left.push_back(RecordAt(m_list.Get(), channel.index));
+  }
+  Empty();
+  UINT index = 0;
+  for (const ComPtr<IChannelInfo>& record : left) {
+    record->SetChannelIndex(++index);  // answers E_NOTIMPL and stores it
+    Require(m_list->AddChannelInfo(record.Get()), "the channel cannot be added");
+  }
+}
+
+void ListEditor::Move(UINT from, UINT to) {
+  RecordAt(m_list.Get(), from);
+  m_now.reset();
+  Require(m_list->MoveChannel(from, to),
+          "channel " + std::to_string(from) + " cannot be moved to " + std::to_string(to));
+}
+
+void ListEditor::Sort(ESortType by, bool ascending) {
+  m_now.reset();
+  Require(m_list->SortChannel(by, ascending), "the list cannot be sorted");
 }
 
 void ListEditor::Replace(const std::vector<Channel>& channels) {
@@ -74,14 +120,31 @@ void ListEditor::Replace(const std::vector<Channel>& channels) {
     }
     return;
   }
-  Require(m_list->Clear(), "the list cannot be emptied");
-  // An empty list is saved only when it says that something changed, and clearing does not.
-  m_list->SetDirty(1);
+  Empty();
   for (const Channel& channel : channels) AddAt(channel.index, channel);
   if (!channels.empty()) m_lone = channels.front().index;
 }
 
-std::vector<Channel> ListEditor::Current() const {
+void ListEditor::Empty() {
+  Require(m_list->Clear(), "the list cannot be emptied");
+  m_now.reset();
+  // An empty list is saved only when it says that something changed, and clearing does not.
+  m_list->SetDirty(1);
+}
+
+const std::vector<Channel>& ListEditor::Now() {
+  if (!m_now) m_now = ReadIndexes();
+  return *m_now;
+}
+
+const Channel& ListEditor::Find(UINT index) {
+  Now();
+  const Channel* channel = FindIn(*m_now, index);
+  if (channel == nullptr) throw NoChannelWith(index);
+  return *channel;
+}
+
+std::vector<Channel> ListEditor::ReadIndexes() const {
   std::vector<UINT> indexes = IndexesInOrder(m_list.Get(), m_lone);
   std::sort(indexes.begin(), indexes.end());
   const auto twice = std::adjacent_find(indexes.begin(), indexes.end());
@@ -97,16 +160,23 @@ std::vector<Channel> ListEditor::Current() const {
   return channels;
 }
 
+void ListEditor::RequireStorable(const std::vector<UINT>& indexes) {
+  for (const UINT index : indexes) {
+    ::RequireStorable(Find(index), m_location.signal, m_narrow,
+                      m_options.format == StoragePreFmtXML);
+  }
+}
+
 void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
   const bool preFormatted = m_options.format == StoragePreFmtXML;
   for (const Channel& channel : channels) {
-    RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
+    ::RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
   }
   if (preFormatted) file_check::RequirePreFormattable(m_location);
 }
 
 void ListEditor::Save() {
-  const std::vector<Channel> channels = Current();
+  const std::vector<Channel>& channels = Now();
   m_after = m_before.Channels();
   if (SameChannels(channels, m_after)) return;
   RequireSavable(channels);
@@ -146,8 +216,8 @@ void ListEditor::Verify(const std::vector<Channel>& meant) const {
 }
 
 const Channel& ListEditor::After(UINT index) const {
-  for (const Channel& channel : m_after) {
-    if (channel.index == index) return channel;
-  }
-  throw Failure{E_FAIL, "no channel with index " + std::to_string(index)};
+  // It ascends: what was written does, and what stayed was found to.
+  const auto channel = std::lower_bound(m_after.begin(), m_after.end(), index, IsBefore);
+  if (channel == m_after.end() || channel->index != index) throw NoChannelWith(index);
+  return *channel;
 }

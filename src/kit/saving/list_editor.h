@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "kit/model/channel_list.h"
@@ -14,7 +15,10 @@ class ListEditor {
 
   /// The list as it was.
   const ChannelList& Before() const { return m_before; }
-  IChannelInfoMgr* List() const { return m_list.Get(); }
+  /// The list as it stands, in the order of its indexes. Failure when two channels have one index.
+  const std::vector<Channel>& Now();
+  /// One of these. Failure when there is none.
+  const Channel& Find(UINT index);
   const NarrowText& Narrow() const { return m_narrow; }
   InputSignalType Signal() const { return m_location.signal; }
 
@@ -22,10 +26,19 @@ class ListEditor {
   UINT Add(const Channel& channel);
   /// Stores the channel in the record with its index.
   void Put(const Channel& channel);
+  /// Takes out the channels with these indexes, which ascend; the rest is numbered afresh. Failure
+  /// before anything is taken out when one is not there.
+  void Remove(const std::vector<UINT>& indexes);
+  /// Puts a channel at the place of another one and numbers the list afresh.
+  void Move(UINT from, UINT to);
+  /// Sorts the list and numbers it afresh.
+  void Sort(ESortType by, bool ascending);
   /// Makes the list hold these channels alone, with their indexes. Failure when those do not
   /// ascend, InvalidArgument for a block that is not the signal type's.
   void Replace(const std::vector<Channel>& channels);
 
+  /// Raises the Failure that Save would for the first of these channels that cannot be stored.
+  void RequireStorable(const std::vector<UINT>& indexes);
   /// Writes the file when anything is different from before. Raises a Failure when something cannot
   /// be stored (nothing is written then), and when the file does not hold what it should
   /// afterwards.
@@ -36,7 +49,8 @@ class ListEditor {
 
  private:
   void AddAt(UINT index, const Channel& channel);
-  std::vector<Channel> Current() const;
+  void Empty();
+  std::vector<Channel> ReadIndexes() const;
   void RequireSavable(const std::vector<Channel>& channels) const;
   void Write(const std::vector<Channel>& channels);
   void Verify(const std::vector<Channel>& meant) const;
@@ -47,6 +61,7 @@ class ListEditor {
   Database m_database;
   ComPtr<IChannelInfoMgr> m_list;
   NarrowText m_narrow;
+  std::optional<std::vector<Channel>> m_now;
   UINT m_lone;  ///< index that a single channel has, unless it is 1
   std::vector<Channel> m_after;
 };

@@ -104,3 +104,20 @@ std::string ServiceTypeName(EServiceType serviceType) {
   }
   return std::to_string(serviceType);
 }
+
+std::optional<EServiceType> ParseServiceType(std::string_view text) {
+  for (const ServiceName& service : kServices) {
+    if (EqualIgnoringCase(service.name, text)) return service.type;
+  }
+  return std::nullopt;
+}
+
+std::string ServiceTypeChoices() {
+  std::string text;
+  for (const ServiceName& service : kServices) {
+    if (service.type == ServiceUnknown) continue;
+    text += (text.empty() ? "" : service.type == ServiceAll ? " or " : ", ");
+    text += service.name;
+  }
+  return text;
+}

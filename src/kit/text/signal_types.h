@@ -19,3 +19,7 @@ std::span<const InputSignalType> StorableSignalTypes();
 std::optional<DWORD> ParseServiceMask(std::string_view text);
 /// Enumerator without "Service"; "-" for ServiceUnknown.
 std::string ServiceTypeName(EServiceType serviceType);
+/// The service type of such a name in any letter case.
+std::optional<EServiceType> ParseServiceType(std::string_view text);
+/// "AnalogTV, DigitalTV, ... or All".
+std::string ServiceTypeChoices();

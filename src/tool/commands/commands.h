@@ -1,6 +1,8 @@
 // The commands: each does its work, prints, and raises a Failure or a UsageError.
 #pragma once
 
+#include <string_view>
+
 #include "tool/options/options.h"
 
 namespace commands {
@@ -13,6 +15,7 @@ void FindChannel(const Options& options);
 
 void AddChannel(const Options& options);
 void SetChannel(const Options& options);
+void EditChannels(const Options& options);
 void RemoveChannels(const Options& options);
 void RenameChannel(const Options& options);
 void FavorChannel(const Options& options);
@@ -37,6 +40,10 @@ void SelectPreset(const Options& options);
 void ShowSelectedPreset(const Options& options);
 void SaveCustomerList(const Options& options);
 void DeleteCustomerList(const Options& options);
+
+void RunBatch(const Options& options);
+/// True for the name of a command that a batch may hold.
+bool IsOfBatch(std::string_view command);
 
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);

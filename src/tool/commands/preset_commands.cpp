@@ -134,7 +134,11 @@ void ListSubAreas(const Options& options) {
 
 void ListPresetChannels(const Options& options) {
   const Presets presets(LocationOf(options));
-  channel_view::Print(presets.List(options.places[0], options.places[1]).channels, options.json);
+  const std::vector<Channel>& channels =
+      presets.List(options.places[0], options.places[1]).channels;
+  if (!options.json) return channel_view::PrintTable(channels);
+  const Database database(LocationOf(options));
+  channel_view::PrintJson(channels, *options.signal, NarrowText(database));
 }
 
 void SelectPreset(const Options& options) {

@@ -7,6 +7,11 @@
 namespace commands {
 namespace {
 
+void PrintOne(const Channel& channel, const ChannelList& list, const Options& options) {
+  if (!options.json) return channel_view::PrintTable({channel});
+  channel_view::PrintJson({channel}, *options.signal, NarrowText(list.Source()));
+}
+
 void Step(const Options& options, bool forward) {
   const ChannelList list(LocationOf(options));
   const UINT index = options.indexes.front();
@@ -17,24 +22,30 @@ void Step(const Options& options, bool forward) {
       list.Step(position, forward, options.services, options.favoritesOnly, options.loop, found),
       "no such channel " + std::string(forward ? "behind" : "before") + " index " +
           std::to_string(index));
-  channel_view::Print({list.Channels().at(found - 1)}, options.json);
+  PrintOne(list.Channels().at(found - 1), list, options);
 }
 
 }  // namespace
 
 void ListChannels(const Options& options) {
+  const ChannelMatcher matcher(options.filter, *options.signal);
+  std::vector<ChannelField> columns;
+  for (const std::string& name : options.columns) columns.emplace_back(*options.signal, name);
   const ChannelList list(LocationOf(options));
-  std::vector<Channel> channels;
-  for (const UINT position : list.Positions(options.services)) {
-    channels.push_back(list.Channels().at(position - 1));
-  }
-  channel_view::Print(channels, options.json);
+  const NarrowText narrow(list.Source());
+  const std::vector<Channel> channels = matcher.Matching(list.Channels(), narrow);
+  if (options.json) return channel_view::PrintJson(channels, *options.signal, narrow);
+  if (columns.empty()) return channel_view::PrintTable(channels);
+  channel_view::PrintTable(channels, columns, narrow);
 }
 
 void ShowChannel(const Options& options) {
+  const ChannelMatcher matcher(options.filter, *options.signal);
   const ChannelList list(LocationOf(options));
-  const Channel& channel = list.Find(options.indexes.front());
-  channel_view::PrintWhole(channel, *options.signal, NarrowText(list.Source()), options.json);
+  const NarrowText narrow(list.Source());
+  const std::vector<Channel> channels = matcher.Chosen(list.Channels(), narrow);
+  options.json ? channel_view::PrintJson(channels, *options.signal, narrow)
+               : channel_view::PrintWhole(channels, *options.signal, narrow);
 }
 
 void NextChannel(const Options& options) { Step(options, true); }
@@ -42,9 +53,8 @@ void PreviousChannel(const Options& options) { Step(options, false); }
 
 void FindChannel(const Options& options) {
   const ChannelList list(LocationOf(options));
-  const Channel& channel =
-      options.number ? list.FindNumber(*options.number) : list.FindLike(*options.like);
-  channel_view::Print({channel}, options.json);
+  PrintOne(options.number ? list.FindNumber(*options.number) : list.FindLike(*options.like), list,
+           options);
 }
 
 }  // namespace commands

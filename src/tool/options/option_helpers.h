@@ -38,6 +38,9 @@ CLI::Option* AddWord(CLI::App* app, const std::string& name, const std::string& 
 void AddIndexes(CLI::App* app, Options& options, int least, int most,
                 const std::string& help = "stored index of a channel");
 
+/// UsageError that names what is missing.
+void RequireGiven(bool given, const std::string& what);
+
 /// The commands of the catalogue, the satellites and the dishes.
 void AddSatelliteCommands(CLI::App& app, Options& options);
 /// UsageError when one of these commands lacks something.

@@ -1,12 +1,14 @@
 // The command line.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "core/interfaces.h"
 #include "kit/model/field_setter.h"
+#include "kit/selection/channel_filter.h"
 
 /// Which of the two names `channels rename` changes.
 enum class RenameTarget { Both, NameOnly, DisplayOnly };
@@ -25,11 +27,13 @@ struct Options {
   UINT wait = 10;          ///< seconds for others that change the directory
   std::string typed;       ///< the command as it was typed, without what stands for all commands
 
-  std::vector<UINT> indexes;  ///< channels, in the order they were given
+  ChannelFilter filter;              ///< channels that are meant
+  std::vector<std::string> columns;  ///< of the list; the usual ones where there are none
+  std::vector<UINT> indexes;         ///< single places, in the order they were given
   std::vector<Assignment> assignments;
   std::string name;
   RenameTarget renameTarget = RenameTarget::Both;
-  std::optional<UINT> mark;  ///< favourite or lock value
+  UINT mark = 1;  ///< favourite or lock value
   ESortType sort = SortNone;
   bool descending = false;
   DWORD services = static_cast<DWORD>(ServiceAll);
@@ -58,6 +62,26 @@ struct Options {
   std::vector<UINT> snapshots;
   std::string file;          ///< that is to be restored
   std::optional<UINT> keep;  ///< how many snapshots
+
+  std::string batchFile;       ///< empty or "-": standard input
+  std::vector<Options> batch;  ///< its commands
+  std::size_t line = 0;        ///< of a batch, in which this command stands; counted from 1
+};
+
+/// Parses commands without the program's name and the global options, which are taken over.
+class CommandParser {
+ public:
+  explicit CommandParser(const Options& globals);
+  CommandParser(const CommandParser&) = delete;
+  CommandParser& operator=(const CommandParser&) = delete;
+  ~CommandParser();
+
+  /// InvalidArgument for what is no command.
+  Options Parse(std::vector<std::string> words);
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> m_parts;
 };
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.

@@ -51,31 +51,44 @@ std::string BlockText(const ordered_json& block) {
 
 }  // namespace
 
-void Print(const std::vector<Channel>& channels, bool json) {
-  if (json) {
-    ordered_json array = ordered_json::array();
-    for (const Channel& channel : channels) array.push_back(channel_json::Summary(channel));
-    return PrintJson(array);
-  }
+void PrintTable(const std::vector<Channel>& channels) {
   std::vector<std::vector<std::string>> rows = {{"INDEX", "NUMBER", "FREQUENCY", "OFFSET", "TSID",
                                                  "SERVICE", "FAVORITE", "LOCK", "SCRAMBLED", "MHP",
                                                  "NAME", "DISPLAY NAME"}};
   for (const Channel& channel : channels) rows.push_back(ToRow(channel));
-  PrintTable(rows);
+  ::PrintTable(rows);
 }
 
-void PrintWhole(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
-                bool json) {
-  if (json) {
-    return PrintJson(ordered_json::array({channel_json::Whole(channel, signal, narrow)}));
+void PrintTable(const std::vector<Channel>& channels, const std::vector<ChannelField>& fields,
+                const NarrowText& narrow) {
+  std::vector<std::vector<std::string>> rows(1);
+  for (const ChannelField& field : fields) rows.front().push_back(field.Name());
+  for (const Channel& channel : channels) {
+    std::vector<std::string> row;
+    for (const ChannelField& field : fields) row.push_back(FieldText(field.Of(channel, narrow)));
+    rows.push_back(std::move(row));
   }
-  const std::vector<std::string> values = ToRow(channel);
+  ::PrintTable(rows);
+}
+
+void PrintWhole(const std::vector<Channel>& channels, InputSignalType signal,
+                const NarrowText& narrow) {
   const char* const names[] = {"index",    "number", "frequency", "offset", "tsid", "service",
                                "favorite", "lock",   "scrambled", "mhp",    "name", "display name"};
-  std::vector<std::vector<std::string>> rows;
-  for (std::size_t i = 0; i < values.size(); ++i) rows.push_back({names[i], values[i]});
-  PrintTable(rows);
-  std::cout << BlockText(channel_json::Block(channel, signal, narrow));
+  for (std::size_t i = 0; i < channels.size(); ++i) {
+    const std::vector<std::string> values = ToRow(channels[i]);
+    std::vector<std::vector<std::string>> rows;
+    for (std::size_t j = 0; j < values.size(); ++j) rows.push_back({names[j], values[j]});
+    if (i != 0) std::cout << '\n';
+    ::PrintTable(rows);
+    std::cout << BlockText(channel_json::Block(channels[i], signal, narrow));
+  }
+}
+
+void PrintJson(const std::vector<Channel>& channels, InputSignalType signal,
+               const NarrowText& narrow) {
+  PrintJsonArray(channels.size(),
+                 [&](std::size_t i) { return channel_json::Whole(channels[i], signal, narrow); });
 }
 
 }  // namespace channel_view

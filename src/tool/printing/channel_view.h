@@ -4,14 +4,20 @@
 #include <vector>
 
 #include "kit/model/channel.h"
-#include "kit/model/narrow_text.h"
+#include "kit/selection/channel_field.h"
 
 namespace channel_view {
 
-/// The twelve values that a list shows: a table, or an array of objects.
-void Print(const std::vector<Channel>& channels, bool json);
-/// Everything: the block's attributes as well.
-void PrintWhole(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
-                bool json);
+/// A table of the twelve values that the record answers.
+void PrintTable(const std::vector<Channel>& channels);
+/// A table of these fields, under their names.
+void PrintTable(const std::vector<Channel>& channels, const std::vector<ChannelField>& fields,
+                const NarrowText& narrow);
+/// Everything, the block's attributes as well: a paragraph for every channel.
+void PrintWhole(const std::vector<Channel>& channels, InputSignalType signal,
+                const NarrowText& narrow);
+/// An array with everything.
+void PrintJson(const std::vector<Channel>& channels, InputSignalType signal,
+               const NarrowText& narrow);
 
 }  // namespace channel_view

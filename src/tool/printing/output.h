@@ -1,18 +1,22 @@
 // What the commands print.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
 #include "kit/text/printable.h"
 
-/// Rows under a head line. Columns are padded to the same number of characters, but for the last
-/// one.
+/// Rows under a head line; they fit the terminal where standard output is one.
 void PrintTable(const std::vector<std::vector<std::string>>& rows);
 
 /// Control characters are escaped, all of them.
 void PrintJson(const nlohmann::ordered_json& value);
+/// The same as of an array of `count` values, which are made one after the other.
+void PrintJsonArray(std::size_t count,
+                    const std::function<nlohmann::ordered_json(std::size_t)>& value);
 
 /// A note on standard error.
 void PrintNote(const std::string& note);

@@ -31,6 +31,23 @@ class FieldSetters : public testing::Test {
   Channel m_channel = EmptyChannel(m_layout);
 };
 
+TEST_F(FieldSetters, TakeTheNamesOfTheRecord) {
+  Set("displayName", "Shown");
+  Set("frequency", "12544750");
+  Set("number", "7");
+  Set("tsid", "-1");
+  Set("favorite", "3");
+  EXPECT_EQ(Wide("Shown"), m_channel.displayName);
+  EXPECT_EQ(12544750U, m_channel.frequency);
+  EXPECT_EQ(7U, m_channel.number);
+  EXPECT_EQ(-1, m_channel.tsid);
+  EXPECT_EQ(3U, m_channel.favorite);
+  // The record answers a word; what is set is the number in the file.
+  Set("serviceType", "25");
+  EXPECT_EQ(25U, Value("serviceType"));
+  ExpectRaised<InvalidArgument>("channels of DVBSatellite have no mhp", [&] { Set("mhp", "1"); });
+}
+
 TEST_F(FieldSetters, StoreNumbersWordsAndTexts) {
   EXPECT_EQ(UINT32_MAX, Value("polarisation"));
   Set("serviceID", "0x65");

@@ -1,5 +1,6 @@
 #include "platform/host.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace host {
@@ -8,6 +9,12 @@ namespace host {
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv, argv + argc}; }
 void Prepare() {}
 bool InputIsTerminal() { return isatty(STDIN_FILENO) == 1; }
+
+std::optional<std::size_t> OutputWidth() {
+  winsize size = {};
+  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return std::nullopt;
+  return size.ws_col;
+}
 
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   return DllGetClassObject(rclsid, riid, ppv);

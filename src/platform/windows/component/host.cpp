@@ -48,6 +48,16 @@ bool InputIsTerminal() {
   return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
 }
 
+std::optional<std::size_t> OutputWidth() {
+  CONSOLE_SCREEN_BUFFER_INFO screen = {};
+  if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &screen) == 0)
+    return std::nullopt;
+  const int columns = screen.srWindow.Right - screen.srWindow.Left + 1;
+  if (columns <= 1) return std::nullopt;
+  // A character in the last place moves the cursor to the next line.
+  return static_cast<std::size_t>(columns) - 1;
+}
+
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   return component::GetClassObject(rclsid, riid, ppv);
 }

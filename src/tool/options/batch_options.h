@@ -1,0 +1,13 @@
+// The part of the command line that speaks of batches.
+#pragma once
+
+#include "tool/options/options.h"
+
+namespace CLI {
+class App;
+}
+
+void AddBatchCommand(CLI::App& app, Options& options);
+/// Reads the batch and parses every line of it. UsageError that names the first line that is no
+/// command, and when the batch cannot be read.
+void CompleteBatchOptions(Options& options);
