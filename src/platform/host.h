@@ -2,6 +2,8 @@
 // output as UTF-8, files that are written durably. The library itself does not contain it.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,5 +45,20 @@ bool ReplaceFile(const std::string& path, std::string_view bytes);
 
 /// The same for a path where nothing stands yet. False also when something does, whenever it came.
 bool WriteNewFile(const std::string& path, std::string_view bytes);
+
+/// What keeps a file from being read.
+struct Damage {
+  std::string cause;    ///< why its bytes cannot be had; empty when they can, and are no document
+  unsigned line = 0;    ///< of the document's fault, from 1; 0 where the parser does not tell
+  unsigned column = 0;  ///< in characters, from 1
+};
+
+/// Reads a file (its path is UTF-8) as the library reads its own, with the same parser, options and
+/// limits. Nothing when that works, and where nothing stands at the path. Raises std::bad_alloc.
+std::optional<Damage> CheckFile(const std::string& path);
+
+/// Why a file of so many bytes cannot be put at a path (UTF-8), found by trying everything but the
+/// replacing; empty when nothing hinders it. Raises std::bad_alloc.
+std::string WhyNotWritten(const std::string& path, std::size_t size);
 
 }  // namespace host
