@@ -72,10 +72,17 @@ int Fail(const std::string& command, HRESULT hr, const std::string& message) {
   return 1;
 }
 
+int FailUnread(const Options& options, const UnreadableFile& failure) {
+  const int status = Fail(options.command, failure.Result(), failure.what());
+  std::cerr << "Try 'tunedex --dir " << Printable(options.directory) << " repair'.\n";
+  return status;
+}
+
 int Run(const std::vector<std::string>& arguments) {
   std::string command = "tunedex";
+  std::optional<Options> options;
   try {
-    const std::optional<Options> options = ParseOptions(arguments);
+    options = ParseOptions(arguments);
     if (!options) return 0;
     command = options->command;
     RunCommand(*options);
@@ -83,6 +90,8 @@ int Run(const std::vector<std::string>& arguments) {
   } catch (const InvalidArgument& error) {
     std::cerr << "tunedex: " << Printable(error.what()) << "\nTry 'tunedex --help'.\n";
     return 2;
+  } catch (const UnreadableFile& failure) {
+    return FailUnread(*options, failure);
   } catch (const Failure& failure) {
     return Fail(command, failure.Result(), failure.what());
   } catch (const ComError& error) {

@@ -15,7 +15,9 @@ namespace {
 
 using station_blocks::Source;
 
-SaveOptions HowToSave(const Options& options) { return {options.format, PrintNote}; }
+SaveOptions HowToSave(const Options& options) {
+  return {options.format, PrintNote, options.unreadable};
+}
 
 /// Changes the one channel of the command line and saves.
 template <typename Change>

@@ -50,6 +50,10 @@ void AddGlobals(CLI::App& app, Options& options) {
   AddWord(&app, "--format", "form in which changes are saved: plain (default) or preformatted",
           [&options](const std::string& text) { return TakeFormat(text, options.format); });
   app.add_flag("--json", options.json, "print JSON");
+  app.add_flag_function(
+      "--replace-unreadable",
+      [&options](std::int64_t) { options.unreadable = Unreadable::TakeAsEmpty; },
+      "let a change replace a file that cannot be read; the old one is kept beside it");
   app.set_version_flag("--version", "tunedex " ZORTUNEDEX_VERSION);
 }
 

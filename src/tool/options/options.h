@@ -7,6 +7,7 @@
 
 #include "core/interfaces.h"
 #include "kit/model/field_setter.h"
+#include "kit/reading/readable.h"
 
 /// Which of the two names `channels rename` changes.
 enum class RenameTarget { Both, NameOnly, DisplayOnly };
@@ -20,6 +21,7 @@ struct Options {
   std::optional<UINT> codePage;
   std::optional<EStorageType> format;
   bool json = false;
+  Unreadable unreadable = Unreadable::Refuse;
 
   std::vector<UINT> indexes;  ///< channels, in the order they were given
   std::vector<Assignment> assignments;
