@@ -183,7 +183,9 @@ TEST(Format, NeedsAFileThatCanBeRead) {
   const DataDirectory broken;
   broken.Files().Write("ChanInfo.xml", broken.File() + "<");
   const NothingWritten nothingElse(broken);
-  ExpectRefused(1, "format: E_FAIL (0x80004005): ChanInfo.xml cannot be read",
+  ExpectRefused(1,
+                "format: E_FAIL (0x80004005): ChanInfo.xml cannot be read: line 61, column 2: the "
+                "file ends before an element's name",
                 broken.Run({"format", "plain"}));
 }
 
@@ -191,13 +193,15 @@ TEST(Saving, SaysWhenTheFileIsNotWhatWasMeant) {
   const DataDirectory directory(DataDirectory::Start::Empty);
   // A plain save reports success whatever becomes of it; a directory in its place stops it.
   std::filesystem::create_directory(directory.Files().File("ChanInfo.xml"));
-  ExpectRefused(1,
-                "channels add: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
-                "saving: 0 channels instead of 1",
-                directory.Run(kGermany, "5", {"channels", "add", "--name", "X"}));
-  ExpectRefused(
-      1, "channels add: E_FAIL (0x80004005): ChanInfo.xml was not written",
-      directory.Run(kGermany, "5", {"channels", "add", "--name", "X", "--format", "preformatted"}));
+  const std::string message =
+      "channels add: E_FAIL (0x80004005): ChanInfo.xml could not be written: it is a folder; the "
+      "file is unchanged";
+  const Arguments add = {"channels", "add", "--name", "X", "--replace-unreadable", "--format"};
+  for (const char* format : {"plain", "preformatted"}) {
+    Arguments arguments = add;
+    arguments.emplace_back(format);
+    ExpectRefused(1, message, directory.Run(kGermany, "5", arguments));
+  }
 }
 
 TEST(Saving, SaysWhenAnIndexIsWrittenInAnotherWay) {
@@ -209,7 +213,7 @@ TEST(Saving, SaysWhenAnIndexIsWrittenInAnotherWay) {
   // Elements are looked for by the text of the index, so the channel gets a second one.
   ExpectRefused(1,
                 "channels favor: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
-                "saving: 2 channels instead of 1",
+                "saving: 2 channels instead of 1; the file was replaced",
                 directory.Run(kGermany, "5", {"channels", "favor", "7", "off"}));
 }
 
@@ -219,17 +223,6 @@ TEST(Saving, KnowsThatAComponentIndexReadsBackAsZero) {
                directory.Run("82", "160", {"channels", "set", "1", "--set", "Component_index=7"}));
   EXPECT_NE(std::string::npos, directory.File().find("Component_index=\"7\""));
   EXPECT_EQ(0, directory.Channel("82", "160", "1")["block"]["Component_index"]);
-}
-
-TEST(Saving, KeepsAFileThatCouldNotBeRead) {
-  const DataDirectory directory(DataDirectory::Start::Empty);
-  directory.Files().Write("ChanInfo.xml", "no XML");
-  const Outcome outcome = directory.Run(kGermany, "5", {"channels", "add", "--name", "X"});
-  EXPECT_EQ("1\n", outcome.out);
-  EXPECT_EQ("tunedex: the old ChanInfo.xml could not be read and was kept beside the new one\n",
-            outcome.err);
-  ExpectStatus(0, outcome);
-  EXPECT_EQ("no XML", directory.Files().Read("ChanInfo.xml.unreadable"));
 }
 
 }  // namespace
