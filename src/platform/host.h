@@ -21,6 +21,9 @@ std::vector<std::string> Arguments(int argc, char** argv);
 /// Makes standard output and error take UTF-8 unchanged, and prepares COM for this thread.
 void Prepare();
 
+/// A variable of the environment (its name is ASCII) as UTF-8; nothing where it is not set.
+std::optional<std::string> Environment(const char* name);
+
 /// True when standard input is a terminal, at which a question can be answered.
 bool InputIsTerminal();
 

@@ -41,5 +41,6 @@ void DeleteCustomerList(const Options& options);
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);
+void PrintCompletion(const Options& options);
 
 }  // namespace commands

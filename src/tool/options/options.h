@@ -16,6 +16,7 @@ struct Options {
   std::string command;  ///< "channels show"
 
   std::string directory;
+  std::string directorySource = "--dir";  ///< what named it
   std::optional<DWORD> country;
   std::optional<InputSignalType> signal;
   std::optional<UINT> codePage;
@@ -51,6 +52,7 @@ struct Options {
   std::optional<DWORD> highFrequency;
   std::optional<DWORD> switchFrequency;
   std::vector<LONG> places;  ///< an area and a sub-area, or a customer list
+  std::string shell;         ///< to complete command lines in
   bool yes = false;          ///< replace without asking
 };
 

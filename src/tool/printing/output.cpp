@@ -57,5 +57,5 @@ void PrintJson(const nlohmann::ordered_json& value) {
 void PrintNote(const std::string& note) { std::cerr << "tunedex: " << Printable(note) << '\n'; }
 
 void FinishOutput() {
-  if (!std::cout.flush()) throw Failure{E_FAIL, "the output could not be written"};
+  if (!std::cout.flush()) throw UnwrittenOutput{E_FAIL, "the output could not be written"};
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "kit/failure.h"
 #include "kit/text/printable.h"
 
 /// Rows under a head line. Columns are padded to the same number of characters, but for the last
@@ -17,5 +18,10 @@ void PrintJson(const nlohmann::ordered_json& value);
 /// A note on standard error.
 void PrintNote(const std::string& note);
 
-/// Raises a Failure when what was printed did not reach its target.
+/// What was printed did not all reach its target.
+struct UnwrittenOutput : Failure {
+  using Failure::Failure;
+};
+
+/// Raises UnwrittenOutput when what was printed did not reach its target.
 void FinishOutput();
