@@ -22,6 +22,9 @@ std::vector<std::string> Arguments(int argc, char** argv);
 /// Makes standard output and error take UTF-8 unchanged, and prepares COM for this thread.
 void Prepare();
 
+/// A variable of the environment (its name is ASCII) as UTF-8; nothing where it is not set.
+std::optional<std::string> Environment(const char* name);
+
 /// True when standard input is a terminal, at which a question can be answered.
 bool InputIsTerminal();
 
@@ -80,5 +83,20 @@ class FileLock {
 
   std::intptr_t m_handle = kNone;
 };
+
+/// What keeps a file from being read.
+struct Damage {
+  std::string cause;    ///< why its bytes cannot be had; empty when they can, and are no document
+  unsigned line = 0;    ///< of the document's fault, from 1; 0 where the parser does not tell
+  unsigned column = 0;  ///< in characters, from 1
+};
+
+/// Reads a file (its path is UTF-8) as the library reads its own, with the same parser, options and
+/// limits. Nothing when that works, and where nothing stands at the path. Raises std::bad_alloc.
+std::optional<Damage> CheckFile(const std::string& path);
+
+/// Why a file of so many bytes cannot be put at a path (UTF-8), found by trying everything but the
+/// replacing; empty when nothing hinders it. Raises std::bad_alloc.
+std::string WhyNotWritten(const std::string& path, std::size_t size);
 
 }  // namespace host

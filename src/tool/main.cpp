@@ -7,6 +7,8 @@
 #include "platform/host.h"
 #include "tool/commands/change.h"
 #include "tool/commands/commands.h"
+#include "tool/commands/directory_state.h"
+#include "tool/options/location.h"
 #include "tool/options/usage_error.h"
 #include "tool/printing/output.h"
 
@@ -67,6 +69,7 @@ constexpr Command kCommands[] = {
     {"history diff", commands::CompareSnapshots},
     {"history restore", commands::RestoreSnapshot, Does::Restore},
     {"history prune", commands::PruneHistory, Does::Restore},
+    {"completion", commands::PrintCompletion},
 };
 
 void SetCodePage(const Options& options) {
@@ -95,25 +98,62 @@ int Fail(const std::string& command, HRESULT hr, const std::string& message) {
   return 1;
 }
 
-int Run(const std::vector<std::string>& arguments) {
-  std::string command = "tunedex";
+/// The command's help tells more; no command: that of all.
+int Refuse(const std::string& command, const std::string& message) {
+  std::cerr << "tunedex: " << Printable(message) << "\nTry 'tunedex " << command
+            << (command.empty() ? "" : " ") << "--help'.\n";
+  return 2;
+}
+
+int FailUnread(const Options& options, const UnreadableFile& failure) {
+  const int status = Fail(options.command, failure.Result(), failure.what());
+  std::cerr << "Try 'tunedex --dir " << Printable(options.directory) << " repair'.\n";
+  return status;
+}
+
+/// The command may have come further than its message says.
+int FailLate(const Options& options, const DirectoryState& before, HRESULT hr,
+             const std::string& message) {
+  return Fail(options.command, hr,
+              before.HasChanged() ? message + "; the change was made" : message);
+}
+
+int RunGuarded(const Options& options) {
+  const DirectoryState before(options);
   try {
-    const std::optional<Options> options = ParseOptions(arguments);
-    if (!options) return 0;
-    command = options->command;
-    RunCommand(*options);
+    RunCommand(options);
     return 0;
-  } catch (const InvalidArgument& error) {
-    std::cerr << "tunedex: " << Printable(error.what()) << "\nTry 'tunedex --help'.\n";
-    return 2;
+  } catch (const UnreadableFile& failure) {
+    return FailUnread(options, failure);
+  } catch (const UnwrittenOutput& failure) {
+    return FailLate(options, before, failure.Result(), failure.what());
   } catch (const Failure& failure) {
-    return Fail(command, failure.Result(), failure.what());
+    return Fail(options.command, failure.Result(), failure.what());
+  } catch (const InvalidArgument& error) {
+    return Refuse(options.command, error.what());
   } catch (const ComError& error) {
-    return Fail(command, error.Error(), "no memory is left");
+    return FailLate(options, before, error.Error(), "no memory is left");
   } catch (const std::bad_alloc&) {
-    return Fail(command, E_OUTOFMEMORY, "no memory is left");
+    return FailLate(options, before, E_OUTOFMEMORY, "no memory is left");
+  }
+}
+
+int Run(const std::vector<std::string>& arguments) {
+  std::optional<Options> options;
+  try {
+    options = ParseOptions(arguments);
+    if (!options) return 0;
+    CompleteLocation(*options);
+    CompleteForSignal(*options);
+    return RunGuarded(*options);
+  } catch (const UnreadableFile& failure) {
+    return FailUnread(*options, failure);
+  } catch (const UsageError& error) {
+    return Refuse(error.command, error.what());
+  } catch (const std::bad_alloc&) {
+    return Fail("tunedex", E_OUTOFMEMORY, "no memory is left");
   } catch (const std::exception& error) {
-    return Fail(command, E_UNEXPECTED, error.what());
+    return Fail(options ? options->command : "tunedex", E_UNEXPECTED, error.what());
   }
 }
 

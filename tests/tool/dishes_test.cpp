@@ -152,7 +152,8 @@ TEST(Dishes, WrongUsageIsNamed) {
     ExpectRefused(2, "DISH: '" + std::string(dish) + "' is not 1, 2, 3 or 4",
                   home.Assign(dish, "A"));
   }
-  ExpectRefused(2, "--band: 'ka' is not known", home.Assign("1", "A", "Universal", "ka"));
+  ExpectRefused(2, "--band: 'ka' is not known; the nearest is ku; known are c, ku",
+                home.Assign("1", "A", "Universal", "ka"));
   ExpectRefused(2, "--band is required", home.Run({"dishes", "assign", "1", "A", "--low", "1"}));
   const auto refuse = [&home](const std::string& message, Arguments more) {
     more.insert(more.begin(), {"dishes", "assign", "1", "A", "--band", "c"});
@@ -318,10 +319,14 @@ TEST(Dishes, AnUnreadableFileIsKept) {
   home.Files().Write(kFile, "<USER_SETTINGS>");
   {
     const FilesUnchanged unchanged(home.Files());
-    ExpectRefused(1, "dishes list: E_FAIL (0x80004005): UserSettings.xml cannot be read",
-                  home.Run({"dishes", "list"}));
+    const std::string message =
+        ": E_FAIL (0x80004005): UserSettings.xml cannot be read: line 1, column 16: the file ends "
+        "before </USER_SETTINGS>";
+    ExpectRefused(1, "dishes list" + message, home.Run({"dishes", "list"}));
+    ExpectRefused(1, "dishes assign" + message, home.Assign("1", "A"));
   }
-  const Outcome outcome = home.Assign("1", "A");
+  const Outcome outcome = home.Run(
+      {"dishes", "assign", "1", "A", "--band", "ku", "--lnb", "Universal", "--replace-unreadable"});
   ExpectStatus(0, outcome);
   EXPECT_EQ("tunedex: the old UserSettings.xml could not be read and was kept beside the new one\n",
             outcome.err);
@@ -329,11 +334,12 @@ TEST(Dishes, AnUnreadableFileIsKept) {
   EXPECT_EQ((Texts{"1.1 A Ku-Band 9750000/10600000/11700000"}), home.List());
 }
 
-TEST(Dishes, AFileThatCannotBeWrittenIsAnError) {
+TEST(Dishes, AFolderInThePlaceOfTheFileIsAnError) {
   const Home home;
   std::filesystem::create_directory(home.Files().File(kFile));
-  ExpectRefused(1, "dishes assign: E_FAIL (0x80004005): UserSettings.xml cannot be read",
-                home.Assign("1", "A"));
+  ExpectRefused(
+      1, "dishes assign: E_FAIL (0x80004005): UserSettings.xml cannot be read: it is a folder",
+      home.Assign("1", "A"));
 }
 
 TEST(Dishes, OfTheSampleAreThere) {

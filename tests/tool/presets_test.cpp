@@ -130,17 +130,24 @@ TEST(Presets, NumbersOutOfLineAreToldOf) {
 }
 
 TEST(Presets, FilesWithoutPresets) {
-  const std::string missing =
-      "E_FAIL (0x80004005): there is no PreSetChannelInfo.xml that can be read";
+  const std::string missing = "E_FAIL (0x80004005): there is no PreSetChannelInfo.xml";
   const DataDirectory none;
   ExpectRefused(1, "presets areas: " + missing, none.Run({"presets", "areas"}));
-  for (const char* bytes : {"", "text", "<CHANNELTABLE>"}) {
+  const std::pair<const char*, const char*> damaged[] = {
+      {"", "the file is empty"},
+      {"text", "the file does not begin with <"},
+      {"<?xml ?", "an instruction that does not end"}};
+  for (const auto& [bytes, reason] : damaged) {
     const PresetDirectory directory(DataDirectory::Start::Filled, bytes);
     const NothingChanged nothing(directory);
-    ExpectRefused(1, "presets select: " + missing, directory.Run({"select", "0", "0", "--yes"}));
-    ExpectRefused(1, "presets save: " + missing, directory.Run({"save", "0", "x"}));
-    ExpectRefused(1, "presets delete: " + missing, directory.Run({"delete", "0"}));
-    ExpectRefused(1, "presets current: " + missing, directory.Run({"current"}));
+    const std::string message =
+        std::string(
+            ": E_FAIL (0x80004005): PreSetChannelInfo.xml cannot be read: line 1, column 1: ") +
+        reason;
+    ExpectRefused(1, "presets select" + message, directory.Run({"select", "0", "0", "--yes"}));
+    ExpectRefused(1, "presets save" + message, directory.Run({"save", "0", "x"}));
+    ExpectRefused(1, "presets delete" + message, directory.Run({"delete", "0"}));
+    ExpectRefused(1, "presets current" + message, directory.Run({"current"}));
   }
   const PresetDirectory other(DataDirectory::Start::Filled, "<CHANNELTABLE/>");
   const NothingChanged nothing(other);
@@ -257,9 +264,9 @@ TEST(PresetSelection, SaysWhenTheFileIsNotWhatWasMeant) {
   const PresetDirectory directory(DataDirectory::Start::Empty);
   std::filesystem::create_directory(directory.Files().File("ChanInfo.xml"));
   ExpectRefused(1,
-                "presets select: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
-                "saving: 0 channels that are not the 2 of the sub-area",
-                directory.Run({"select", "0", "0"}));
+                "presets select: E_FAIL (0x80004005): ChanInfo.xml could not be written: it is a "
+                "folder; the file is unchanged",
+                directory.Run({"select", "0", "0", "--replace-unreadable"}));
   EXPECT_EQ(PresetBytes(), directory.Presets());
 }
 

@@ -223,11 +223,17 @@ TEST(Info, SaysWhenTheFileCannotBeRead) {
   const std::string whole = directory.File();
   directory.Files().Write("ChanInfo.xml", whole.substr(0, whole.size() - 10));
   const NothingWritten nothing(directory);
-  ExpectRefused(1, "info: E_FAIL (0x80004005): ChanInfo.xml cannot be read",
-                directory.Run({"info"}));
+  ExpectRefused(
+      1,
+      "info: E_FAIL (0x80004005): ChanInfo.xml cannot be read: line 60, column 7: the file "
+      "ends before </CHAN> does",
+      directory.Run({"info"}));
   directory.Files().Write("ChanInfo.xml", "no XML");
-  ExpectRefused(1, "info: E_FAIL (0x80004005): ChanInfo.xml cannot be read",
-                directory.Run({"info"}));
+  ExpectRefused(
+      1,
+      "info: E_FAIL (0x80004005): ChanInfo.xml cannot be read: line 1, column 1: the file "
+      "does not begin with <",
+      directory.Run({"info"}));
   directory.Files().Write("ChanInfo.xml", whole.substr(0, whole.size() - 10));
 }
 

@@ -65,8 +65,9 @@ TEST(Satellites, ControlCharactersReachNoTerminal) {
                 "satellites show: E_FAIL (0x80004005): the catalogue has no satellite 'x\\x7F'; it "
                 "has A\\x0AB\\x7F[31m\\x09",
                 home.Run({"satellites", "show", "x\x7F"}));
-  ExpectRefused(2, "--region: 'a\\x7F' is not known",
-                home.Run({"satellites", "list", "--region", "a\x7F"}));
+  ExpectRefused(
+      2, "--region: 'a\\x7F' is not known; known are asia, europe, atlantic, america, unknown",
+      home.Run({"satellites", "list", "--region", "a\x7F"}));
   EXPECT_EQ(1U, CountOf("A\\x0AB\\x7F[31m\\x09", home.Run({"satellites", "list"}).out));
   const Outcome json = home.Run({"satellites", "list", "--json"});
   EXPECT_EQ(1U, CountOf("\"A\\nB\\u007f[31m\\t\"", json.out)) << json.out;
@@ -103,10 +104,13 @@ TEST(Satellites, AreChosenByRegionAndDivision) {
   EXPECT_EQ((Expected{"X"}), ids({"--region", "unknown"}));
   EXPECT_EQ((Expected{"X"}), ids({"--division", "0"}));
   EXPECT_EQ(Expected{}, ids({"--region", "america"}));
-  ExpectRefused(2, "--region: 'africa' is not known",
+  ExpectRefused(2,
+                "--region: 'africa' is not known; the nearest is america; known are asia, europe, "
+                "atlantic, america, unknown",
                 home.Run({"satellites", "list", "--region", "africa"}));
-  ExpectRefused(2, "--division: '10' is not known",
-                home.Run({"satellites", "list", "--division", "10"}));
+  ExpectRefused(
+      2, "--division: '10' is not known; the nearest is 0; known are 0, 1, 2, 3, 4, 5, 6, 7, 8, 9",
+      home.Run({"satellites", "list", "--division", "10"}));
 }
 
 TEST(Satellites, AreShownByIdOrName) {
@@ -183,7 +187,7 @@ TEST(Transponders, AreListed) {
                                  {"spectralInversion", "NotSet"}};
   EXPECT_EQ(expected, list[1]);
   EXPECT_TRUE(home.Json({"transponders", "list", "X"}).empty());
-  ExpectRefused(2, "--band: 'ka' is not known",
+  ExpectRefused(2, "--band: 'ka' is not known; the nearest is ku; known are c, ku",
                 home.Run({"transponders", "list", "A1", "--band", "ka"}));
 }
 
@@ -208,12 +212,16 @@ TEST(Satellites, AMissingOrUnreadableFileIsAnError) {
   for (const char* command : {"satellites", "lnbs"}) {
     ExpectRefused(1, std::string(command) + " list: " + result + "there is no SatelliteInfo.xml",
                   empty.Run({command, "list"}));
-    ExpectRefused(1, std::string(command) + " list: " + result + "SatelliteInfo.xml cannot be read",
+    ExpectRefused(1,
+                  std::string(command) + " list: " + result +
+                      "SatelliteInfo.xml cannot be read: line 1, column 15: the file ends before "
+                      "</SAT_TABLE>",
                   CatalogueHome("<S><SAT_TABLE>").Run({command, "list"}));
     EXPECT_TRUE(CatalogueHome("<S/>").Json({command, "list"}).empty());
   }
   ExpectRefused(2, "--dir is required", RunTool({"satellites", "list"}));
-  ExpectRefused(2, "A subcommand is required", empty.Run({"satellites"}));
+  ExpectRefused(2, "a command is missing behind 'satellites'; known are list, show",
+                empty.Run({"satellites"}));
 }
 
 TEST(Satellites, OfTheSampleAreThere) {

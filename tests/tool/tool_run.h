@@ -37,7 +37,8 @@ void ExpectStatus(int expected, const Outcome& outcome,
 /// Status 0, nothing on standard error, and the text of a file of tests/data/tool.
 void ExpectPrints(const std::string& golden, const Outcome& outcome,
                   std::source_location where = std::source_location::current());
-/// The status and exactly this on standard error; nothing on standard output.
+/// The status and exactly this on standard error, with what to do about it: the help of a command
+/// (status 2), or the repair of a file that cannot be read; nothing on standard output.
 void ExpectRefused(int status, const std::string& message, const Outcome& outcome,
                    std::source_location where = std::source_location::current());
 

@@ -8,10 +8,11 @@
 namespace whole_file {
 namespace {
 
+/// Raises a Failure with the cause, found by trying, where the file does not hold the bytes.
 void RequireWritten(bool written, const std::string& path, std::string_view bytes) {
-  if (!written || Read(PathOf(path)) != bytes) {
-    throw Failure{E_FAIL, path + " could not be written"};
-  }
+  if (written && Read(PathOf(path)) == bytes) return;
+  const std::string cause = host::WhyNotWritten(path, bytes.size());
+  throw Failure{E_FAIL, path + " could not be written" + (cause.empty() ? "" : ": " + cause)};
 }
 
 }  // namespace

@@ -55,8 +55,13 @@ std::vector<Channel> ReadChannels(IChannelInfoMgr* list) {
   return channels;
 }
 
-ChannelList::ChannelList(const Location& location)
-    : m_database(location), m_list(m_database.List()), m_channels(ReadChannels(m_list.Get())) {}
+ChannelList::ChannelList(const Location& location, Unreadable unreadable)
+    : m_database(location), m_list(m_database.List()), m_channels(ReadChannels(m_list.Get())) {
+  // Channels come from a file that can be read.
+  if (m_channels.empty() && unreadable == Unreadable::Refuse) {
+    RequireReadable(location.directory, "ChanInfo.xml");
+  }
+}
 
 UINT ChannelList::PositionOf(UINT index) const {
   for (UINT position = 0; position < m_channels.size(); ++position) {

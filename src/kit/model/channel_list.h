@@ -5,13 +5,16 @@
 
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
+#include "kit/reading/readable.h"
 
 /// A list read whole, with the indexes that the file gave its channels. The lists of the interface
 /// can be walked by position only once they are numbered 1..n, so this one renumbers its own
 /// database, which is never saved.
 class ChannelList {
  public:
-  explicit ChannelList(const Location& location);
+  /// Raises a Failure when the directory cannot be opened, or its file cannot be read and is not to
+  /// be taken as empty.
+  explicit ChannelList(const Location& location, Unreadable unreadable = Unreadable::Refuse);
 
   /// In list order, with their stored indexes.
   const std::vector<Channel>& Channels() const { return m_channels; }

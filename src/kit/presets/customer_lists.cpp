@@ -7,9 +7,12 @@
 #include "kit/model/channel_list.h"
 #include "kit/model/narrow_text.h"
 #include "kit/presets/preset_note.h"
+#include "kit/saving/save_watch.h"
 #include "kit/saving/stored_form.h"
 
 namespace {
+
+const char* const kPresetFile = "PreSetChannelInfo.xml";
 
 const PresetArea& CustomerArea(const Presets& presets) {
   const LONG last = presets.AreaCount() - 1;
@@ -102,13 +105,15 @@ StoredList StoreCustomerList(const Location& location, LONG number, const WideTe
   const std::string narrow = NarrowName(location, name);
   list.name = name;
   list.channels = merged.channels;
-  {
-    const Database database(location);
-    // A reference count comes back, and tells nothing.
-    Require(database->SaveCustomerChannelList(list.number, narrow.c_str()),
-            "the list cannot be stored");
-  }
-  RequireSamePresets(meant, Presets(location));
+  SaveWatch(location.directory, kPresetFile).Run([&] {
+    {
+      const Database database(location);
+      // A reference count comes back, and tells nothing.
+      Require(database->SaveCustomerChannelList(list.number, narrow.c_str()),
+              "the list cannot be stored");
+    }
+    RequireSamePresets(meant, Presets(location));
+  });
   return {list, channels.size(), merged.replaced, merged.kept};
 }
 
@@ -121,17 +126,19 @@ PresetList DropCustomerList(const Location& location, LONG number, const TakeNot
   const bool inOrder = preset_note::ListsAreInOrder(location, before);
   const bool noted = preset_note::IsThere(location) && before.SelectedArea() == area.number;
   const bool moves = noted && inOrder && before.SelectedSubArea() > number;
-  {
-    const Database database(location);
-    if (moves) preset_note::Put(database, location, area.number, before.SelectedSubArea() - 1);
-    if (database->DeleteCustomerChannelList(number) != S_OK) {
-      throw Failure{E_FAIL, "PreSetChannelInfo.xml cannot be written"};
+  SaveWatch(location.directory, kPresetFile).Run([&] {
+    {
+      const Database database(location);
+      if (moves) preset_note::Put(database, location, area.number, before.SelectedSubArea() - 1);
+      if (database->DeleteCustomerChannelList(number) != S_OK) {
+        throw Failure{E_FAIL, std::string(kPresetFile) + " was not written"};
+      }
     }
-  }
-  const Presets after(location);
-  // Numbers out of line become the places in the file, which they do not tell.
-  if (!inOrder) TakeNumbers(CustomerArea(after), meant.ChangeCustomerArea());
-  RequireSamePresets(meant, after);
+    const Presets after(location);
+    // Numbers out of line become the places in the file, which they do not tell.
+    if (!inOrder) TakeNumbers(CustomerArea(after), meant.ChangeCustomerArea());
+    RequireSamePresets(meant, after);
+  });
   if (noted && before.SelectedSubArea() == number) {
     Tell(note, "this list was the one that is noted as selected; select another one");
   }

@@ -2,6 +2,7 @@
 
 #include "kit/failure.h"
 #include "kit/files/file_scan.h"
+#include "kit/saving/save_watch.h"
 
 using file_scan::Tag;
 
@@ -106,13 +107,15 @@ void Write(const Location& location, const Presets& before, LONG area, LONG subA
   Require(database->GetSubAreaCount(customer.number, &count), "the lists cannot be counted");
   if (count != customer.count + 1) throw Failure{E_FAIL, "a list for it cannot be made"};
   Put(database, location, area, subArea);
-  Require(database->DeleteCustomerChannelList(customer.count),
-          "PreSetChannelInfo.xml cannot be written");
-  const Presets after(location);
-  RequireSamePresets(before, after);
-  if (after.SelectedArea() != area || after.SelectedSubArea() != subArea) {
-    throw Failure{E_FAIL, "PreSetChannelInfo.xml does not hold it after saving"};
-  }
+  SaveWatch(location.directory, "PreSetChannelInfo.xml").Run([&] {
+    Require(database->DeleteCustomerChannelList(customer.count),
+            "PreSetChannelInfo.xml was not written");
+    const Presets after(location);
+    RequireSamePresets(before, after);
+    if (after.SelectedArea() != area || after.SelectedSubArea() != subArea) {
+      throw Failure{E_FAIL, "PreSetChannelInfo.xml does not hold it after saving"};
+    }
+  });
 }
 
 }  // namespace preset_note

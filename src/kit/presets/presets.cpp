@@ -5,6 +5,7 @@
 #include "kit/failure.h"
 #include "kit/model/channel_list.h"
 #include "kit/model/narrow_text.h"
+#include "kit/reading/readable.h"
 
 namespace {
 
@@ -73,7 +74,8 @@ void RequireSame(const PresetArea& meant, const PresetArea& found) {
 Presets::Presets(const Location& location) {
   const Database database(location);
   if (database->LoadPresetOneSegChannelInfo() != S_OK) {
-    throw Failure{E_FAIL, "there is no PreSetChannelInfo.xml that can be read"};
+    RequireReadable(location.directory, "PreSetChannelInfo.xml");
+    throw Failure{E_FAIL, "there is no PreSetChannelInfo.xml"};
   }
   Require(database->GetAreaCount(&m_areaCount),
           "PreSetChannelInfo.xml has no set of country 81 and signal type 176");

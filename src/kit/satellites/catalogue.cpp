@@ -4,8 +4,11 @@
 
 #include "kit/failure.h"
 #include "kit/files/file_scan.h"
+#include "kit/reading/readable.h"
 
 namespace {
+
+const char* const kCatalogueFile = "SatelliteInfo.xml";
 
 /// Names that a message lists before it says how many more there are.
 constexpr std::size_t kMostNames = 20;
@@ -141,8 +144,8 @@ const LnbType& SatelliteCatalogue::FindLnb(const std::string& utf8) const {
 SatelliteCatalogue ReadCatalogue(const Location& location) {
   const Database database(location);
   const HRESULT hr = database->LoadSatInfoFromFile();
-  const bool there =
-      std::filesystem::exists(file_scan::FileIn(location.directory, "SatelliteInfo.xml"));
-  Require(hr, there ? "SatelliteInfo.xml cannot be read" : "there is no SatelliteInfo.xml");
+  if (FAILED(hr)) RequireReadable(location.directory, kCatalogueFile);
+  const bool there = std::filesystem::exists(file_scan::FileIn(location.directory, kCatalogueFile));
+  Require(hr, there ? "SatelliteInfo.xml holds no catalogue" : "there is no SatelliteInfo.xml");
   return {ReadSatellites(database), ReadLnbs(database)};
 }

@@ -8,6 +8,7 @@
 #include "kit/files/scratch_directory.h"
 #include "kit/files/unreadable_watch.h"
 #include "kit/model/narrow_text.h"
+#include "kit/saving/save_watch.h"
 #include "kit/saving/stored_form.h"
 #include "kit/text/ascii.h"
 
@@ -146,7 +147,7 @@ void Rehearse(const Location& location, const Dishes& meant) {
   const ScratchDirectory scratch;
   const Location rehearsal = CopyTo(scratch, location);
   const HRESULT hr = Write(rehearsal, meant);
-  const Dishes found = ReadDishes(rehearsal);
+  const Dishes found = ReadDishes(rehearsal, Unreadable::TakeAsEmpty);
   for (std::size_t dish = 0; dish < meant.size(); ++dish) {
     if (meant[dish].empty() || !found[dish].empty()) continue;
     const std::string number = std::to_string(dish + 1);
@@ -163,7 +164,7 @@ void Rehearse(const Location& location, const Dishes& meant) {
 
 }  // namespace
 
-Dishes ReadDishes(const Location& location) {
+Dishes ReadDishes(const Location& location, Unreadable unreadable) {
   const Database database(location);
   const ComPtr<IDishSatInfoMgr> list = ListOf(database);
   Dishes dishes;
@@ -176,27 +177,23 @@ Dishes ReadDishes(const Location& location) {
       dishes[dish].push_back(Read(record.Get()));
     }
   }
+  const bool mayBeUnread = dishes == Dishes() && unreadable == Unreadable::Refuse;
+  if (mayBeUnread) RequireReadable(location.directory, kFile);
   return dishes;
 }
 
-void RequireReadableSettings(const Location& location) {
-  const ScratchDirectory scratch;
-  const Location copy = CopyTo(scratch, location);
-  const UnreadableWatch watch(copy.directory, kFile);
-  // Saving puts a file aside that could not be read.
-  Write(copy, {});
-  if (watch.PutAside()) throw Failure{E_FAIL, std::string(kFile) + " cannot be read"};
-}
-
-Dishes SaveDishes(const Location& location, Dishes meant, const TakeNote& note) {
+Dishes SaveDishes(const Location& location, Dishes meant, const SaveOptions& options) {
+  if (options.unreadable == Unreadable::Refuse) RequireReadable(location.directory, kFile);
   RequireKept(location, meant);
-  DropRepeated(meant, note);
+  DropRepeated(meant, options.note);
   Rehearse(location, meant);
-  const UnreadableWatch watch(location.directory, kFile);
-  Require(Write(location, meant), std::string(kFile) + " was not written");
-  watch.Report(note);
-  if (ReadDishes(location) != meant) {
-    throw Failure{E_FAIL, std::string(kFile) + " is not what was meant after saving"};
-  }
+  SaveWatch(location.directory, kFile).Run([&] {
+    const UnreadableWatch watch(location.directory, kFile);
+    Require(Write(location, meant), std::string(kFile) + " was not written");
+    watch.Report(options.note);
+    if (ReadDishes(location, Unreadable::TakeAsEmpty) != meant) {
+      throw Failure{E_FAIL, std::string(kFile) + " is not what was meant after saving"};
+    }
+  });
   return meant;
 }

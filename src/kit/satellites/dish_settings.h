@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "kit/model/database.h"
-#include "kit/notes.h"
+#include "kit/saving/save_options.h"
 
 /// One satellite as received on one dish. Frequencies in kHz.
 struct DishSatellite {
@@ -22,13 +22,10 @@ struct DishSatellite {
 /// Dish 1 is at place 0.
 using Dishes = std::array<std::vector<DishSatellite>, 4>;
 
-/// As UserSettings.xml has them; without one, and when it cannot be read, all dishes are empty.
-Dishes ReadDishes(const Location& location);
-
-/// Raises a Failure when there is a UserSettings.xml and it cannot be read.
-void RequireReadableSettings(const Location& location);
+/// As UserSettings.xml has them; without one all dishes are empty.
+Dishes ReadDishes(const Location& location, Unreadable unreadable = Unreadable::Refuse);
 
 /// Writes all dishes afresh and reads them back; what is the same twice on a dish is written once.
 /// All is tried on a copy first. Raises a Failure when the file cannot hold it (it stays as it was
 /// then), and when it does not hold it after saving. Answers what was written.
-Dishes SaveDishes(const Location& location, Dishes meant, const TakeNote& note);
+Dishes SaveDishes(const Location& location, Dishes meant, const SaveOptions& options = {});

@@ -6,6 +6,7 @@
 #include "kit/files/unreadable_watch.h"
 #include "kit/model/channel_layout.h"
 #include "kit/saving/file_check.h"
+#include "kit/saving/save_watch.h"
 #include "kit/saving/stored_form.h"
 #include "kit/text/signal_types.h"
 
@@ -35,7 +36,7 @@ Failure NoChannelWith(UINT index) {
 ListEditor::ListEditor(const Location& location, const SaveOptions& options)
     : m_location(location),
       m_options(options),
-      m_before(m_location),
+      m_before(m_location, options.unreadable),
       m_database(m_location),
       m_list(m_database.List()),
       m_narrow(m_database),
@@ -192,10 +193,12 @@ void ListEditor::Write(const std::vector<Channel>& channels) {
   if (m_options.format) {
     Require(m_database->SetStorageType(*m_options.format), "the form cannot be chosen");
   }
-  const UnreadableWatch watch(m_location.directory);
-  Require(m_database->SaveChannelToFile(), "ChanInfo.xml was not written");
-  watch.Report(m_options.note);
-  Verify(meant);
+  SaveWatch(m_location.directory, "ChanInfo.xml").Run([&] {
+    const UnreadableWatch watch(m_location.directory);
+    Require(m_database->SaveChannelToFile(), "ChanInfo.xml was not written");
+    watch.Report(m_options.note);
+    Verify(meant);
+  });
   m_after = std::move(meant);
 }
 
@@ -203,7 +206,7 @@ void ListEditor::Verify(const std::vector<Channel>& meant) const {
   const auto refuse = [](const std::string& what) {
     throw Failure{E_FAIL, "ChanInfo.xml is not what was meant after saving: " + what};
   };
-  std::vector<Channel> found = ChannelList(m_location).Channels();
+  std::vector<Channel> found = ChannelList(m_location, Unreadable::TakeAsEmpty).Channels();
   SortByIndex(found);
   if (found.size() != meant.size()) {
     refuse(std::to_string(found.size()) + " channels instead of " + std::to_string(meant.size()));

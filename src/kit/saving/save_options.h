@@ -4,8 +4,10 @@
 
 #include "core/interfaces.h"
 #include "kit/notes.h"
+#include "kit/reading/readable.h"
 
 struct SaveOptions {
   std::optional<EStorageType> format;  ///< without one the library's own choice: plain
   TakeNote note;
+  Unreadable unreadable = Unreadable::Refuse;
 };

@@ -57,7 +57,7 @@ class Batch {
     line.directory = m_options.directory;
     ordered_json result;
     if (const channel_edits::Edit edit = channel_edits::Find(line.command)) {
-      if (!m_editor) m_editor.emplace(LocationOf(line), SaveOptions{line.format, PrintNote});
+      if (!m_editor) m_editor.emplace(LocationOf(line), SaveOptions{line.format, PrintNote, line.unreadable});
       result = Take(edit(*m_editor, line));
     } else if (const Other* other = FindOther(line.command)) {
       result = RunOther(*other, line);

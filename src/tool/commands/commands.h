@@ -48,6 +48,7 @@ bool IsOfBatch(std::string_view command);
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);
+void PrintCompletion(const Options& options);
 
 void UndoChange(const Options& options);
 void RedoChange(const Options& options);

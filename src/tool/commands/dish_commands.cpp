@@ -62,7 +62,8 @@ void Print(const Dishes& dishes, const Options& options) {
 
 /// Saves and, for JSON, prints what all dishes have then.
 void Save(Dishes dishes, const Options& options) {
-  const Dishes saved = SaveDishes(SatelliteLocation(options), std::move(dishes), PrintNote);
+  const Dishes saved = SaveDishes(SatelliteLocation(options), std::move(dishes),
+                                  {{}, PrintNote, options.unreadable});
   if (options.json) Print(saved, options);
 }
 
@@ -86,18 +87,12 @@ DishSatellite MakeAssignment(const SatelliteCatalogue& catalogue, const Options&
 
 }  // namespace
 
-void ListDishes(const Options& options) {
-  const Location location = SatelliteLocation(options);
-  const Dishes dishes = ReadDishes(location);
-  // What cannot be read looks like dishes without satellites.
-  if (dishes == Dishes()) RequireReadableSettings(location);
-  Print(dishes, options);
-}
+void ListDishes(const Options& options) { Print(ReadDishes(SatelliteLocation(options)), options); }
 
 void AssignSatellite(const Options& options) {
   const Location location = SatelliteLocation(options);
   const DishSatellite entry = MakeAssignment(ReadCatalogue(location), options);
-  Dishes dishes = ReadDishes(location);
+  Dishes dishes = ReadDishes(location, options.unreadable);
   std::vector<DishSatellite>& dish = dishes[options.dish - 1];
   // A satellite is on a dish once for every band: what was assigned before is changed.
   const auto isOlder = [&entry](const DishSatellite& other) {

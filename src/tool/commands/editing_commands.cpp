@@ -13,7 +13,7 @@ namespace {
 /// Opens the list, changes it and saves it; for JSON, prints the channels that were changed, and
 /// all of them where they were numbered afresh.
 void Change(const Options& options, channel_edits::Edit edit) {
-  ListEditor editor(LocationOf(options), {options.format, PrintNote});
+  ListEditor editor(LocationOf(options), {options.format, PrintNote, options.unreadable});
   const channel_edits::Done done = edit(editor, options);
   editor.Save();
   if (options.json) {

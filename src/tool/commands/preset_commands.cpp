@@ -147,9 +147,9 @@ void SelectPreset(const Options& options) {
   const PresetArea& area = presets.Area(options.places[0]);
   const PresetList& list = presets.List(area.number, options.places[1]);
   RequireDistinctIndexes(list.channels);
-  const std::size_t before = ChannelList(location).Channels().size();
+  const std::size_t before = ChannelList(location, options.unreadable).Channels().size();
   Confirm(options, before, list);
-  SelectList(location, area.number, list, {options.format, PrintNote});
+  SelectList(location, area.number, list, {options.format, PrintNote, options.unreadable});
   const bool noted = NoteSelection(location, presets, area.number, list.number);
   if (options.json) {
     ordered_json object = ToJson(area, list);

@@ -260,8 +260,6 @@ void AddChannelCommands(CLI::App& app, Options& options) {
 
 void CompleteChannelOptions(const Options& options) {
   if (!options.command.starts_with("channels ")) return;
-  RequireGiven(options.country.has_value(), "--country");
-  RequireGiven(options.signal.has_value(), "--signal");
   if (options.command == "channels find" &&
       options.number.has_value() == options.like.has_value()) {
     throw UsageError{"channels find takes either --number or --like"};
@@ -273,7 +271,13 @@ void CompleteChannelOptions(const Options& options) {
   if (options.json && !options.columns.empty()) {
     throw UsageError{"--columns goes without --json, which prints every field"};
   }
-  // What makes no sense for the signal type is told before anything is opened.
+}
+
+void RequireFieldsOfSignal(const Options& options) {
+  if (!options.command.starts_with("channels ")) return;
+  // A batch may do without them as long as it leaves the channels alone.
+  RequireGiven(options.country.has_value(), "--country");
+  RequireGiven(options.signal.has_value(), "--signal");
   for (const std::string& column : options.columns) ChannelField(*options.signal, column);
   ChannelMatcher(options.filter, *options.signal);
 }

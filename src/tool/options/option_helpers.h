@@ -8,6 +8,7 @@
 
 #include "kit/text/ascii.h"
 #include "tool/options/options.h"
+#include "tool/options/words.h"
 
 /// A callback for a number of 32 bits without a sign.
 template <typename Number>
@@ -28,7 +29,7 @@ CLI::Option* AddWord(CLI::App* app, const std::string& name, const std::string& 
       ->add_option_function<std::string>(
           name,
           [name, take](const std::string& text) {
-            if (!take(text)) throw CLI::ValidationError(name, "'" + text + "' is not known");
+            if (!take(text)) throw CLI::ValidationError(name, UnknownWord(text, WordsOf(name)));
           },
           help)
       ->type_name("");
@@ -40,6 +41,9 @@ void AddIndexes(CLI::App* app, Options& options, int least, int most,
 
 /// UsageError that names what is missing.
 void RequireGiven(bool given, const std::string& what);
+
+/// Gives a parser all commands and options; what it parses goes to the options.
+void FillParser(CLI::App& app, Options& options);
 
 /// The commands of the catalogue, the satellites and the dishes.
 void AddSatelliteCommands(CLI::App& app, Options& options);

@@ -6,12 +6,24 @@
 #include "kit/text/signal_types.h"
 #include "tool/options/batch_options.h"
 #include "tool/options/channel_options.h"
+#include "tool/options/command_tree.h"
+#include "tool/options/country_names.h"
 #include "tool/options/history_options.h"
+#include "tool/options/location.h"
+#include "tool/options/needs.h"
 #include "tool/options/option_helpers.h"
 #include "tool/options/preset_options.h"
+#include "tool/options/typing_errors.h"
 #include "tool/options/usage_error.h"
 
 namespace {
+
+constexpr const char* kPurpose = "Reads and changes the channel database of a directory.";
+
+constexpr const char* kCompletionHelp =
+    "The packages install it. In a shell without them:\n"
+    "  source <(tunedex completion bash)\n"
+    "  tunedex completion zsh > ~/.zfunc/_tunedex    # a folder of fpath";
 
 bool TakeFormat(const std::string& text, std::optional<EStorageType>& format) {
   if (text == "plain") format = StorageXML;
@@ -20,9 +32,17 @@ bool TakeFormat(const std::string& text, std::optional<EStorageType>& format) {
 }
 
 void AddGlobals(CLI::App& app, Options& options) {
-  app.add_option("--dir", options.directory, "data directory")->type_name("DIR");
-  AddNumber(&app, "--country", options.country, "telephone country code of the channels");
-  AddWord(&app, "--signal", "signal type by name (DVBSatellite, FMRadio, ...) or number",
+  app.add_option("--dir", options.directory, "data directory; else TUNEDEX_DIR")->type_name("DIR");
+  const auto takeCountry = [&options](const std::string& text) {
+    options.country = ParseCountry(text);
+    if (!options.country) throw CLI::ValidationError("--country", UnknownCountry(text));
+  };
+  app.add_option_function<std::string>(
+         "--country", takeCountry,
+         "country of the channels: its telephone code, ISO code or name; else TUNEDEX_COUNTRY")
+      ->type_name("COUNTRY");
+  AddWord(&app, "--signal",
+          "signal type by name (DVBSatellite, FMRadio, ...) or number; else TUNEDEX_SIGNAL",
           [&options](const std::string& text) {
             options.signal = ParseSignalType(text);
             return options.signal.has_value();
@@ -33,6 +53,10 @@ void AddGlobals(CLI::App& app, Options& options) {
           [&options](const std::string& text) { return TakeFormat(text, options.format); });
   app.add_flag("--json", options.json, "print JSON");
   AddHistoryGlobals(app, options);
+  app.add_flag_function(
+      "--replace-unreadable",
+      [&options](std::int64_t) { options.unreadable = Unreadable::TakeAsEmpty; },
+      "let a change replace a file that cannot be read; the old one is kept beside it");
   app.set_version_flag("--version", "tunedex " ZORTUNEDEX_VERSION);
 }
 
@@ -48,16 +72,34 @@ void AddCommands(CLI::App& app, Options& options) {
   format->get_option("FORM")->required();
   CLI::App* countries = app.add_subcommand("countries", "List the country codes");
   AddNumber(countries, "CODE", options.countryRow, "this code alone");
+  CLI::App* completion =
+      app.add_subcommand("completion", "Print what completes command lines in a shell");
+  AddWord(completion, "SHELL", "bash or zsh", [&options](const std::string& text) {
+    options.shell = text;
+    return text == "bash" || text == "zsh";
+  })->required();
+  completion->footer(kCompletionHelp);
 }
 
-/// Names the command and sees that it has what it needs.
-void Complete(CLI::App& app, Options& options) {
-  for (CLI::App* part = &app; !part->get_subcommands().empty();) {
-    part = part->get_subcommands().front();
-    options.command += (options.command.empty() ? "" : " ") + part->get_name();
+/// The global options that a command needs stand in its own help, too.
+void AddNeeds(CLI::App* app, const std::string& command) {
+  const std::vector<CLI::App*> below = app->get_subcommands([](CLI::App*) { return true; });
+  for (CLI::App* part : below) {
+    AddNeeds(part, command.empty() ? part->get_name() : command + " " + part->get_name());
   }
-  const bool directory = options.command != "countries" && options.command != "catalogue build";
-  if (directory) RequireGiven(!options.directory.empty(), "--dir");
+  if (command.empty() || !below.empty()) return;
+  const std::string needs = NeedsHelp(command);
+  const std::string footer = app->get_footer();
+  if (!needs.empty()) app->footer(footer.empty() ? needs : footer + "\n" + needs);
+}
+
+/// What was not given comes from elsewhere, or is missed.
+void Complete(const CLI::App& app, Options& options) {
+  options.command = command_tree::Deepest(app).name;
+  TakeEnvironment(options);
+  if (options.directory.empty() && NeedsOf(options.command).directory == Need::Required) {
+    throw UsageError{"--dir is required"};
+  }
   CompleteSatelliteOptions(options);
   CompletePresetOptions(options);
   CompleteHistoryOptions(options);
@@ -73,6 +115,7 @@ Options GlobalsOf(const Options& options) {
   globals.codePage = options.codePage;
   globals.format = options.format;
   globals.json = options.json;
+  globals.unreadable = options.unreadable;
   return globals;
 }
 
@@ -99,19 +142,25 @@ Options CommandParser::Parse(std::vector<std::string> words) {
     std::reverse(words.begin(), words.end());
     m_parts->app.parse(words);
   } catch (const CLI::ParseError& error) {
-    throw UsageError{error.what()};
+    throw ExplainTyping(m_parts->app, error);
   }
   Complete(m_parts->app, m_parts->options);
+  CompleteForSignal(m_parts->options);
   return m_parts->options;
 }
 
-std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
-  Options options;
-  CLI::App app("Reads and changes the channel database of a directory.", "tunedex");
+void FillParser(CLI::App& app, Options& options) {
   app.fallthrough()->require_subcommand(1)->allow_windows_style_options(false);
   AddGlobals(app, options);
   AddCommands(app, options);
   AddBatchCommand(app, options);
+  AddNeeds(&app, {});
+}
+
+std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
+  Options options;
+  CLI::App app(kPurpose, "tunedex");
+  FillParser(app, options);
   options.typed = TypedCommand(app, arguments);
   try {
     std::reverse(arguments.begin(), arguments.end());
@@ -119,12 +168,20 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
     app.parse(arguments);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
-      throw UsageError{error.what()};
+      throw ExplainTyping(app, error);
     }
     app.exit(error, std::cout, std::cerr);
     return std::nullopt;
   }
-  Complete(app, options);
-  CompleteBatchOptions(options);
+  try {
+    Complete(app, options);
+  } catch (const UsageError& error) {
+    throw UsageError{error.what(), options.command};
+  }
   return options;
+}
+
+void CompleteForSignal(Options& options) {
+  RequireFieldsOfSignal(options);
+  CompleteBatchOptions(options);
 }

@@ -8,6 +8,7 @@
 
 #include "core/interfaces.h"
 #include "kit/model/field_setter.h"
+#include "kit/reading/readable.h"
 #include "kit/selection/channel_filter.h"
 
 /// Which of the two names `channels rename` changes.
@@ -17,11 +18,13 @@ struct Options {
   std::string command;  ///< "channels show"
 
   std::string directory;
+  std::string directorySource = "--dir";  ///< what named it
   std::optional<DWORD> country;
   std::optional<InputSignalType> signal;
   std::optional<UINT> codePage;
   std::optional<EStorageType> format;
   bool json = false;
+  Unreadable unreadable = Unreadable::Refuse;
   bool dryRun = false;     ///< tell what would change, and write nothing
   bool noHistory = false;  ///< leave the history as it is
   UINT wait = 10;          ///< seconds for others that change the directory
@@ -57,6 +60,7 @@ struct Options {
   std::optional<DWORD> highFrequency;
   std::optional<DWORD> switchFrequency;
   std::vector<LONG> places;  ///< an area and a sub-area, or a customer list
+  std::string shell;         ///< to complete command lines in
   bool yes = false;          ///< replace without asking
 
   std::vector<UINT> snapshots;
@@ -86,3 +90,7 @@ class CommandParser {
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.
 std::optional<Options> ParseOptions(std::vector<std::string> arguments);
+
+/// Looks at what is told apart by the signal type, once it is known: the fields that are named, and
+/// the lines of a batch. Raises UsageError.
+void CompleteForSignal(Options& options);

@@ -57,5 +57,5 @@ void PrintJsonArray(std::size_t count,
 void PrintNote(const std::string& note) { std::cerr << "tunedex: " << Printable(note) << '\n'; }
 
 void FinishOutput() {
-  if (!std::cout.flush()) throw Failure{E_FAIL, "the output could not be written"};
+  if (!std::cout.flush()) throw UnwrittenOutput{E_FAIL, "the output could not be written"};
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "kit/failure.h"
 #include "kit/text/printable.h"
 
 /// Rows under a head line; they fit the terminal where standard output is one.
@@ -21,5 +22,10 @@ void PrintJsonArray(std::size_t count,
 /// A note on standard error.
 void PrintNote(const std::string& note);
 
-/// Raises a Failure when what was printed did not reach its target.
+/// What was printed did not all reach its target.
+struct UnwrittenOutput : Failure {
+  using Failure::Failure;
+};
+
+/// Raises UnwrittenOutput when what was printed did not reach its target.
 void FinishOutput();

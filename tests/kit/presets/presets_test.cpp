@@ -20,7 +20,7 @@ TEST(PresetValues, HoldAreasAndTheirLists) {
   ExpectRaised<Failure>("no sub-area 7 of area 2", [&] { presets.List(2, 7); });
   ExpectRaised<Failure>("no area 9", [&] { presets.Area(9); });
   const Home nothing(Home::Start::Empty);
-  ExpectRaised<Failure>("there is no PreSetChannelInfo.xml that can be read",
+  ExpectRaised<Failure>("there is no PreSetChannelInfo.xml",
                         [&] { Presets none(nothing.OneSegment()); });
 }
 

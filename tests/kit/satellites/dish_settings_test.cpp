@@ -29,8 +29,9 @@ TEST(DishSettings, KeepOnceWhatIsThereTwiceAndSaySo) {
   Dishes dishes = ReadDishes(home.Satellites());
   dishes[1].push_back(dishes[1][0]);
   std::vector<std::string> notes;
-  const Dishes saved = SaveDishes(home.Satellites(), dishes,
-                                  [&notes](const std::string& note) { notes.push_back(note); });
+  const Dishes saved =
+      SaveDishes(home.Satellites(), dishes,
+                 {{}, [&notes](const std::string& note) { notes.push_back(note); }});
   EXPECT_EQ(std::vector<std::string>{"dish 2 had an assignment more than once; it is kept once"},
             notes);
   EXPECT_EQ(1U, saved[1].size());

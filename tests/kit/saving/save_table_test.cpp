@@ -161,19 +161,24 @@ TEST(SaveTable, SaysThatTheFileDoesNotHoldIt) {
   std::filesystem::create_directory(home.Files().File("ChanInfo.xml"));
   ChannelTable table{49, InputSignalFMRadio, {EmptyChannel(LayoutOf(InputSignalFMRadio))}};
   table.channels[0].index = 1;
-  ExpectRaised<Failure>("ChanInfo.xml is not what was meant after saving: 0 channels instead of 1",
-                        [&] { SaveTable(home.Path(), table); });
+  ExpectRaised<Failure>("ChanInfo.xml could not be written: it is a folder; the file is unchanged",
+                        [&] {
+                          SaveTable(home.Path(), table, {{}, {}, Unreadable::TakeAsEmpty});
+                        });
   EXPECT_TRUE(std::filesystem::is_directory(home.Files().File("ChanInfo.xml")));
 }
 
-TEST(SaveTable, NotesThatAnUnreadableFileWasPutAside) {
+TEST(SaveTable, ReplacesAnUnreadableFileOnlyWhereThatIsAskedFor) {
   const Home home(Home::Start::Empty);
   home.Files().Write("ChanInfo.xml", "<not xml");
   ChannelTable table{49, InputSignalFMRadio, {EmptyChannel(LayoutOf(InputSignalFMRadio))}};
   table.channels[0].index = 1;
+  EXPECT_THROW(SaveTable(home.Path(), table), UnreadableFile);
+  EXPECT_EQ("<not xml", home.Channels());
   std::vector<std::string> notes;
   SaveTable(home.Path(), table,
-            {std::nullopt, [&notes](const std::string& note) { notes.push_back(note); }});
+            {std::nullopt, [&notes](const std::string& note) { notes.push_back(note); },
+             Unreadable::TakeAsEmpty});
   EXPECT_EQ(
       std::vector<std::string>{
           "the old ChanInfo.xml could not be read and was kept beside the new one"},
@@ -181,7 +186,7 @@ TEST(SaveTable, NotesThatAnUnreadableFileWasPutAside) {
   EXPECT_EQ("<not xml", home.Files().Read("ChanInfo.xml.unreadable"));
   // Without somebody who listens it is done all the same.
   home.Files().Write("ChanInfo.xml", "<not xml");
-  SaveTable(home.Path(), table);
+  SaveTable(home.Path(), table, {{}, {}, Unreadable::TakeAsEmpty});
   EXPECT_EQ("<not xml", home.Files().Read("ChanInfo.xml.unreadable.2"));
 }
 
@@ -205,8 +210,9 @@ TEST(RewriteFile, NeedsAFileThatCanBeRead) {
   const Home home(Home::Start::Empty);
   ExpectRaised<Failure>("there is no ChanInfo.xml", [&] { RewriteFile(home.Path(), StorageXML); });
   home.Files().Write("ChanInfo.xml", "<not xml");
-  ExpectRaised<Failure>("ChanInfo.xml cannot be read",
-                        [&] { RewriteFile(home.Path(), StorageXML); });
+  ExpectRaised<UnreadableFile>(
+      "ChanInfo.xml cannot be read: line 1, column 9: the file ends before <not> does",
+      [&] { RewriteFile(home.Path(), StorageXML); });
   EXPECT_EQ("<not xml", home.Channels());
 }
 

@@ -3,11 +3,19 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 namespace host {
 
 // Standard output takes bytes as they are, and arguments are the shell's bytes.
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv, argv + argc}; }
 void Prepare() {}
+
+std::optional<std::string> Environment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
 bool InputIsTerminal() { return isatty(STDIN_FILENO) == 1; }
 
 std::optional<std::size_t> OutputWidth() {

@@ -25,25 +25,32 @@ using Parser = std::unique_ptr<xmlParserCtxt, ParserEnd>;
 /// for a name it takes a document for malformed.
 enum class Verdict { Good, Refused, Malformed };
 
-/// Keeps this thread's parser errors off the standard error stream, and takes note of those that
-/// are lack of memory.
+/// Keeps this thread's parser errors off the standard error stream, and takes note of the first one
+/// and of those that are lack of memory.
 class Errors {
  public:
   Errors() : m_function(xmlStructuredError), m_context(xmlStructuredErrorContext) {
-    xmlSetStructuredErrorFunc(this, [](void* errors, auto error) {
-      if (error->code == XML_ERR_NO_MEMORY) static_cast<Errors*>(errors)->m_lacksMemory = true;
-    });
+    xmlSetStructuredErrorFunc(
+        this, [](void* errors, auto error) { static_cast<Errors*>(errors)->Take(*error); });
   }
   Errors(const Errors&) = delete;
   Errors& operator=(const Errors&) = delete;
   ~Errors() { xmlSetStructuredErrorFunc(m_context, m_function); }
 
   bool AreLackOfMemory() const { return m_lacksMemory; }
+  Place First() const { return m_first; }
 
  private:
+  void Take(const xmlError& error) {
+    if (error.code == XML_ERR_NO_MEMORY) m_lacksMemory = true;
+    if (error.level < XML_ERR_ERROR || m_first.line != 0) return;
+    m_first = {static_cast<unsigned>(error.line), static_cast<unsigned>(error.int2)};
+  }
+
   xmlStructuredErrorFunc m_function;
   void* m_context;
   bool m_lacksMemory = false;
+  Place m_first;
 };
 
 /// A parser of bytes that stay. Raises std::bad_alloc.
@@ -96,7 +103,7 @@ Declaration DeclarationOf(const xmlParserCtxt* parser) {
   }
 }
 
-Verdict Build(Store& store, int options) {
+Verdict Build(Store& store, int options, Place& place) {
   const FileBytes& file = store.File();
   if (!IsWithinAttributeBound({file.Data(), file.Size()})) return Verdict::Refused;
   const Errors errors;
@@ -106,6 +113,7 @@ Verdict Build(Store& store, int options) {
   parser->userData = &builder;
   const bool isWellFormed = IsWellFormed(parser.get(), errors);
   builder.RaiseWhatWasRaised();
+  place = errors.First();
   if (builder.HasFailed()) return Verdict::Refused;
   if (!isWellFormed) return Verdict::Malformed;
   if (!HasReadAll(parser->input) || !IsLabelledRight(parser.get())) return Verdict::Malformed;
@@ -128,17 +136,19 @@ void ConfirmMalformed(const FileBytes& file, int options) {
 
 }  // namespace
 
-NewStore Parse(FileBytes file) {
+NewStore Parse(FileBytes file, Place* place) {
   static std::once_flag once;
   std::call_once(once, xmlInitParser);
   NewStore store(new Store);
   store->File() = std::move(file);
   int options = 0;
-  Verdict verdict = Build(*store, options);
+  Place ignored;
+  Place& found = place == nullptr ? ignored : *place;
+  Verdict verdict = Build(*store, options, found);
   // Another encoding is refused in front of the first node.
   if (verdict != Verdict::Good && !store->Root().First() && ConvertToUtf8(store->File())) {
     options = XML_PARSE_IGNORE_ENC;
-    verdict = Build(*store, options);
+    verdict = Build(*store, options, found);
   }
   if (verdict == Verdict::Good) return store;
   file = std::move(store->File());

@@ -4,6 +4,7 @@
 #include <io.h>
 
 #include <cstdio>
+#include <cstring>
 
 #include "platform/arguments.h"
 #include "platform/component.h"
@@ -40,6 +41,19 @@ void Prepare() {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
   CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+}
+
+std::optional<std::string> Environment(const char* name) {
+  const std::wstring wide(name, name + std::strlen(name));
+  std::wstring value;
+  DWORD length = GetEnvironmentVariableW(wide.c_str(), nullptr, 0);
+  if (length == 0) return std::nullopt;
+  while (length > value.size()) {
+    value.resize(length);
+    length = GetEnvironmentVariableW(wide.c_str(), value.data(), length);
+  }
+  value.resize(length);
+  return ToUtf8(value.c_str());
 }
 
 // Other character devices, NUL among them, have no console mode.

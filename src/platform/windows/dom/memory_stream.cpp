@@ -18,7 +18,10 @@ constexpr std::size_t kBlock = std::size_t{256} * 1024;
 HRESULT Create(ComPtr<IStream>& out) { return CreateStreamOnHGlobal(nullptr, TRUE, out.Receive()); }
 
 HRESULT FromFile(const std::string& path, ComPtr<IStream>& out) {
-  const std::wstring name = wide_path::From(path);
+  return FromFile(wide_path::From(path), out);
+}
+
+HRESULT FromFile(const std::wstring& name, ComPtr<IStream>& out) {
   FileHandle file;
   const bool isOpen = in_use::Retry([&] {
     file = FileHandle(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,

@@ -15,6 +15,8 @@ HRESULT Create(ComPtr<IStream>& out);
 
 /// A stream of the file's bytes, at its beginning. Fails when the file cannot be read.
 HRESULT FromFile(const std::string& path, ComPtr<IStream>& out);
+/// The same for a path as the wide file calls take it.
+HRESULT FromFile(const std::wstring& name, ComPtr<IStream>& out);
 
 HRESULT Rewind(IStream* stream);
 

@@ -1,0 +1,10 @@
+#include <iostream>
+
+#include "tool/commands/commands.h"
+#include "tool/options/completion.h"
+
+namespace commands {
+
+void PrintCompletion(const Options& options) { std::cout << CompletionScript(options.shell); }
+
+}  // namespace commands

@@ -1,0 +1,13 @@
+// The words that options and arguments take.
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// The words of an option ("--service") or of an argument ("KEY"), those that are plainly named
+/// alone: numbers are not listed. Empty where any text may stand.
+std::vector<std::string> WordsOf(const std::string& option);
+
+/// "'soap' is not known; the nearest is ...; known are tv, radio, ...", for a word that is none of
+/// these.
+std::string UnknownWord(const std::string& word, const std::vector<std::string>& known);
