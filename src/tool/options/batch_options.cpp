@@ -52,7 +52,7 @@ std::string_view TakeLine(std::string_view& text) {
 }
 
 /// The words of a line, none for a comment.
-std::vector<std::string> WordsOf(std::string_view line) {
+std::vector<std::string> WordsOfLine(std::string_view line) {
   if (!utf::ToWide(line)) throw UsageError{"this is not UTF-8"};
   if (line.find('\0') != std::string_view::npos) throw UsageError{"this holds a zero byte"};
   const std::size_t first = line.find_first_not_of(" \t");
@@ -88,7 +88,7 @@ void CompleteBatchOptions(Options& options) {
   CommandParser parser(options);
   for (std::size_t number = 1; !text.empty(); ++number) {
     try {
-      std::vector<std::string> words = WordsOf(TakeLine(text));
+      std::vector<std::string> words = WordsOfLine(TakeLine(text));
       if (words.empty()) continue;
       Options line = parser.Parse(std::move(words));
       RequireTaken(line);
