@@ -45,17 +45,18 @@ ListEditor::ListEditor(const Location& location, const SaveOptions& options)
 UINT ListEditor::Add(const Channel& channel) {
   const UINT last = Now().empty() ? 0 : Now().back().index;
   if (last >= kNoIndex - 1) throw Failure{E_FAIL, "no index is left; sort the list first"};
-  AddAt(last + 1, channel);
+  const ComPtr<IChannelInfo> record = AddAt(last + 1, channel);
+  m_now->push_back(ReadChannel(record.Get()));
   return last + 1;
 }
 
-void ListEditor::AddAt(UINT index, const Channel& channel) {
+ComPtr<IChannelInfo> ListEditor::AddAt(UINT index, const Channel& channel) {
   ComPtr<IChannelInfo> record;
   Require(m_list->CreateChannelInfo(record.Receive()), "a record cannot be made");
   record->SetChannelIndex(index);  // answers E_NOTIMPL and stores it
   WriteChannel(channel, m_location.signal, record.Get());
   Require(m_list->AddChannelInfo(record.Get()), "the channel cannot be added");
-  m_now.reset();
+  return record;
 }
 
 void ListEditor::Put(const Channel& channel) {

@@ -48,7 +48,7 @@ class ListEditor {
   const Channel& After(UINT index) const;
 
  private:
-  void AddAt(UINT index, const Channel& channel);
+  ComPtr<IChannelInfo> AddAt(UINT index, const Channel& channel);
   void Empty();
   std::vector<Channel> ReadIndexes() const;
   void RequireSavable(const std::vector<Channel>& channels) const;

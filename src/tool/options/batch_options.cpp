@@ -13,17 +13,15 @@
 namespace {
 
 constexpr const char* kBatchHelp =
-    "FILE, or standard input without one or with '-', has one command a line, without 'tunedex' "
-    "and\n"
-    "the global options, which stand here and are those of every line:\n"
+    "FILE, or standard input without one or with '-', has one command a line, without\n"
+    "'tunedex' and the global options, which stand here and are those of every line:\n"
     "  tunedex --dir home --country 49 --signal DVBSatellite batch changes.txt\n"
     "  channels favor 3-9 12\n"
     "  channels edit --where 'networkName=ASTRA 1' --set lock=1\n"
-    "Words are quoted as in a POSIX shell; nothing is expanded. Empty lines and those that begin\n"
-    "with # are comments. The commands of channels, dishes and presets that change something are\n"
-    "taken. All lines are read before the first one is carried out, each sees what those before "
-    "it\n"
-    "did, and nothing is saved unless all can be done.";
+    "Words are quoted as in a POSIX shell; nothing is expanded. Empty lines and those that\n"
+    "begin with # are comments. The commands of channels, dishes and presets that change\n"
+    "something are taken. All lines are read before the first one is carried out, each sees\n"
+    "what those before it did, and nothing is saved unless all can be done.";
 
 std::string ReadAll(std::istream& stream) {
   std::string text;

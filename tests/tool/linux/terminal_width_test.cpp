@@ -70,3 +70,17 @@ TEST(TerminalWidth, IsThatOfTables) {
   // Numbers stay whole as long as texts can be shortened.
   EXPECT_NE(std::string::npos, PrintedAt(80, list).find("11493750"));
 }
+
+// Names that the code pages of the other target do not all hold.
+TEST(TerminalWidth, IsCountedInItsColumns) {
+  const DataDirectory directory(DataDirectory::Start::Empty);
+  for (const char* name : {"\u65E5\u672C", "Ko\u0308ln", "abcd"}) {
+    ExpectStatus(0, directory.Run("81", "64", {"channels", "add", "--name", name}));
+  }
+  EXPECT_EQ(
+      "name  index\n"
+      "\u65E5\u672C  1\n"
+      "Ko\u0308ln  2\n"
+      "abcd  3\n",
+      directory.Run("81", "64", {"channels", "list", "--columns", "name,index"}).out);
+}
