@@ -332,8 +332,9 @@ TEST(Dishes, AnUnreadableFileIsKept) {
 TEST(Dishes, AFileThatCannotBeWrittenIsAnError) {
   const Home home;
   std::filesystem::create_directory(home.Files().File(kFile));
-  ExpectRefused(1, "dishes assign: E_FAIL (0x80004005): UserSettings.xml cannot be read",
-                home.Assign("1", "A"));
+  ExpectRefused(
+      1, "dishes assign: E_FAIL (0x80004005): UserSettings.xml cannot be read: it is no file",
+      home.Assign("1", "A"));
 }
 
 TEST(Dishes, OfTheSampleAreThere) {
