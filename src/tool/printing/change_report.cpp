@@ -32,7 +32,8 @@ std::string LineOf(const Change& change) {
   std::string line = PlaceText(change) + ": " + WordOf(change.kind);
   if (change.kind == Kind::Moved) line += " from " + std::to_string(change.channel->before);
   // Bytes that neither channels nor elements tell of: the form, comments, what is not known.
-  if (change.kind == Kind::Changed && change.fields.empty()) line += " in its form, or in what the library does not read";
+  if (change.kind == Kind::Changed && change.fields.empty())
+    line += " in its form, or in what the library does not read";
   return line + FieldsText(change);
 }
 
