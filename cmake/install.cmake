@@ -59,6 +59,20 @@ set_target_properties(tunedex PROPERTIES INSTALL_RPATH $ORIGIN/../lib)
 install(TARGETS tunedex RUNTIME DESTINATION ${bin_dir})
 install(FILES docs/tunedex.1 DESTINATION share/man/man1)
 
+# The tool knows its own commands, options and words. It is not built beside fuzzers.
+if(NOT ZORTUNEDEX_FUZZ)
+  set(completion_dir ${CMAKE_BINARY_DIR}/completion)
+  file(MAKE_DIRECTORY ${completion_dir})
+  foreach(shell bash zsh)
+    add_custom_command(OUTPUT ${completion_dir}/${shell}
+                       COMMAND tunedex completion ${shell} > ${completion_dir}/${shell}
+                       DEPENDS tunedex VERBATIM)
+  endforeach()
+  add_custom_target(completion ALL DEPENDS ${completion_dir}/bash ${completion_dir}/zsh)
+  install(FILES ${completion_dir}/bash DESTINATION share/bash-completion/completions RENAME tunedex)
+  install(FILES ${completion_dir}/zsh DESTINATION share/zsh/vendor-completions RENAME _tunedex)
+endif()
+
 set(package_dir ${lib_dir}/cmake/ZorTunedex)
 install(EXPORT ZorTunedexTargets NAMESPACE ZorTunedex:: DESTINATION ${package_dir}
         FILE ZorTunedexConfig.cmake)

@@ -366,7 +366,9 @@ TEST(CatalogueBuild, WritesNothingWhereThereIsNothing) {
   ExpectRefused(1, "catalogue build: E_INVALIDARG (0x80070057): " + missing + " is no folder",
                 RunTool({"catalogue", "build", missing, "-o", folder.Target()}));
   const std::string target = folder.Home().File("no/such/file");
-  ExpectRefused(1, "catalogue build: E_FAIL (0x80004005): " + target + " could not be written",
+  ExpectRefused(1,
+                "catalogue build: E_FAIL (0x80004005): " + target +
+                    " could not be written: No such file or directory",
                 RunTool({"catalogue", "build", path, "-o", target}));
   ExpectRefused(
       1, "catalogue build: E_INVALIDARG (0x80070057): " + folder.Home().Path() + " is a folder",

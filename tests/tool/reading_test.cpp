@@ -246,17 +246,6 @@ TEST(Countries, AreListed) {
                 RunTool({"countries", "999"}));
 }
 
-TEST(Directory, ThatIsMissingIsRefused) {
-  const DataDirectory directory;
-  const std::string missing = directory.Files().File("missing");
-  const std::string tail = ": E_INVALIDARG (0x80070057): cannot open the directory " + missing;
-  ExpectRefused(1, "info" + tail, RunTool({"--dir", missing, "info"}));
-  ExpectRefused(1, "channels list" + tail,
-                RunTool({"--dir", missing, "--country", "1", "--signal", "5", "channels", "list"}));
-  ExpectRefused(1, "channels add" + tail,
-                RunTool({"--dir", missing, "--country", "1", "--signal", "5", "channels", "add"}));
-}
-
 TEST(SignalType, WithoutAListIsRefused) {
   const DataDirectory directory;
   for (const char* signal : {"AnalogComposite", "AnalogSVideo", "AMRadio", "Unknown"}) {

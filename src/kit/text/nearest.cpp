@@ -46,7 +46,8 @@ std::optional<std::string> Nearest(std::string_view word, const std::vector<std:
   std::size_t least = std::max<std::size_t>(word.size() / 3, 1) + 1;
   for (const std::string& candidate : known) {
     if (candidate.size() > kLongest) continue;
-    const std::size_t distance = Begins(word, candidate) ? 1 : Distance(word, candidate);
+    const std::size_t steps = Distance(word, candidate);
+    const std::size_t distance = Begins(word, candidate) ? std::min<std::size_t>(steps, 1) : steps;
     if (distance >= least) continue;
     least = distance;
     nearest = candidate;

@@ -1,6 +1,6 @@
 // Files that may not be read, or are none.
 //
-// Linux only: modes and pipes
+// Linux only: modes, pipes and the place that one parser tells
 #include <sys/stat.h>
 
 #include "kit/home.h"
@@ -28,6 +28,14 @@ TEST(ReadableModes, WhatIsNoFileIsNotRead) {
   ASSERT_EQ(0, mkfifo(home.Files().File("ChanInfo.xml").c_str(), 0600));
   ExpectRaised<UnreadableFile>("ChanInfo.xml cannot be read: it is no regular file",
                                [&] { RequireReadable(home.Path(), "ChanInfo.xml"); });
+}
+
+TEST(ReadableModes, WhereNoWordsAreFoundTheParsersPlaceIsTold) {
+  const Home home(Home::Start::Empty);
+  home.Files().Write("ChanInfo.xml", "<a>\n<b:c/></a>");
+  ExpectRaised<UnreadableFile>(
+      "ChanInfo.xml cannot be read: line 2, column 5: it is not well-formed XML",
+      [&] { RequireReadable(home.Path(), "ChanInfo.xml"); });
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "kit/home.h"
 #include "kit/model/channel_table.h"
 #include "kit/presets/customer_lists.h"
+#include "kit/presets/preset_note.h"
 #include "kit/presets/selection.h"
 
 namespace {
@@ -50,6 +51,21 @@ TEST(PresetValues, TakeTheCustomersLists) {
   EXPECT_TRUE(notes.empty());
   EXPECT_EQ(number, Presets(home.OneSegment()).CustomerArea().count);
   EXPECT_THROW(StoreCustomerList(home.OneSegment(), number + 1, Wide("Gap")), Failure);
+}
+
+TEST(PresetValues, NotesNumbersOfSixteenBitsAlone) {
+  const Home home;
+  const Presets presets(home.OneSegment());
+  const auto expect = [&](LONG area, LONG subArea, const char* message) {
+    ExpectRaised<Failure>(message,
+                          [&] { preset_note::Write(home.OneSegment(), presets, area, subArea); });
+  };
+  expect(65536, 0, "numbers above 65535 cannot be noted");
+  expect(0, 65536, "numbers above 65535 cannot be noted");
+  preset_note::Write(home.OneSegment(), presets, 65535, 65535);
+  const Presets noted(home.OneSegment());
+  EXPECT_EQ(65535, noted.SelectedArea());
+  EXPECT_EQ(65535, noted.SelectedSubArea());
 }
 
 }  // namespace
