@@ -52,6 +52,12 @@ bool CChanInfo::NumberAs(UINT index) {
   return std::exchange(m_index, index) != index;
 }
 
+void CChanInfo::TakeStation(StationInfo& station) {
+  const UINT number = Number();
+  *m_station.Receive() = station.Release();
+  NoteStation(number);
+}
+
 StationView CChanInfo::ViewStation() const {
   const station_blocks::Layout* layout = station_blocks::Find(m_signalType);
   if (layout == nullptr) return {};
@@ -175,10 +181,7 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetStationInfo(_StationTuneInfo* pStationIn
   // As in GetStationInfo.
   const UINT number = Number();
   m_station.Assign(*pStationInfo, m_signalType);
-  NoteChange<ChannelNumber>(number != Number());
-  NoteService();
-  SetDirty(1);
-  if (m_displayName.IsEmpty()) RaisingComError([this] { FillDisplayName(); });
+  NoteStation(number);
   return S_OK;
 }
 
@@ -251,6 +254,13 @@ std::optional<std::string> CChanInfo::NarrowName() const {
   if (!place || *place >= block.size()) return std::nullopt;
   const std::span<const BYTE> room = block.subspan(*place);
   return std::string(room.begin(), std::find(room.begin(), room.end(), BYTE{0}));
+}
+
+void CChanInfo::NoteStation(UINT numberBefore) {
+  NoteChange<ChannelNumber>(numberBefore != Number());
+  NoteService();
+  SetDirty(1);
+  if (m_displayName.IsEmpty()) RaisingComError([this] { FillDisplayName(); });
 }
 
 // A name never reaches the place of the code, whatever its length.

@@ -25,6 +25,8 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   bool NumberAs(UINT index);
   /// What GetStationInfo would hand out, without a copy. Valid until the record changes.
   StationView ViewStation() const;
+  /// SetStationInfo with a whole block of the record's signal type, which it takes away.
+  void TakeStation(StationInfo& station);
 
   HRESULT STDMETHODCALLTYPE GetSignalType(InputSignalType* pSignalType) override;
   HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) override;
@@ -62,6 +64,7 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   std::optional<std::string> NarrowName() const;
   void FillDisplayName();
   void NoteService();
+  void NoteStation(UINT numberBefore);
 
   InputSignalType m_signalType = InputSignalUnknown;
   StationInfo m_station;

@@ -32,6 +32,8 @@ class TreeBuilder {
     const xmlChar* local = nullptr;
     const xmlChar* prefix = nullptr;
     NameId id = kNoName;
+    /// The one that was reported after it the last time: files repeat themselves.
+    KnownName* next = nullptr;
   };
 
   template <typename Step>
@@ -51,7 +53,15 @@ class TreeBuilder {
   void AddChild(Node& node);
   /// Ends a run of text. White space alone is no node, only remembered.
   void EndText();
-  NameId NameOf(const xmlChar* local, const xmlChar* prefix);
+  NameId NameOf(const xmlChar* local, const xmlChar* prefix) {
+    KnownName* const next = m_lastName->next;
+    if (next == nullptr || next->local != local || next->prefix != prefix) {
+      return LookUp(local, prefix);
+    }
+    m_lastName = next;
+    return next->id;
+  }
+  NameId LookUp(const xmlChar* local, const xmlChar* prefix);
 
   /// Namespace declarations that may be in force at once: the parser looks through them for every
   /// element.
@@ -69,6 +79,7 @@ class TreeBuilder {
   std::exception_ptr m_raised;
   /// The parser keeps every name once: its pointers tell names apart.
   std::array<KnownName, 512> m_known;
+  KnownName* m_lastName = m_known.data();
 };
 
 }  // namespace domtree

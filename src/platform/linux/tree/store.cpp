@@ -115,18 +115,10 @@ void Store::Delete(Node& node) {
 }
 
 void Store::Append(Node& element, NameId name, std::string_view value) {
-  const Attribute fresh = Make(name, value);
   const std::uint32_t capacity =
       element.m_isOutgrown ? element.Elsewhere()->capacity : element.m_room;
-  if (element.m_count == capacity) {
-    try {
-      Grow(element, capacity);
-    } catch (...) {
-      Discard(fresh);
-      throw;
-    }
-  }
-  new (element.Attributes() + element.m_count) Attribute(fresh);
+  if (element.m_count == capacity) Grow(element, capacity);
+  new (element.Attributes() + element.m_count) Attribute(Make(name, value));
   ++element.m_count;
 }
 
