@@ -52,18 +52,14 @@ bool CChanInfo::NumberAs(UINT index) {
   return std::exchange(m_index, index) != index;
 }
 
-void CChanInfo::TakeStation(StationInfo& station) {
-  const UINT number = Number();
-  *m_station.Receive() = station.Release();
-  NoteStation(number);
-}
-
 StationView CChanInfo::ViewStation() const {
   const station_blocks::Layout* layout = station_blocks::Find(m_signalType);
   if (layout == nullptr) return {};
-  StationView view = StationView::Of(m_station.Get());
-  view.blockSize = layout->size;
-  return view;
+  const _StationTuneInfo& station = m_station.Get();
+  // A name may stand behind the bytes that the station counts.
+  const std::span<const BYTE> kept = m_station.Kept();
+  return {station.lPhysicalChannel, station.dwFrequency, station.lTSID,
+          kept.first(std::min<std::size_t>(kept.size(), station.cbInformation)), layout->size};
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetSignalType(InputSignalType* pSignalType) {
@@ -124,17 +120,19 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelName(BSTR bstrName) {
   // A T-DMB name is read from its block and never written there.
   if (m_signalType == InputSignalTDMBMobile) return E_FAIL;
   const std::optional<std::size_t> place = NamePlace(m_signalType);
-  const std::span<BYTE> block = m_station.Block();
-  if (!place || *place >= block.size()) return E_FAIL;
+  const std::size_t blockSize = m_station.BlockSize();
+  if (!place || *place >= blockSize) return E_FAIL;
 
   // No limit but the end of the block: a long name runs over the fields behind its own, as it
   // always has, and hosts read it back whole.
-  const std::string wholeName = RaisingComError([=] { return text::ToNarrow({bstrName, length}); });
-  const std::string_view name = wholeName.c_str();
-  const std::span<BYTE> room = block.subspan(*place);
-  const std::size_t taken = text::CutLength(name, room.size() - 1);
-  std::copy_n(name.begin(), taken, room.begin());
-  room[taken] = 0;
+  RaisingComError([=, this] {
+    const std::string wholeName = text::ToNarrow({bstrName, length});
+    const std::string_view name = wholeName.c_str();
+    const std::size_t taken = text::CutLength(name, blockSize - *place - 1);
+    const std::span<BYTE> room = m_station.Front(*place + taken + 1).subspan(*place);
+    std::copy_n(name.begin(), taken, room.begin());
+    room[taken] = 0;
+  });
   SetDirty(1);
   return S_OK;
 }
@@ -171,7 +169,7 @@ HRESULT STDMETHODCALLTYPE CChanInfo::GetStationInfo(_StationTuneInfo* pStationIn
   if (pStationInfo == nullptr) return E_POINTER;
   StationInfo copy;
   // A failed copy is a zeroed station, and no error here.
-  copy.Assign(m_station.Get(), m_signalType);
+  m_station.CopyTo(copy, m_signalType);
   *pStationInfo = copy.Release();
   return S_OK;
 }
@@ -181,7 +179,10 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetStationInfo(_StationTuneInfo* pStationIn
   // As in GetStationInfo.
   const UINT number = Number();
   m_station.Assign(*pStationInfo, m_signalType);
-  NoteStation(number);
+  NoteChange<ChannelNumber>(number != Number());
+  NoteService();
+  SetDirty(1);
+  if (m_displayName.IsEmpty()) RaisingComError([this] { FillDisplayName(); });
   return S_OK;
 }
 
@@ -243,24 +244,17 @@ HRESULT CChanInfo::StoreChanged(T& field, T value) {
 
 std::optional<std::uint32_t> CChanInfo::Word(std::size_t offset) const {
   StationView view;
-  view.bytes = m_station.Block();
-  view.blockSize = view.bytes.size();
+  view.bytes = m_station.Kept();
+  view.blockSize = m_station.BlockSize();
   return view.Word(offset);
 }
 
 std::optional<std::string> CChanInfo::NarrowName() const {
   const std::optional<std::size_t> place = NamePlace(m_signalType);
-  const std::span<const BYTE> block = m_station.Block();
-  if (!place || *place >= block.size()) return std::nullopt;
-  const std::span<const BYTE> room = block.subspan(*place);
+  if (!place || *place >= m_station.BlockSize()) return std::nullopt;
+  const std::span<const BYTE> kept = m_station.Kept();
+  const std::span<const BYTE> room = kept.subspan(std::min(*place, kept.size()));
   return std::string(room.begin(), std::find(room.begin(), room.end(), BYTE{0}));
-}
-
-void CChanInfo::NoteStation(UINT numberBefore) {
-  NoteChange<ChannelNumber>(numberBefore != Number());
-  NoteService();
-  SetDirty(1);
-  if (m_displayName.IsEmpty()) RaisingComError([this] { FillDisplayName(); });
 }
 
 // A name never reaches the place of the code, whatever its length.

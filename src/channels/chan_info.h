@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "channels/kept_station.h"
 #include "channels/service_type.h"
 #include "channels/station_info.h"
 #include "platform/bstr.h"
@@ -25,8 +26,8 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   bool NumberAs(UINT index);
   /// What GetStationInfo would hand out, without a copy. Valid until the record changes.
   StationView ViewStation() const;
-  /// SetStationInfo with a whole block of the record's signal type, which it takes away.
-  void TakeStation(StationInfo& station);
+  /// False as long as no station was set, or there was no memory for it.
+  bool HasStation() const { return m_station.BlockSize() != 0; }
 
   HRESULT STDMETHODCALLTYPE GetSignalType(InputSignalType* pSignalType) override;
   HRESULT STDMETHODCALLTYPE SetSignalType(InputSignalType SignalType) override;
@@ -64,10 +65,9 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   std::optional<std::string> NarrowName() const;
   void FillDisplayName();
   void NoteService();
-  void NoteStation(UINT numberBefore);
 
   InputSignalType m_signalType = InputSignalUnknown;
-  StationInfo m_station;
+  KeptStation m_station;
   // Follows from the two above.
   service_type::Answer m_service;
   Bstr m_displayName;

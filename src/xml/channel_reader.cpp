@@ -5,8 +5,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "core/task_block.h"
-#include "platform/com_error.h"
 #include "platform/text.h"
 #include "words/tuning_texts.h"
 #include "xml/base64.h"
@@ -29,6 +27,11 @@ static_assert(station_blocks::kDvbs.lists.count <= kMostLists &&
               station_blocks::kOneSeg.lists.count <= kMostLists &&
               station_blocks::kAtsc.lists.count <= kMostLists &&
               station_blocks::kDvbh.lists.count <= kMostLists);
+
+constexpr std::size_t kLargestBlock = std::max(
+    {station_blocks::kAnalog.size, station_blocks::kFmRadio.size, station_blocks::kAtsc.size,
+     station_blocks::kDvbs.size, station_blocks::kDvbt.size, station_blocks::kDvbh.size,
+     station_blocks::kTdmb.size, station_blocks::kOneSeg.size});
 
 // The longest text in base64, with room for a line break in every group and for the terminator.
 constexpr std::size_t kEncodedSize = Base64EncodedSize(kTextSize) * 3 / 2;
@@ -220,28 +223,19 @@ HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bo
   return AppendNew(channel, paths::NameOf(paths::kElementStreams), streams);
 }
 
-void ReadStation(const dom::Element& channel, IChannelInfo* channelInfo, InputSignalType signalType,
-                 const station_blocks::Layout& layout, _StationTuneInfo* station) {
-  TaskBlock block(layout.size);
-  if (!block) throw ComError(E_OUTOFMEMORY);
-  _StationTuneInfo read = {};
-  read.InputSignal = signalType;
-  read.cbInformation = layout.size;
-  read.pbInformation = block.Get();
-  for (const Field& field : layout.channel) {
-    if (field.use != Use::WriteOnly) ReadChannelField(channel, field, channelInfo, read);
-  }
-  if (!layout.elementStreams.Empty()) ReadStreams(channel, layout, block.Get());
-  if (!layout.satelliteParams.Empty()) ReadSatelliteParams(channel, layout, block.Get());
-  block.Release();
-  *station = read;
-}
-
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
                     InputSignalType signalType, const station_blocks::Layout& layout) {
+  BYTE block[kLargestBlock];
+  std::memset(block, 0, layout.size);
   _StationTuneInfo station = {};
-  ReadStation(channel, channelInfo, signalType, layout, &station);
-  const TaskBlock block = TaskBlock::Attach(station.pbInformation);
+  station.InputSignal = signalType;
+  station.cbInformation = layout.size;
+  station.pbInformation = block;
+  for (const Field& field : layout.channel) {
+    if (field.use != Use::WriteOnly) ReadChannelField(channel, field, channelInfo, station);
+  }
+  if (!layout.elementStreams.Empty()) ReadStreams(channel, layout, block);
+  if (!layout.satelliteParams.Empty()) ReadSatelliteParams(channel, layout, block);
   return channelInfo->SetStationInfo(&station);
 }
 
