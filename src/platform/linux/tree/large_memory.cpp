@@ -21,8 +21,8 @@ void* MapLarge(std::size_t size) {
   if (size > kMost) throw std::bad_alloc();
   size = RoundedUp(size);
   // More than that, so that a large page begins in it; what stands around goes back.
-  void* const mapped = mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE,
-                            MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  void* const mapped =
+      mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (mapped == MAP_FAILED) throw std::bad_alloc();
   char* const first = static_cast<char*>(mapped);
   const std::size_t ahead = (0 - reinterpret_cast<std::uintptr_t>(first)) % kLargePage;

@@ -5,10 +5,9 @@
 namespace domtree {
 
 /// Memory of one document tree: blocks are cut from large chunks, and what is given back serves
-/// later requests of the same room, so a tree that changes for a long time does not grow. The chunks
-/// of a large tree are large pages.
-/// Everything goes with the pool. Under AddressSanitizer every block is an allocation of its own,
-/// so that wrong uses are seen.
+/// later requests of the same room, so a tree that changes for a long time does not grow. The
+/// chunks of a large tree are large pages. Everything goes with the pool. Under AddressSanitizer
+/// every block is an allocation of its own, so that wrong uses are seen.
 class Pool {
  public:
   Pool() = default;
