@@ -31,7 +31,7 @@ Inventory TakeInventory(const std::string& directory) {
   for (const file_scan::Country& country : contents.countries) {
     for (const InputSignalType signal : StorableSignalTypes()) {
       if (inventory.contains({country.code, signal})) continue;
-      std::vector<Channel> channels = ChannelList({directory, country.code, signal}).Channels();
+      std::vector<Channel> channels = ChannelList({directory, country.code, signal}).Take();
       count += channels.size();
       const bool inFile = std::any_of(
           contents.sets.begin(), contents.sets.end(),
