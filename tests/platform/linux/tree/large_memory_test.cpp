@@ -35,7 +35,7 @@ TEST(LargeMemory, ThatCannotBeHadIsRaised) {
 
 // Bytes and a tree of several large pages each.
 TEST(LargeMemory, HoldsALargeDocument) {
-  constexpr int kChildren = 60000;
+  constexpr int kChildren = 80000;
   std::string bytes = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<T>";
   for (int i = 0; i < kChildren; ++i) {
     bytes += "<C n=\"" + std::to_string(i) + "\" text=\"a longer value that stands in the file " +
