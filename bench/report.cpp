@@ -263,7 +263,7 @@ bool Report::PrintToolRatios() const {
     good &= PrintWorks(title, {name, kToolMost}, {"Tool/OpenAndSave", kToolMost}, 8);
   }
   good &= PrintWorks("transponders list of 40000 / load of the catalogue",
-                     {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 6);
+                     {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 10);
   return good;
 }
 
