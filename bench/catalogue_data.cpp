@@ -46,8 +46,7 @@ void AppendSatellite(std::string& text, UINT index, UINT transponders) {
 
 }  // namespace
 
-std::string MakeCatalogueFile(UINT transponders) {
-  const UINT satellites = SatellitesFor(transponders);
+std::string MakeCatalogueFile(UINT transponders, UINT satellites) {
   std::string text;
   AppendLine(text, "<?xml version=\"1.0\" encoding=\"utf-8\"?>");
   AppendLine(text, "<SATELLITE_INFO>");
@@ -73,7 +72,9 @@ const std::filesystem::path& CatalogueDirectory(UINT transponders) {
   static std::map<UINT, TempDirectory> directories;
   const auto [found, isNew] = directories.try_emplace(transponders);
   const std::filesystem::path& directory = found->second.Path();
-  if (isNew) WriteFile(CatalogueFile(directory), MakeCatalogueFile(transponders));
+  if (isNew)
+    WriteFile(CatalogueFile(directory),
+              MakeCatalogueFile(transponders, SatellitesFor(transponders)));
   return directory;
 }
 

@@ -14,7 +14,7 @@ inline constexpr UINT kLnbTypes = 50;
 constexpr UINT SatellitesFor(UINT transponders) { return transponders * 3 / 200; }
 
 /// SatelliteInfo.xml with so many transponders, one element a line.
-std::string MakeCatalogueFile(UINT transponders);
+std::string MakeCatalogueFile(UINT transponders, UINT satellites);
 
 /// A directory with such a file, made at first use; it goes with the program.
 const std::filesystem::path& CatalogueDirectory(UINT transponders);

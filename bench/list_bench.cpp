@@ -32,8 +32,11 @@ class LoadedList {
   ComPtr<IChannelInfoMgr> m_list;
 };
 
+// The first lookup learns the list's order: that is not what one of many takes.
 void FindByNumber(benchmark::State& state) {
   LoadedList list(CountOf(state));
+  ComPtr<IChannelInfo> last;
+  list->GetChannelInfoByNo(list.Count(), last.Receive());
   for (auto _ : state) {
     ComPtr<IChannelInfo> found;
     Check(list->GetChannelInfoByNo(list.NextKey(), found.Receive()) == S_OK, "not found");
@@ -43,6 +46,8 @@ BENCHMARK(FindByNumber)->Name("Find/ByNumber")->Apply(AllSizes);
 
 void FindByIndex(benchmark::State& state) {
   LoadedList list(CountOf(state));
+  ComPtr<IChannelInfo> last;
+  list->GetChannelInfoByIndex(list.Count(), last.Receive());
   for (auto _ : state) {
     ComPtr<IChannelInfo> found;
     Check(list->GetChannelInfoByIndex(list.NextKey(), found.Receive()) == S_OK, "not found");

@@ -58,6 +58,19 @@ const std::map<std::string, std::function<void(const Workspace&)>> kWorks = {
      }},
     {"catalogue-sax",
      [](const Workspace& files) { RunSax(ReadFile(CatalogueFile(files.Directory()))); }},
+    {"open-save",
+     [](const Workspace& files) {
+       const ComPtr<IZorTunedex> database = NewDatabase();
+       Open(database, files.Source());
+       SatelliteList(database)->SetDirty(1);
+       Check(database->SaveChannelToFile() == S_OK, "the save failed");
+     }},
+    {"catalogue-open",
+     [](const Workspace& files) {
+       const ComPtr<IZorTunedex> database = NewDatabase();
+       Open(database, files.Directory());
+       Check(database->LoadSatInfoFromFile() == S_OK, "the load failed");
+     }},
     {"save", [](const Workspace& files) { Fill(files, StorageXML); }},
     {"save-preformatted", [](const Workspace& files) { Fill(files, StoragePreFmtXML); }},
 };

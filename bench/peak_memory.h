@@ -16,7 +16,8 @@ namespace bench {
 /// "load": a host's whole way to a list of channels. "sax", "tree", "dvb": the same files read and
 /// parsed by libxml2's SAX2 parser, into libxml2's tree, and by libdvbv5. "save",
 /// "save-preformatted": a list filled channel by channel, then saved. "catalogue", "catalogue-sax":
-/// the catalogue of the directory loaded by a host, and its file parsed.
+/// the catalogue of the directory loaded by a host, and its file parsed. "open-save",
+/// "catalogue-open": what the tool's commands are measured against; see tool_bench.cpp.
 std::optional<std::uint64_t> MeasurePeak(const std::string& work, UINT count,
                                          const std::filesystem::path& directory);
 

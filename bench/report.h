@@ -4,6 +4,7 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,8 @@ class Report : public benchmark::BenchmarkReporter {
   }
   /// The numbers of channels or transponders that a benchmark was run with.
   std::vector<UINT> Counts(const std::string& benchmark) const;
-  /// False when a ratio is missing or not what it is wanted to be.
+  /// False when a ratio is missing or not what it is wanted to be; those of memory may be missing
+  /// when none was measured.
   bool Print() const;
 
  private:
@@ -41,11 +43,19 @@ class Report : public benchmark::BenchmarkReporter {
                         double mean);
   static std::optional<double> RatioOf(const Values& values, const Key& a, const Key& b);
   std::optional<double> RelativePeak(const std::string& work) const;
-  static void PrintValues(const Row& row, const UINT (&counts)[3], const Values& values,
+  static void PrintValues(const Row& row, std::span<const UINT> counts, const Values& values,
                           std::string (*text)(double));
   void PrintChannels() const;
   void PrintCatalogue() const;
   void PrintPresets() const;
+  void PrintTool() const;
+  /// A ratio of processor times.
+  bool PrintWorks(const char* title, const Key& a, const Key& b, double limit) const;
+  bool PrintLoadingRatios() const;
+  bool PrintSavingRatios() const;
+  bool PrintListRatios() const;
+  bool PrintPresetRatios() const;
+  bool PrintToolRatios() const;
 
   Values m_times;
   Values m_works;

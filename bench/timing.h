@@ -42,7 +42,7 @@ void Measure(benchmark::State& state, Work work) {
 }
 
 inline void AllSizes(benchmark::internal::Benchmark* benchmark) {
-  benchmark->Arg(1000)->Arg(10000)->Arg(100000);
+  benchmark->Arg(1000)->Arg(10000)->Arg(40000)->Arg(100000);
 }
 
 /// All sizes, with the time that Measure takes.

@@ -55,9 +55,11 @@ bool CChanInfo::NumberAs(UINT index) {
 StationView CChanInfo::ViewStation() const {
   const station_blocks::Layout* layout = station_blocks::Find(m_signalType);
   if (layout == nullptr) return {};
-  StationView view = StationView::Of(m_station.Get());
-  view.blockSize = layout->size;
-  return view;
+  const _StationTuneInfo& station = m_station.Get();
+  // A name may stand behind the bytes that the station counts.
+  const std::span<const BYTE> kept = m_station.Kept();
+  return {station.lPhysicalChannel, station.dwFrequency, station.lTSID,
+          kept.first(std::min<std::size_t>(kept.size(), station.cbInformation)), layout->size};
 }
 
 HRESULT STDMETHODCALLTYPE CChanInfo::GetSignalType(InputSignalType* pSignalType) {
@@ -118,17 +120,19 @@ HRESULT STDMETHODCALLTYPE CChanInfo::SetChannelName(BSTR bstrName) {
   // A T-DMB name is read from its block and never written there.
   if (m_signalType == InputSignalTDMBMobile) return E_FAIL;
   const std::optional<std::size_t> place = NamePlace(m_signalType);
-  const std::span<BYTE> block = m_station.Block();
-  if (!place || *place >= block.size()) return E_FAIL;
+  const std::size_t blockSize = m_station.BlockSize();
+  if (!place || *place >= blockSize) return E_FAIL;
 
   // No limit but the end of the block: a long name runs over the fields behind its own, as it
   // always has, and hosts read it back whole.
-  const std::string wholeName = RaisingComError([=] { return text::ToNarrow({bstrName, length}); });
-  const std::string_view name = wholeName.c_str();
-  const std::span<BYTE> room = block.subspan(*place);
-  const std::size_t taken = text::CutLength(name, room.size() - 1);
-  std::copy_n(name.begin(), taken, room.begin());
-  room[taken] = 0;
+  RaisingComError([=, this] {
+    const std::string wholeName = text::ToNarrow({bstrName, length});
+    const std::string_view name = wholeName.c_str();
+    const std::size_t taken = text::CutLength(name, blockSize - *place - 1);
+    const std::span<BYTE> room = m_station.Front(*place + taken + 1).subspan(*place);
+    std::copy_n(name.begin(), taken, room.begin());
+    room[taken] = 0;
+  });
   SetDirty(1);
   return S_OK;
 }
@@ -165,7 +169,7 @@ HRESULT STDMETHODCALLTYPE CChanInfo::GetStationInfo(_StationTuneInfo* pStationIn
   if (pStationInfo == nullptr) return E_POINTER;
   OwnedStation copy;
   // A failed copy is a zeroed station, and no error here.
-  AnsweringLackOfMemory([&] { return copy.Assign(m_station.Get(), m_signalType); });
+  AnsweringLackOfMemory([&] { return m_station.CopyTo(copy, m_signalType); });
   *pStationInfo = copy.Release();
   return S_OK;
 }
@@ -242,16 +246,16 @@ HRESULT CChanInfo::StoreChanged(T& field, T value) {
 
 std::optional<std::uint32_t> CChanInfo::Word(std::size_t offset) const {
   StationView view;
-  view.bytes = m_station.Block();
-  view.blockSize = view.bytes.size();
+  view.bytes = m_station.Kept();
+  view.blockSize = m_station.BlockSize();
   return view.Word(offset);
 }
 
 std::optional<std::string> CChanInfo::NarrowName() const {
   const std::optional<std::size_t> place = NamePlace(m_signalType);
-  const std::span<const BYTE> block = m_station.Block();
-  if (!place || *place >= block.size()) return std::nullopt;
-  const std::span<const BYTE> room = block.subspan(*place);
+  if (!place || *place >= m_station.BlockSize()) return std::nullopt;
+  const std::span<const BYTE> kept = m_station.Kept();
+  const std::span<const BYTE> room = kept.subspan(std::min(*place, kept.size()));
   return std::string(room.begin(), std::find(room.begin(), room.end(), BYTE{0}));
 }
 

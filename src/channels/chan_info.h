@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "channels/stations/owned_station.h"
+#include "channels/stations/kept_station.h"
 #include "channels/stations/service_type.h"
 #include "channels/stations/station_view.h"
 #include "platform/bstr.h"
@@ -68,7 +68,7 @@ class CChanInfo : public OwnRecord<CChanInfo, IChannelInfo> {
   void NoteService();
 
   InputSignalType m_signalType = InputSignalUnknown;
-  OwnedStation m_station;
+  KeptStation m_station;
   // Follows from the two above.
   service_type::Answer m_service;
   Bstr m_displayName;

@@ -1,7 +1,5 @@
 #include "platform/text.h"
 
-#include <algorithm>
-
 namespace text {
 namespace {
 
@@ -10,11 +8,13 @@ bool IsSpace(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); 
 }  // namespace
 
 std::int32_t ToInt(std::string_view decimal) {
-  auto next = std::find_if_not(decimal.begin(), decimal.end(), IsSpace);
-  const bool isNegative = next != decimal.end() && *next == '-';
-  if (next != decimal.end() && (*next == '-' || *next == '+')) ++next;
+  const char* next = decimal.data();
+  const char* const end = next + decimal.size();
+  while (next != end && IsSpace(*next)) ++next;
+  const bool isNegative = next != end && *next == '-';
+  if (next != end && (*next == '-' || *next == '+')) ++next;
   std::uint32_t value = 0;
-  for (; next != decimal.end() && *next >= '0' && *next <= '9'; ++next) {
+  for (; next != end && *next >= '0' && *next <= '9'; ++next) {
     value = value * 10 + static_cast<std::uint32_t>(*next - '0');
   }
   return static_cast<std::int32_t>(isNegative ? 0 - value : value);

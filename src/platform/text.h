@@ -40,7 +40,7 @@ Bstr FromUtf8(std::string_view utf8);
 bool Equal(BSTR a, BSTR b);
 
 /// The same comparison of a narrow text (ANSI code page) with a plain ASCII word.
-bool EqualsWord(std::string_view narrow, const char* word);
+bool EqualsWord(std::string_view narrow, std::string_view word);
 
 /// The decimal rule of the files: leading white space skipped, an optional sign, digits up to the
 /// first other character; 0 when there are none. Values beyond 32 bits wrap.

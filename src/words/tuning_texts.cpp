@@ -1,5 +1,6 @@
 #include "words/tuning_texts.h"
 
+#include <optional>
 #include <span>
 
 #include "platform/bstr.h"
@@ -10,7 +11,7 @@ namespace {
 enum class Use : std::uint8_t { Both, Read, Write };
 
 struct Row {
-  const char* word;
+  std::string_view word;
   std::int32_t value;
   Use use = Use::Both;
 };
@@ -20,8 +21,8 @@ struct Row {
 struct Vocabulary {
   std::span<const Row> rows;
   /// Written for a value without a word; a reader of such a vocabulary stores 0 for what is no word
-  /// of it. Null: nothing is written or stored.
-  const char* fallback = nullptr;
+  /// of it. None: nothing is written or stored.
+  std::optional<std::string_view> fallback = std::nullopt;
 };
 
 // 6/7 reads as "not set", and the rates from 9 upward have no word: files of earlier versions hold
@@ -103,34 +104,36 @@ constexpr Row kSpectralInversionRows[] = {
 };
 constexpr Vocabulary kSpectralInversion = {kSpectralInversionRows};
 
+constexpr std::string_view kUnknown = "Unknown";
+
 constexpr Row kSatRegionRows[] = {
     {"Asia", RegionAsia},
     {"Europe", RegionEurope},
     {"Atlantic", RegionAtlantic},
     {"America", RegionAmerica},
 };
-constexpr Vocabulary kSatRegion = {kSatRegionRows, "Unknown"};
+constexpr Vocabulary kSatRegion = {kSatRegionRows, kUnknown};
 
 constexpr Row kSatDivisionRows[] = {
     {"1", SatcoDX_1}, {"2", SatcoDX_2}, {"3", SatcoDX_3}, {"4", SatcoDX_4}, {"5", SatcoDX_5},
     {"6", SatcoDX_6}, {"7", SatcoDX_7}, {"8", SatcoDX_8}, {"9", SatcoDX_9},
 };
-constexpr Vocabulary kSatDivision = {kSatDivisionRows, "Unknown"};
+constexpr Vocabulary kSatDivision = {kSatDivisionRows, kUnknown};
 
-const char* WordOf(const Vocabulary& vocabulary, std::int32_t value) {
+std::optional<std::string_view> WordOf(const Vocabulary& vocabulary, std::int32_t value) {
   for (const Row& row : vocabulary.rows) {
     if (row.use != Use::Read && row.value == value) return row.word;
   }
-  return nullptr;
+  return std::nullopt;
 }
 
 HRESULT Write(const Vocabulary& vocabulary, std::int32_t value, BSTR* text) {
   if (text == nullptr) return E_POINTER;
   SysFreeString(*text);
   *text = nullptr;
-  const char* word = WordOf(vocabulary, value);
-  const char* written = word ? word : vocabulary.fallback;
-  if (written != nullptr) *text = text::FromNarrow(written).Release();
+  const std::optional<std::string_view> word = WordOf(vocabulary, value);
+  const std::optional<std::string_view> written = word ? word : vocabulary.fallback;
+  if (written) *text = text::FromNarrow(*written).Release();
   return word ? S_OK : E_FAIL;
 }
 
@@ -143,7 +146,7 @@ HRESULT Read(const Vocabulary& vocabulary, Enum* value, Matches matches) {
     *value = static_cast<Enum>(row.value);
     return S_OK;
   }
-  if (vocabulary.fallback != nullptr) *value = static_cast<Enum>(0);
+  if (vocabulary.fallback) *value = static_cast<Enum>(0);
   return E_FAIL;
 }
 
@@ -151,7 +154,7 @@ HRESULT Read(const Vocabulary& vocabulary, Enum* value, Matches matches) {
 template <typename Enum>
 HRESULT ReadWide(const Vocabulary& vocabulary, BSTR text, Enum* value) {
   const Bstr owned = Bstr::Attach(text);
-  return Read(vocabulary, value, [&owned](const char* word) {
+  return Read(vocabulary, value, [&owned](std::string_view word) {
     return text::Equal(owned.Get(), text::FromNarrow(word).Get());
   });
 }
@@ -159,7 +162,7 @@ HRESULT ReadWide(const Vocabulary& vocabulary, BSTR text, Enum* value) {
 template <typename Enum>
 HRESULT ReadNarrow(const Vocabulary& vocabulary, std::string_view narrow, Enum* value) {
   return Read(vocabulary, value,
-              [narrow](const char* word) { return text::EqualsWord(narrow, word); });
+              [narrow](std::string_view word) { return text::EqualsWord(narrow, word); });
 }
 
 }  // namespace

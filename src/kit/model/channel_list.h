@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "kit/model/channel.h"
@@ -18,6 +19,8 @@ class ChannelList {
 
   /// In list order, with their stored indexes.
   const std::vector<Channel>& Channels() const { return m_channels; }
+  /// The same, out of a list that is not needed any more.
+  std::vector<Channel> Take() && { return std::move(m_channels); }
   /// First channel with the stored index. Failure when there is none.
   const Channel& Find(UINT index) const;
   /// Position of that channel, counted from 1.

@@ -1,6 +1,7 @@
 #include "kit/model/narrow_text.h"
 
 #include <algorithm>
+#include <numeric>
 #include <vector>
 
 #include "kit/failure.h"
@@ -13,6 +14,12 @@ constexpr const station_blocks::Layout& kLayout = station_blocks::kDvbs;
 constexpr std::size_t kName = station_blocks::OffsetOf(kLayout.channel, "name");
 static_assert(kName + NarrowText::kLimit < kLayout.size);
 
+/// No zero, and nothing beyond ASCII: in every code page one byte a character.
+template <typename Text>
+bool IsPlain(const Text& text) {
+  return std::all_of(text.begin(), text.end(), [](auto unit) { return unit > 0 && unit < 0x80; });
+}
+
 }  // namespace
 
 std::string_view UpToZero(const BYTE* bytes, std::size_t size) {
@@ -23,6 +30,10 @@ std::string_view UpToZero(const BYTE* bytes, std::size_t size) {
 NarrowText::NarrowText(const Database& database) {
   const ComPtr<IChannelInfoMgr> list = database.List(InputSignalDVBSatellite);
   ::Require(list->CreateChannelInfo(m_record.Receive()), "a record cannot be made");
+  std::string ascii(0x7F, '\0');
+  std::iota(ascii.begin(), ascii.end(), '\1');
+  const WideText wide(ascii.begin(), ascii.end());
+  m_keepsAscii = AskWide(ascii) == wide && AskNarrow(wide) == ascii;
 }
 
 void NarrowText::Put(std::string_view narrow) const {
@@ -34,13 +45,28 @@ void NarrowText::Put(std::string_view narrow) const {
 }
 
 WideText NarrowText::ToWide(std::string_view narrow) const {
+  if (!m_keepsAscii || !IsPlain(narrow)) return AskWide(narrow);
+  narrow = narrow.substr(0, kLimit);
+  return WideText(narrow.begin(), narrow.end());
+}
+
+std::optional<std::string> NarrowText::FromWide(WideView wide) const {
+  if (!m_keepsAscii || !IsPlain(wide)) return AskNarrow(wide);
+  wide = wide.substr(0, kLimit);
+  std::string narrow(wide.size(), '\0');
+  std::transform(wide.begin(), wide.end(), narrow.begin(),
+                 [](OLECHAR unit) { return static_cast<char>(unit); });
+  return narrow;
+}
+
+WideText NarrowText::AskWide(std::string_view narrow) const {
   Put(narrow);
   Bstr text;
   ::Require(m_record->GetChannelName(text.Receive()), "a text cannot be converted");
   return WideText(text.View());
 }
 
-std::optional<std::string> NarrowText::FromWide(WideView wide) const {
+std::optional<std::string> NarrowText::AskNarrow(WideView wide) const {
   if (wide.empty()) return std::string();
   if (wide.find(OLECHAR{0}) != WideView::npos) return std::nullopt;
   Put({});

@@ -28,8 +28,12 @@ class NarrowText {
 
  private:
   void Put(std::string_view narrow) const;
+  WideText AskWide(std::string_view narrow) const;
+  std::optional<std::string> AskNarrow(WideView wide) const;
 
   ComPtr<IChannelInfo> m_record;
+  /// ASCII is the same in the code page, as it is in nearly all: such texts need not be asked for.
+  bool m_keepsAscii = false;
 };
 
 /// The bytes in front of the first zero.

@@ -33,7 +33,7 @@ Inventory TakeInventory(const std::string& directory) {
     for (const InputSignalType signal : StorableSignalTypes()) {
       if (inventory.contains({country.code, signal})) continue;
       std::vector<Channel> channels =
-          ChannelList({directory, country.code, signal}, Unreadable::TakeAsEmpty).Channels();
+          ChannelList({directory, country.code, signal}, Unreadable::TakeAsEmpty).Take();
       const bool inFile = std::any_of(
           contents.sets.begin(), contents.sets.end(),
           [&](const auto& set) { return set.country == country.code && set.signal == signal; });

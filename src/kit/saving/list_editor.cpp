@@ -179,8 +179,10 @@ void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
 
 void ListEditor::Save() {
   const std::vector<Channel>& channels = Now();
-  m_after = m_before.Channels();
-  if (SameChannels(channels, m_after)) return;
+  if (SameChannels(channels, m_before.Channels())) {
+    m_after = m_before.Channels();
+    return;
+  }
   RequireSavable(channels);
   Write(channels);
 }
@@ -207,7 +209,7 @@ void ListEditor::Verify(const std::vector<Channel>& meant) const {
   const auto refuse = [](const std::string& what) {
     throw Failure{E_FAIL, "ChanInfo.xml is not what was meant after saving: " + what};
   };
-  std::vector<Channel> found = ChannelList(m_location, Unreadable::TakeAsEmpty).Channels();
+  std::vector<Channel> found = ChannelList(m_location, Unreadable::TakeAsEmpty).Take();
   SortByIndex(found);
   if (found.size() != meant.size()) {
     refuse(std::to_string(found.size()) + " channels instead of " + std::to_string(meant.size()));

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <string>
 #include <string_view>
 
-#include "core/task_block.h"
 #include "platform/text.h"
 #include "words/tuning_texts.h"
 #include "xml/codecs/base64.h"
@@ -29,6 +27,11 @@ static_assert(station_blocks::kDvbs.lists.count <= kMostLists &&
               station_blocks::kOneSeg.lists.count <= kMostLists &&
               station_blocks::kAtsc.lists.count <= kMostLists &&
               station_blocks::kDvbh.lists.count <= kMostLists);
+
+constexpr std::size_t kLargestBlock = std::max(
+    {station_blocks::kAnalog.size, station_blocks::kFmRadio.size, station_blocks::kAtsc.size,
+     station_blocks::kDvbs.size, station_blocks::kDvbt.size, station_blocks::kDvbh.size,
+     station_blocks::kTdmb.size, station_blocks::kOneSeg.size});
 
 // The longest text in base64, with room for a line break in every group and for the terminator.
 constexpr std::size_t kEncodedSize = Base64EncodedSize(kTextSize) * 3 / 2;
@@ -64,9 +67,16 @@ void ReadWord(const dom::Element& element, const Field& field,
 }
 
 void ReadText(const dom::Element& element, const Field& field, BYTE* place) {
-  NarrowText value;
-  value.Read(element, field);
-  text::CopyCut(value.text, reinterpret_cast<char*>(place), field.width);
+  char* const text = reinterpret_cast<char*>(place);
+  if (field.form == Form::Base64) {
+    NarrowText value;
+    value.Read(element, field);
+    return text::CopyCut(value.text, text, field.width);
+  }
+  element.GetNarrow(field.attribute, text, std::min<std::size_t>(field.width, kTextSize));
+  // A value that a host put into the document may hold a zero: what stands behind it is no text.
+  const std::size_t length = strnlen(text, field.width);
+  std::memset(text + length, 0, field.width - length);
 }
 
 void ReadBlockField(const dom::Element& element, const Field& field, BYTE* base) {
@@ -131,12 +141,21 @@ void ReadChannelField(const dom::Element& channel, const Field& field, IChannelI
     return;
   }
   if (field.source != Source::Block && field.source != Source::Name) {
-    LONG number = 0;
-    GetAttrInt(channel, field.attribute, &number);
-    ReadRecordNumber(field, number, channelInfo, station);
+    ReadRecordNumber(field, AttrInt(channel, field.attribute), channelInfo, station);
   }
   // A row may have its home in the block, or a second one.
   if (field.width != 0) ReadBlockField(channel, field, station.pbInformation);
+}
+
+// The list that an element belongs to; null for none. Most follow one of the same list or of the
+// list before.
+const StreamList* FindList(const dom::Element& child, station_blocks::Rows<StreamList> lists,
+                           const StreamList* expected) {
+  const auto isOf = [&child](const StreamList& row) { return child.HasTag(row.element); };
+  const StreamList* found = std::find_if(expected, lists.end(), isOf);
+  if (found != lists.end()) return found;
+  found = std::find_if(lists.begin(), expected, isOf);
+  return found != expected ? found : nullptr;
 }
 
 // Takes what fits the block; a file may hold more. The lists' elements may stand in any order.
@@ -144,13 +163,12 @@ void ReadStreamLists(const dom::Element& streams, station_blocks::Rows<StreamLis
                      BYTE* block) {
   std::array<std::uint16_t, kMostLists> counts = {};
   dom::Element child;
-  std::string tag;
+  const StreamList* expected = lists.begin();
   for (HRESULT hr = streams.FirstChildElement(child); hr == S_OK;
        hr = child.NextSiblingElement(child)) {
-    if (child.TagName(tag) != S_OK) continue;
-    const StreamList* list = std::find_if(
-        lists.begin(), lists.end(), [&](const StreamList& row) { return tag == row.element; });
-    if (list == lists.end()) continue;
+    const StreamList* list = FindList(child, lists, expected);
+    if (list == nullptr) continue;
+    expected = list;
     std::uint16_t& count = counts[static_cast<std::size_t>(list - lists.begin())];
     if (count == list->capacity) continue;
     BYTE* entry = block + list->offset + std::size_t{count} * list->entrySize;
@@ -207,16 +225,17 @@ HRESULT GetElementStreams(const dom::Element& channel, dom::Element& streams, bo
 
 HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
                     InputSignalType signalType, const station_blocks::Layout& layout) {
-  TaskBlock block(layout.size);
+  BYTE block[kLargestBlock];
+  std::memset(block, 0, layout.size);
   _StationTuneInfo station = {};
   station.InputSignal = signalType;
   station.cbInformation = layout.size;
-  station.pbInformation = block.Get();
+  station.pbInformation = block;
   for (const Field& field : layout.channel) {
     if (field.use != Use::WriteOnly) ReadChannelField(channel, field, channelInfo, station);
   }
-  if (!layout.elementStreams.Empty()) ReadStreams(channel, layout, block.Get());
-  if (!layout.satelliteParams.Empty()) ReadSatelliteParams(channel, layout, block.Get());
+  if (!layout.elementStreams.Empty()) ReadStreams(channel, layout, block);
+  if (!layout.satelliteParams.Empty()) ReadSatelliteParams(channel, layout, block);
   return channelInfo->SetStationInfo(&station);
 }
 

@@ -18,9 +18,9 @@ HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
 }
 
 LONG AttrInt(const dom::Element& element, const char* name) {
-  LONG value = 0;
-  GetAttrInt(element, name, &value);
-  return value;
+  std::int32_t number = 0;
+  element.GetInt(name, number);
+  return number;
 }
 
 DWORD AttrUnsigned(const dom::Element& element, const char* name) {

@@ -1,4 +1,5 @@
 // Attributes of elements.
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <string>
@@ -39,6 +40,12 @@ Attribute* Find(const Node& node, domtree::NameId name, std::uint32_t& hint) {
   return found;
 }
 
+/// The name in front of that place: of an attribute or of the element.
+domtree::NameId NameBefore(const Node& node, std::uint32_t hint) {
+  const std::uint32_t place = std::min(hint, node.AttributeCount());
+  return place == 0 ? node.Name() : node.At(place - 1).Name();
+}
+
 /// Calls `use` with an attribute's value; S_FALSE when there is no such attribute.
 template <typename Use>
 HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
@@ -69,21 +76,38 @@ HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::str
   domtree::Store& store = node.Owner();
   Names& names = store.GetNames();
   Attribute* attribute = FindExpected(node, name, hint);
-  domtree::NameId id = attribute ? attribute->Name() : names.Find(name);
+  domtree::NameId id =
+      attribute ? attribute->Name() : names.FindAfter(NameBefore(node, hint), name);
   if (!attribute) attribute = Find(node, id, hint);
+  if (!attribute && id == domtree::kNoName) id = names.InternPlain(name);
+  if (id == domtree::kNoName || (!attribute && !names.IsPlain(id))) return E_INVALIDARG;
+  // Another meaning of a prefix would change or break the names that have it.
+  if (domtree::IsNamespaceDeclaration(names.Text(id))) return E_INVALIDARG;
   if (attribute) {
-    // Another meaning of a prefix would change or break the names that have it.
-    if (domtree::IsNamespaceDeclaration(name)) return E_INVALIDARG;
     store.Assign(*attribute, value);
     return S_OK;
-  }
-  if (id == domtree::kNoName) id = names.InternPlain(name);
-  if (id == domtree::kNoName || !names.IsPlain(id) || domtree::IsNamespaceDeclaration(name)) {
-    return E_INVALIDARG;
   }
   store.Append(node, id, value);
   hint = node.AttributeCount();
   return S_OK;
+}
+
+constexpr std::int32_t kMostDigits = 99'999'999;
+
+/// Most numbers: their digits are put together in a register. Digits that were stored one by one
+/// and are then fetched as one word make the processor wait.
+HRESULT WriteShort(IUnknown* unknown, const char* name, std::uint32_t& hint, std::int32_t value) {
+  auto rest = static_cast<std::uint32_t>(value);
+  std::uint64_t digits = 0;
+  std::size_t count = 0;
+  do {
+    digits = digits << 8 | ('0' + rest % 10);
+    rest /= 10;
+    ++count;
+  } while (rest != 0);
+  char text[sizeof(digits)];
+  std::memcpy(text, &digits, sizeof(digits));
+  return Write(unknown, name, hint, {text, count});
 }
 
 }  // namespace
@@ -114,6 +138,7 @@ HRESULT Element::GetUtf8(const char* name, std::string& value) const {
 
 HRESULT Element::SetInt(const char* name, std::int32_t value) const {
   if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+  if (value >= 0 && value <= kMostDigits) return WriteShort(m_node, name, m_hint, value);
   char text[12];
   const std::to_chars_result end = std::to_chars(text, text + sizeof(text), value);
   return Write(m_node, name, m_hint, {text, static_cast<std::size_t>(end.ptr - text)});

@@ -1,4 +1,5 @@
 // Document handles.
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -97,9 +98,11 @@ HRESULT Document::CreateElement(const char* name, Element& out) const {
   Store& store = SharedOf(m_document).Contents();
   const domtree::NameId id = store.GetNames().InternPlain(name);
   if (id == domtree::kNoName) return E_INVALIDARG;
-  // Room for what the smallest of the files' elements have.
+  // Room for what the smallest of the files' elements have, at least.
   constexpr std::size_t kUsualAttributes = 4;
-  Node& element = store.NewNode(Kind::Element, id, kUsualAttributes);
+  const std::size_t room =
+      std::max<std::size_t>(kUsualAttributes, store.GetNames().UsualAttributes(id));
+  Node& element = store.NewNode(Kind::Element, id, room);
   element.AddRef();
   out = Element::Attach(&element);
   return S_OK;

@@ -14,7 +14,8 @@
 namespace files {
 namespace {
 
-constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
+/// Less is gathered before it is written.
+constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 /// As many as the system follows.
 constexpr int kLongestLinkChain = 40;
 

@@ -153,19 +153,24 @@ void TreeBuilder::EndText() {
   m_text.clear();
 }
 
-NameId TreeBuilder::NameOf(const xmlChar* local, const xmlChar* prefix) {
+NameId TreeBuilder::LookUp(const xmlChar* local, const xmlChar* prefix) {
+  const auto is = [=](const KnownName& name) {
+    return name.local == local && name.prefix == prefix;
+  };
   const auto address = reinterpret_cast<std::uintptr_t>(local);
   const std::size_t place = (address * 0x9E3779B97F4A7C15U >> 32) % m_known.size();
-  KnownName& known = m_known[place];
-  if (known.local == local && known.prefix == prefix) return known.id;
-  KnownName& other = m_known[place ^ 1];
-  if (other.local == local && other.prefix == prefix) return other.id;
-  std::string name(ViewOf(prefix));
-  if (prefix) name += ':';
-  name += ViewOf(local);
-  const NameId id = m_store.GetNames().Intern(name);
-  (known.local ? other : known) = {local, prefix, id};
-  return id;
+  KnownName& first = m_known[place];
+  KnownName& second = m_known[place ^ 1];
+  KnownName& known = is(first) || (first.local == nullptr && !is(second)) ? first : second;
+  if (!is(known)) {
+    std::string name(ViewOf(prefix));
+    if (prefix) name += ':';
+    name += ViewOf(local);
+    known = {local, prefix, m_store.GetNames().Intern(name)};
+  }
+  m_lastName->next = &known;
+  m_lastName = &known;
+  return known.id;
 }
 
 }  // namespace domtree

@@ -30,6 +30,8 @@ class TreeBuilder {
     const xmlChar* local = nullptr;
     const xmlChar* prefix = nullptr;
     NameId id = kNoName;
+    /// The one that was reported after it the last time: files repeat themselves.
+    KnownName* next = nullptr;
   };
 
   template <typename Step>
@@ -49,7 +51,15 @@ class TreeBuilder {
   void AddChild(Node& node);
   /// Ends a run of text. White space alone is no node, only remembered.
   void EndText();
-  NameId NameOf(const xmlChar* local, const xmlChar* prefix);
+  NameId NameOf(const xmlChar* local, const xmlChar* prefix) {
+    KnownName* const next = m_lastName->next;
+    if (next == nullptr || next->local != local || next->prefix != prefix) {
+      return LookUp(local, prefix);
+    }
+    m_lastName = next;
+    return next->id;
+  }
+  NameId LookUp(const xmlChar* local, const xmlChar* prefix);
 
   /// Namespace declarations that may be in force at once: the parser looks through them for every
   /// element.
@@ -67,6 +77,7 @@ class TreeBuilder {
   RaisedLater m_raised;
   /// The parser keeps every name once: its pointers tell names apart.
   std::array<KnownName, 512> m_known;
+  KnownName* m_lastName = m_known.data();
 };
 
 }  // namespace domtree

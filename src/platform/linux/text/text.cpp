@@ -75,6 +75,6 @@ Bstr FromUtf8(std::string_view utf8) { return FromBytes(nullptr, utf8); }
 
 bool Equal(BSTR a, BSTR b) { return ViewOf(a) == ViewOf(b); }
 
-bool EqualsWord(std::string_view narrow, const char* word) { return narrow == word; }
+bool EqualsWord(std::string_view narrow, std::string_view word) { return narrow == word; }
 
 }  // namespace text

@@ -12,8 +12,8 @@
 namespace domtree {
 
 /// A name with its value as UTF-8, in twelve bytes: files hold them by the hundred thousand. A
-/// short value stands in the attribute itself, others where the parser found them in the file's
-/// bytes, or in a block of the store's pool.
+/// value stands where the parser found it in the file's bytes, else, when it is short, in the
+/// attribute itself, or in a block of the store's pool.
 class Attribute {
  public:
   static constexpr std::size_t kInline = 8;

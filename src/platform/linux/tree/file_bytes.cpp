@@ -22,7 +22,7 @@ bool FileBytes::Read(const std::string& path) {
   if (!file.IsOpen() || fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode)) return false;
   const auto size = static_cast<std::size_t>(state.st_size);
   if (size > kLargest) return false;
-  m_bytes.reset(new char[size + 1]);
+  m_bytes = NewBytes(size + 1);
   while (m_size < size) {
     const ssize_t count = read(file.Get(), m_bytes.get() + m_size, size - m_size);
     if (count < 0 && errno == EINTR) continue;
@@ -36,7 +36,7 @@ bool FileBytes::Read(const std::string& path) {
 
 bool FileBytes::Assign(std::string_view bytes) {
   if (bytes.size() > kLargest) return false;
-  std::unique_ptr<char[]> copy(new char[bytes.size() + 1]);
+  Bytes copy = NewBytes(bytes.size() + 1);
   std::copy(bytes.begin(), bytes.end(), copy.get());
   copy[bytes.size()] = '\0';
   m_bytes = std::move(copy);

@@ -2,9 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "platform/linux/tree/large_memory.h"
 
 namespace domtree {
 
@@ -32,7 +33,7 @@ class FileBytes {
   }
 
  private:
-  std::unique_ptr<char[]> m_bytes;
+  Bytes m_bytes;
   std::size_t m_size = 0;
 };
 

@@ -43,6 +43,14 @@ std::uint32_t HashOf(std::string_view name) {
 
 NameId Names::Find(std::string_view name) const { return FindHashed(name, HashOf(name)); }
 
+NameId Names::FindAfter(NameId previous, const char* name) {
+  const NameId expected = m_entries[previous].next;
+  if (expected != kNoName && std::strcmp(m_entries[expected].text, name) == 0) return expected;
+  const NameId found = Find(name);
+  if (found != kNoName) m_entries[previous].next = found;
+  return found;
+}
+
 NameId Names::FindHashed(std::string_view name, std::uint32_t hash) const {
   if (m_slots.empty()) return kNoName;
   const std::size_t mask = m_slots.size() - 1;

@@ -22,6 +22,8 @@ class Names {
 
   /// kNoName when the tree has no such name.
   NameId Find(std::string_view name) const;
+  /// The same for a name that is asked for behind another one, quickly where it was so before.
+  NameId FindAfter(NameId previous, const char* name);
   /// Raises std::bad_alloc.
   NameId Intern(std::string_view name);
   /// As Intern for a plain name; kNoName, and nothing is kept, for any other.
@@ -33,6 +35,13 @@ class Names {
   bool HasPrefix(NameId id) const { return m_entries[id].hasPrefix; }
   bool IsPlain(NameId id) const { return m_entries[id].isPlain; }
 
+  /// How many attributes elements of the name came to need room for; 0 for few.
+  std::uint8_t UsualAttributes(NameId id) const { return m_entries[id].usualAttributes; }
+  void NoteAttributes(NameId id, std::uint8_t count) {
+    std::uint8_t& usual = m_entries[id].usualAttributes;
+    if (usual < count) usual = count;
+  }
+
  private:
   struct Entry {
     const char* text;
@@ -40,6 +49,8 @@ class Names {
     std::uint32_t hash;
     bool hasPrefix;
     bool isPlain;
+    std::uint8_t usualAttributes = 0;
+    NameId next = kNoName;
   };
 
   NameId FindHashed(std::string_view name, std::uint32_t hash) const;

@@ -6,10 +6,10 @@
 #include <new>
 #include <utility>
 
+#include "platform/linux/tree/large_memory.h"
+
 namespace domtree {
 namespace {
-
-constexpr std::size_t kLargestChunk = std::size_t{1024} * 1024;
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool kSeparateBlocks = true;
@@ -20,7 +20,11 @@ constexpr bool kSeparateBlocks = false;
 }  // namespace
 
 Pool::~Pool() {
-  while (m_chunks) ::operator delete(std::exchange(m_chunks, m_chunks->next));
+  while (m_chunks) {
+    const std::size_t size = m_chunks->size;
+    void* const chunk = std::exchange(m_chunks, m_chunks->next);
+    size < kLargePage ? ::operator delete(chunk) : UnmapLarge(chunk, size);
+  }
   while (m_large) ::operator delete(std::exchange(m_large, m_large->next));
 }
 
@@ -52,15 +56,17 @@ void Pool::Free(void* block, std::size_t size) noexcept {
 }
 
 void* Pool::Cut(std::size_t room) {
-  if (room > m_left) {
-    const std::size_t size = std::max(m_chunkSize, room + sizeof(Chunk));
-    m_chunks = new (::operator new(size)) Chunk{m_chunks};
-    m_next = reinterpret_cast<char*>(m_chunks + 1);
-    m_left = size - sizeof(Chunk);
-    m_chunkSize = std::min(2 * m_chunkSize, kLargestChunk);
-  }
+  if (room > m_left) AddChunk(std::max(m_chunkSize, room + sizeof(Chunk)));
   m_left -= room;
   return std::exchange(m_next, m_next + room);
+}
+
+void Pool::AddChunk(std::size_t size) {
+  void* const chunk = size < kLargePage ? ::operator new(size) : MapLarge(size);
+  m_chunks = new (chunk) Chunk{m_chunks, size};
+  m_next = reinterpret_cast<char*>(m_chunks + 1);
+  m_left = size - sizeof(Chunk);
+  m_chunkSize = std::min(2 * m_chunkSize, kLargePage);
 }
 
 void* Pool::AllocateLarge(std::size_t size) {

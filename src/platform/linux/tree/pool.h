@@ -5,9 +5,9 @@
 namespace domtree {
 
 /// Memory of one document tree: blocks are cut from large chunks, and what is given back serves
-/// later requests of the same room, so a tree that changes for a long time does not grow.
-/// Everything goes with the pool. Under AddressSanitizer every block is an allocation of its own,
-/// so that wrong uses are seen.
+/// later requests of the same room, so a tree that changes for a long time does not grow. The
+/// chunks of a large tree are large pages. Everything goes with the pool. Under AddressSanitizer
+/// every block is an allocation of its own, so that wrong uses are seen.
 class Pool {
  public:
   Pool() = default;
@@ -29,6 +29,7 @@ class Pool {
   };
   struct alignas(std::max_align_t) Chunk {
     Chunk* next;
+    std::size_t size;
   };
   /// In front of a block that is too large for chunks.
   struct alignas(std::max_align_t) LargeBlock {
@@ -46,6 +47,7 @@ class Pool {
   static bool IsPooled(std::size_t size);
   static std::size_t ClassOf(std::size_t room);
   void* Cut(std::size_t room);
+  void AddChunk(std::size_t size);
   void* AllocateLarge(std::size_t size);
   void FreeLarge(void* block) noexcept;
 

@@ -117,20 +117,21 @@ void Store::Delete(Node& node) {
 }
 
 void Store::Append(Node& element, NameId name, std::string_view value) {
-  const Attribute fresh = Make(name, value);
   const std::uint32_t capacity =
       element.m_isOutgrown ? element.Elsewhere()->capacity : element.m_room;
-  if (element.m_count == capacity) {
-    const WhenRaised discard([&] { Discard(fresh); });
-    Grow(element, capacity);
-  }
-  new (element.Attributes() + element.m_count) Attribute(fresh);
+  if (element.m_count == capacity) Grow(element, capacity);
+  new (element.Attributes() + element.m_count) Attribute(Make(name, value));
   ++element.m_count;
 }
 
 void Store::Grow(Node& element, std::uint32_t capacity) {
   if (capacity > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
   const std::uint32_t larger = std::max(4U, 2 * capacity);
+  // One element of very many attributes is no example for others.
+  constexpr std::uint32_t kMostUsual = 16;
+  if (element.IsElement()) {
+    m_names.NoteAttributes(element.Name(), static_cast<std::uint8_t>(std::min(larger, kMostUsual)));
+  }
   auto* attributes = static_cast<Attribute*>(m_pool.Allocate(larger * sizeof(Attribute)));
   std::uninitialized_copy_n(element.Attributes(), element.m_count, attributes);
   if (element.m_isOutgrown) m_pool.Free(element.Attributes(), capacity * sizeof(Attribute));
@@ -151,12 +152,12 @@ void Store::Assign(Attribute& attribute, std::string_view value) {
 }
 
 Attribute Store::Make(NameId name, std::string_view value) {
-  if (value.size() <= Attribute::kInline) return Attribute::Inline(name, value);
   if (value.size() > kLongestValue) throw std::bad_alloc();
   if (m_file.Holds(value.data(), value.size())) {
     return Attribute::InFile(name, static_cast<std::uint32_t>(value.data() - m_file.Data()),
                              static_cast<std::uint32_t>(value.size()));
   }
+  if (value.size() <= Attribute::kInline) return Attribute::Inline(name, value);
   char* block = static_cast<char*>(m_pool.Allocate(Attribute::kBlockHeader + value.size()));
   WriteBlock(block, value);
   return Attribute::Pooled(name, block);

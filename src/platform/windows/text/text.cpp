@@ -31,7 +31,7 @@ bool Equal(BSTR a, BSTR b) {
   return VarBstrCmp(a, b, LOCALE_USER_DEFAULT, 0) == static_cast<HRESULT>(VARCMP_EQ);
 }
 
-bool EqualsWord(std::string_view narrow, const char* word) {
+bool EqualsWord(std::string_view narrow, std::string_view word) {
   return Equal(FromNarrow(narrow).Get(), FromNarrow(word).Get());
 }
 
