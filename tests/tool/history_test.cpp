@@ -198,14 +198,19 @@ TEST(DryRun, TellsWhatEveryChangingCommandWouldDo) {
   expect("UserSettings.xml: dish 1, satellite Hotbird-13B-13.0E Ku-Band: removed\n",
          {"dishes", "remove", "1", "2"});
   expect("", {"channels", "lock", "1", "off"});
-  expect("ChanInfo.xml: changed in its form, or in what the library does not read\n",
-         {"format", "plain"});
   const nlohmann::ordered_json json =
       home.Run({"channels", "favor", "1", "8", "--dry-run", "--json"}).Json();
   EXPECT_EQ("dry-run", json["tunedex"]);
   EXPECT_EQ("changed", json["changes"][0]["change"]);
   EXPECT_EQ(home.Original(), home.Channels());
   EXPECT_EQ(4U, home.Files().Count()) << "not even a lock";
+}
+
+TEST(DryRun, TellsOfAFormAlone) {
+  const DataDirectory directory;
+  const NothingWritten nothing(directory);
+  EXPECT_EQ("ChanInfo.xml: changed in its form, or in what the library does not read\n",
+            directory.Run({"format", "preformatted", "--dry-run"}).out);
 }
 
 TEST(DryRun, IsRefusedWhereNothingChanges) {
