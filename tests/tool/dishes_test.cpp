@@ -338,7 +338,7 @@ TEST(Dishes, AFolderInThePlaceOfTheFileIsAnError) {
   const Home home;
   std::filesystem::create_directory(home.Files().File(kFile));
   ExpectRefused(
-      1, "dishes assign: E_FAIL (0x80004005): UserSettings.xml cannot be read: it is no file",
+      1, "dishes assign: E_FAIL (0x80004005): UserSettings.xml cannot be read: it is a folder",
       home.Assign("1", "A"));
 }
 

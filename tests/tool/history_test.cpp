@@ -52,7 +52,7 @@ TEST(History, TakesAChangeBackToTheByte) {
 
 TEST(History, ListsWhatWasEditedByHand) {
   const SampleHome home;
-  ExpectStatus(0, home.Run({"channels", "favor", "5", "off"}));
+  ExpectStatus(0, home.Run({"channels", "favor", "5", "--off"}));
   std::string edited = home.Channels();
   edited.replace(edited.find("ZDF HD"), 6, "By us.");
   home.Files().Write("ChanInfo.xml", edited);
@@ -67,7 +67,7 @@ TEST(History, ListsWhatWasEditedByHand) {
   EXPECT_EQ(2, newest["parent"]);
   EXPECT_EQ("outside", newest["by"]);
   EXPECT_EQ(nlohmann::ordered_json({"ChanInfo.xml"}), newest["files"]);
-  EXPECT_EQ("channels favor 5 off", list["snapshots"][1]["by"]);
+  EXPECT_EQ("channels favor 5 --off", list["snapshots"][1]["by"]);
   EXPECT_EQ(nullptr, list["snapshots"][2]["parent"]);
   const std::string time = newest["time"];
   EXPECT_EQ(20U, time.size());
@@ -172,7 +172,7 @@ TEST(History, SaysWhatCanStillBeHad) {
       "and "
       "--no-history does without the history";
   ExpectRefused(1, "undo" + message, home.Run({"undo"}));
-  ExpectRefused(1, "channels favor" + message, home.Run({"channels", "favor", "9", "7"}));
+  ExpectRefused(1, "channels favor" + message, home.Run({"channels", "favor", "9", "--mark", "7"}));
   const Outcome list = home.Run({"history", "list"});
   ExpectStatus(1, list);
   EXPECT_EQ("tunedex: history list" + message + "\n", list.err);
@@ -197,9 +197,9 @@ TEST(DryRun, TellsWhatEveryChangingCommandWouldDo) {
          {"channels", "rename", "2", "Mine", "--display-only"});
   expect("UserSettings.xml: dish 1, satellite Hotbird-13B-13.0E Ku-Band: removed\n",
          {"dishes", "remove", "1", "2"});
-  expect("", {"channels", "lock", "1", "off"});
+  expect("", {"channels", "lock", "1", "--off"});
   const nlohmann::ordered_json json =
-      home.Run({"channels", "favor", "1", "8", "--dry-run", "--json"}).Json();
+      home.Run({"channels", "favor", "1", "--mark", "8", "--dry-run", "--json"}).Json();
   EXPECT_EQ("dry-run", json["tunedex"]);
   EXPECT_EQ("changed", json["changes"][0]["change"]);
   EXPECT_EQ(home.Original(), home.Channels());

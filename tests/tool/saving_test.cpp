@@ -196,7 +196,8 @@ TEST(Saving, NeedsAFileOrNothingInItsPlace) {
   for (const char* form : {"plain", "preformatted"}) {
     Arguments arguments = add;
     arguments.emplace_back(form);
-    ExpectRefused(1, "channels add: E_FAIL (0x80004005): ChanInfo.xml cannot be read: it is no file",
+    ExpectRefused(1,
+                  "channels add: E_FAIL (0x80004005): ChanInfo.xml cannot be read: it is a folder",
                   directory.Run(kGermany, "5", arguments));
   }
 }
@@ -210,7 +211,7 @@ TEST(Saving, SaysWhenAnIndexIsWrittenInAnotherWay) {
   // Elements are looked for by the text of the index, so the channel gets a second one.
   ExpectRefused(1,
                 "channels favor: E_FAIL (0x80004005): ChanInfo.xml is not what was meant after "
-                "saving: 2 channels instead of 1",
+                "saving: 2 channels instead of 1; the file is unchanged",
                 directory.Run(kGermany, "5", {"channels", "favor", "7", "--off"}));
 }
 

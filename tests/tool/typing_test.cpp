@@ -5,9 +5,8 @@
 namespace {
 
 const char* const kGroups =
-    "channels, catalogue, satellites, transponders, lnbs, dishes, presets, info, format, "
-    "countries, "
-    "completion";
+    "channels, catalogue, satellites, transponders, lnbs, dishes, presets, undo, redo, history, "
+    "info, format, countries, completion, batch";
 const char* const kSignals =
     "AnalogAntenna, AnalogCable, FMRadio, ATSCAntenna, ATSCCable, DVBSatellite, DVBTerrestrial, "
     "DVBHandheld, TDMBMobile, ISDBTerrestrialOneSeg";
@@ -35,7 +34,7 @@ TEST(Typing, CommandsAreNamed) {
               "channels", {"channels", "lsit"});
   ExpectTyped("there is no command 'presets sub'; the nearest is subareas; known are areas,",
               "presets", {"presets", "sub"});
-  ExpectTyped("channels show does not take '2'", "channels show", {"channels", "show", "1", "2"});
+  ExpectTyped("channels next does not take '2'", "channels next", {"channels", "next", "1", "2"});
 }
 
 TEST(Typing, OptionsAreNamed) {
@@ -43,14 +42,14 @@ TEST(Typing, OptionsAreNamed) {
               {"--jsn", "--version2"});
   ExpectTyped(
       "channels list has no option '--srvice'; the nearest is --service; known are --help, "
-      "-h, --service, ",
+      "-h, --name, ",
       "channels list", {"channels", "list", "--srvice", "tv"});
   ExpectTyped("channels list has no option '--colour'; known are", "channels list",
               {"channels", "list", "--colour=red"});
   // Before what is missing beside it.
   ExpectTyped("channels show has no option '--jsno'; the nearest is --json;", "channels show",
               {"channels", "show", "--jsno"});
-  ExpectTyped("INDEX is required", "channels show", {"channels", "show"});
+  ExpectTyped("INDEX is required", "channels next", {"channels", "next"});
   ExpectTyped("--output is required", "catalogue build", {"catalogue", "build", "x"});
   ExpectTyped("--dir is required", "channels list", {"channels", "list"});
 }

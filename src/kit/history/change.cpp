@@ -130,6 +130,12 @@ Difference MakeChange(const ChangeSettings& settings,
   return std::move(difference);
 }
 
+void ChangeInPlace(const ChangeSettings& settings, const std::function<void()>& work) {
+  const std::unique_ptr<DirectoryLock> lock = Locked(settings);
+  FinishUnrecorded(settings.directory);
+  work();
+}
+
 Step Undo(const ChangeSettings& settings) {
   return Walk(settings, "undo",
               [](const Store& store, const Snapshot& at) { return store.ParentOf(at); });

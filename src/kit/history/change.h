@@ -25,6 +25,9 @@ struct ChangeSettings {
 Difference MakeChange(const ChangeSettings& settings,
                       const std::function<void(const std::string& scratch)>& work);
 
+/// Runs `work` on the directory itself, with its lock alone: for a directory that cannot be copied.
+void ChangeInPlace(const ChangeSettings& settings, const std::function<void()>& work);
+
 /// What was done to get from one snapshot to another.
 struct Step {
   Snapshot left;     ///< the one that the directory was at

@@ -10,6 +10,7 @@
 #include "kit/failure.h"
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
+#include "kit/reading/readable.h"
 
 namespace fs = std::filesystem;
 
@@ -27,7 +28,7 @@ bool IsNameLetter(char letter) {
 }
 
 [[noreturn]] void RefuseToRead(const std::string& name, const std::string& cause) {
-  throw Failure{E_FAIL, name + " cannot be read: " + cause};
+  throw UnreadableFile{E_FAIL, name + " cannot be read: " + cause};
 }
 
 }  // namespace
@@ -54,6 +55,7 @@ std::optional<std::string> ReadFile(const std::string& directory, const std::str
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::not_found) return std::nullopt;
   if (!fs::exists(status)) RefuseToRead(name, error.message());
+  if (fs::is_directory(status)) RefuseToRead(name, "it is a folder");
   if (!fs::is_regular_file(status)) RefuseToRead(name, "it is no file");
   errno = 0;
   std::optional<std::string> bytes = whole_file::Read(path);

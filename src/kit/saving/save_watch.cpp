@@ -24,10 +24,10 @@ SaveWatch::SaveWatch(const std::string& directory, const std::string& file)
 void SaveWatch::Raise(const Failure& failure) const {
   const std::string what = failure.what();
   if (whole_file::Read(whole_file::PathOf(m_path)) != m_before) {
-    throw Failure{failure.Result(), what + "; the file was replaced"};
+    throw FailedSave{failure.Result(), what, "the file was replaced"};
   }
   const std::size_t size = m_before ? m_before->size() : 0;
   const std::string cause = host::WhyNotWritten(m_path, size + kMore);
   const std::string message = cause.empty() ? what : m_file + " could not be written: " + cause;
-  throw Failure{failure.Result(), message + "; the file is unchanged"};
+  throw FailedSave{failure.Result(), message, "the file is unchanged"};
 }

@@ -2,33 +2,18 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <sstream>
 
 #include "kit/failure.h"
 #include "tool/commands/channel_edits.h"
 #include "tool/commands/commands.h"
 #include "tool/options/location.h"
+#include "tool/printing/held_output.h"
 #include "tool/printing/output.h"
 
 using nlohmann::ordered_json;
 
 namespace commands {
 namespace {
-
-/// Keeps what is printed, until its end.
-class Printed {
- public:
-  Printed() : m_before(std::cout.rdbuf(m_text.rdbuf())) {}
-  Printed(const Printed&) = delete;
-  Printed& operator=(const Printed&) = delete;
-  ~Printed() { std::cout.rdbuf(m_before); }
-
-  std::string Text() const { return m_text.str(); }
-
- private:
-  std::ostringstream m_text;
-  std::streambuf* m_before;
-};
 
 struct Other {
   std::string_view name;
@@ -57,7 +42,8 @@ class Batch {
     line.directory = m_options.directory;
     ordered_json result;
     if (const channel_edits::Edit edit = channel_edits::Find(line.command)) {
-      if (!m_editor) m_editor.emplace(LocationOf(line), SaveOptions{line.format, PrintNote, line.unreadable});
+      if (!m_editor)
+        m_editor.emplace(LocationOf(line), SaveOptions{line.format, PrintNote, line.unreadable});
       result = Take(edit(*m_editor, line));
     } else if (const Other* other = FindOther(line.command)) {
       result = RunOther(*other, line);
@@ -92,7 +78,7 @@ class Batch {
   ordered_json RunOther(const Other& other, const Options& line) {
     // It opens the channel file for itself.
     if (other.readsChannels) Save();
-    const Printed printed;
+    const HeldOutput printed;
     other.run(line);
     const std::string text = printed.Text();
     if (m_options.json) return ordered_json::parse(text);

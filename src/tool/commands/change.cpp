@@ -1,28 +1,14 @@
 #include "tool/commands/change.h"
 
 #include <iostream>
-#include <sstream>
 
 #include "kit/failure.h"
+#include "kit/saving/save_watch.h"
 #include "tool/printing/change_report.h"
+#include "tool/printing/held_output.h"
 
 namespace commands {
 namespace {
-
-/// Holds back what is printed while it lives.
-class HeldOutput {
- public:
-  HeldOutput() : m_target(std::cout.rdbuf(m_text.rdbuf())) {}
-  HeldOutput(const HeldOutput&) = delete;
-  HeldOutput& operator=(const HeldOutput&) = delete;
-  ~HeldOutput() { std::cout.rdbuf(m_target); }
-
-  std::string Text() const { return m_text.str(); }
-
- private:
-  std::ostringstream m_text;
-  std::streambuf* m_target;
-};
 
 /// Messages name the directory that the user did.
 std::string Renamed(std::string message, const std::string& from, const std::string& to) {
@@ -44,6 +30,10 @@ void RunOn(const std::string& scratch, const Options& options, void (*run)(const
   } catch (const InvalidArgument& error) {
     if (shown(error) == error.what()) throw;
     throw InvalidArgument{shown(error)};
+  } catch (const FailedSave& error) {
+    // What its state tells is that of the copy.
+    throw Failure{error.Result(),
+                  Renamed(error.cause, scratch, options.directory) + "; the file is unchanged"};
   } catch (const Failure& error) {
     if (shown(error) == error.what()) throw;
     throw Failure{error.Result(), shown(error)};
@@ -59,12 +49,21 @@ history::ChangeSettings SettingsOf(const Options& options) {
 
 void RunChange(const Options& options, void (*run)(const Options& options)) {
   std::string text;
-  const history::Difference difference =
-      history::MakeChange(SettingsOf(options), [&](const std::string& scratch) {
-        const HeldOutput held;
-        RunOn(scratch, options, run);
-        text = held.Text();
-      });
+  bool isBegun = false;
+  history::Difference difference;
+  try {
+    difference = history::MakeChange(SettingsOf(options), [&](const std::string& scratch) {
+      isBegun = true;
+      const HeldOutput held;
+      RunOn(scratch, options, run);
+      text = held.Text();
+    });
+  } catch (const UnreadableFile&) {
+    const bool isReplaced = options.unreadable == Unreadable::TakeAsEmpty;
+    if (isBegun || options.dryRun || !isReplaced) throw;
+    // Where not even its bytes can be had, there is nothing to copy or to record.
+    return history::ChangeInPlace(SettingsOf(options), [&] { run(options); });
+  }
   if (options.dryRun) return PrintDryRun(difference, options.json);
   std::cout << text;
 }

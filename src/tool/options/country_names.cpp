@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "countries/country_table.h"
 #include "kit/text/ascii.h"
 #include "kit/text/nearest.h"
-#include "countries/country_table.h"
 
 namespace {
 

@@ -29,7 +29,7 @@ TEST(FullOutput, FailsBehindTheSave) {
 TEST(FullOutput, SaysNothingOfAChangeWhereNoneWasMade) {
   const DataDirectory directory;
   const TempDir errors;
-  for (const char* command : {"channels list", "channels favor 1 on --json"}) {
+  for (const char* command : {"channels list", "channels favor 1 --json"}) {
     const std::string line = std::string(ZORTUNEDEX_TOOL) + " --dir " + directory.Files().Path() +
                              " --country 49 --signal 64 " + command + " > /dev/full 2> " +
                              errors.File("err");
