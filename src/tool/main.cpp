@@ -19,6 +19,7 @@ enum class Does {
   Read,
   Change,   ///< it is run on a copy of them
   Restore,  ///< it goes back and forth among those that were recorded
+  Make,     ///< it leaves them alone and makes another
 };
 
 struct Command {
@@ -42,7 +43,7 @@ constexpr Command kCommands[] = {
     {"channels lock", commands::LockChannel, Does::Change},
     {"channels move", commands::MoveChannel, Does::Change},
     {"channels sort", commands::SortChannels, Does::Change},
-    {"catalogue build", commands::BuildCatalogue},
+    {"catalogue build", commands::BuildCatalogue, Does::Make},
     {"satellites list", commands::ListSatellites},
     {"satellites show", commands::ShowSatellite},
     {"transponders list", commands::ListTransponders},

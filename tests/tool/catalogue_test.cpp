@@ -1,4 +1,5 @@
 #include <array>
+#include <filesystem>
 
 #include "tool/satellite_home.h"
 
@@ -282,6 +283,18 @@ TEST(CatalogueBuild, KeepsTitlesThatFit) {
   EXPECT_EQ("11362 H it's [test card]", nameOf("it's [test card]"));
   EXPECT_EQ("11362 H", nameOf("channel 11362000"));
   EXPECT_EQ("11362 H Channel 4+1", nameOf("Channel 4+1"));
+}
+
+TEST(CatalogueBuild, CanBeTried) {
+  const TableFolder folder({{"Sat-1.0W", Section()}});
+  const Outcome outcome = folder.Build({"--dry-run"});
+  ExpectStatus(0, outcome);
+  EXPECT_EQ("1 satellites, 1 transponders and 10 LNB types would be written\n", outcome.out);
+  EXPECT_FALSE(std::filesystem::exists(folder.Target()));
+  folder.Home().Write("SatelliteInfo.xml", "ours");
+  ExpectStatus(1, folder.Build({"--dry-run"}));
+  ExpectStatus(0, folder.Build({"--dry-run", "--force"}));
+  EXPECT_EQ("ours", folder.Home().Read("SatelliteInfo.xml"));
 }
 
 TEST(CatalogueBuild, ReportsInWords) {

@@ -18,7 +18,7 @@ void PrintResult(const SatelliteCatalogue& catalogue, const CatalogueReport& rep
   if (!options.json) {
     PrintWarnings(report);
     std::cout << catalogue.satellites.size() << " satellites, " << catalogue.TransponderCount()
-              << " transponders and " << catalogue.lnbs.size() << " LNB types written\n";
+              << " transponders and " << catalogue.lnbs.size() << " LNB types " << (options.dryRun ? "would be written\n" : "written\n");
     return;
   }
   ordered_json object = {{"satellites", catalogue.satellites.size()},
@@ -38,7 +38,8 @@ void BuildCatalogue(const Options& options) {
     PrintWarnings(report);
     throw Failure{E_FAIL, options.folder + " holds no table that can be used"};
   }
-  WriteOutput(options.output, CheckedXml(catalogue), options.force);
+  const std::string xml = CheckedXml(catalogue);
+  if (!options.dryRun) WriteOutput(options.output, xml, options.force);
   PrintResult(catalogue, report, options);
 }
 
