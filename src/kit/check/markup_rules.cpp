@@ -1,0 +1,107 @@
+#include <algorithm>
+
+#include "kit/check/rules.h"
+
+namespace check {
+namespace {
+
+using markup::Attribute;
+using markup::Damage;
+using markup::Document;
+using markup::Element;
+using markup::Index;
+using markup::kNone;
+using markup::Reason;
+using markup::Span;
+
+/// The innermost element around a byte.
+Index ElementAt(const Document& document, std::uint32_t offset) {
+  const auto elements = document.Elements();
+  const auto next = std::ranges::upper_bound(elements, offset, {}, [](const Element& element) {
+    return element.tag.begin;
+  });
+  if (next == elements.begin()) return kNone;
+  auto index = static_cast<Index>(next - elements.begin() - 1);
+  while (index != kNone && elements[index].Whole().end <= offset) index = elements[index].parent;
+  return index;
+}
+
+const Attribute* AttributeAt(const Document& document, Index element, Span span) {
+  if (element == kNone) return nullptr;
+  for (const Attribute& attribute : document.AttributesOf(document.Elements()[element])) {
+    if (attribute.Whole().Contains(span)) return &attribute;
+  }
+  return nullptr;
+}
+
+/// Where bytes end that nothing says what they mean, the rest of the line goes with them.
+void SettleRepair(const Damage& damage, Finding& finding) {
+  if (damage.reason == Reason::Ambiguous || damage.reason == Reason::ReadsTwoWays) return;
+  if (damage.isMended) {
+    if (finding.code->repair == Repair::Yes) return;
+    finding.repair = Repair::Yes;
+    finding.option = Option::None;
+  } else if (damage.reason == Reason::NotUtf8) {
+    finding.repair = Repair::Option;
+    finding.option = Option::CodePage;
+  } else if (damage.reason != Reason::OtherEncoding) {
+    finding.repair = Repair::No;
+    finding.option = Option::None;
+  }
+}
+
+void Report1(const Document& document, const Damage& damage, Report& report) {
+  const Index element = ElementAt(document, damage.span.begin);
+  Finding& finding = report.AddAt(markup::CodeOf(damage.reason), damage.span.begin, element,
+                                  markup::TextOf(damage.reason));
+  if (const Attribute* attribute = AttributeAt(document, element, damage.span)) {
+    finding.attribute = Shown(document.NameOf(*attribute));
+  }
+  finding.value = damage.reason == Reason::OtherEncoding ? document.EncodingName()
+                                                         : Shown(document.Text(damage.span));
+  const auto mends = document.MendsOf(damage);
+  finding.edits.assign(mends.begin(), mends.end());
+  SettleRepair(damage, finding);
+}
+
+/// The first damage that keeps the file from being read, and whether all of them can be mended.
+void ReportUnreadable(const Document& document, Report& report) {
+  const Damage* first = nullptr;
+  bool isMended = true;
+  bool isOptional = true;
+  for (const Damage& damage : document.Damages()) {
+    if (!markup::IsBeyondReading(damage.reason)) continue;
+    if (first == nullptr) first = &damage;
+    isMended = isMended && damage.isMended;
+    isOptional = isOptional && (damage.isMended || damage.reason == Reason::Ambiguous ||
+                                damage.reason == Reason::ReadsTwoWays);
+  }
+  if (first == nullptr) return;
+  const Index element = ElementAt(document, first->span.begin);
+  Finding& finding = report.AddAt(
+      "ZT001", first->span.begin, element,
+      "the file cannot be read: " + std::string(markup::TextOf(first->reason)));
+  finding.value = markup::CodeOf(first->reason);
+  if (isMended) return;
+  finding.repair = isOptional ? Repair::Option : Repair::No;
+  finding.option = isOptional ? Option::DropUnrepairable : Option::None;
+}
+
+}  // namespace
+
+void CheckMarkup(const Document& document, Report& report) {
+  ReportUnreadable(document, report);
+  for (const Damage& damage : document.Damages()) Report1(document, damage, report);
+}
+
+void CheckChannelFile(const Subject& subject) {
+  if (subject.document.Elements().empty()) return;
+  CheckTree(subject);
+  CheckUnknown(subject);
+  CheckLists(subject);
+  CheckStreams(subject);
+  CheckValues(subject);
+  CheckTuning(subject);
+}
+
+}  // namespace check
