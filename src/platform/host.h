@@ -2,6 +2,7 @@
 // output as UTF-8, files that are written durably. The library itself does not contain it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,10 +39,41 @@ HRESULT SetRegistryFile(const char* path);
 /// saves. The bytes go to a temporary file beside it, which is made durable and put in its place.
 /// A symbolic link is followed, the old file's mode and, where allowed, its owner are kept. False
 /// when that failed; the old file is then still there, whole, unless the very last step, making the
-/// change of the directory durable, met a device error.
+/// change of the directory durable, met a device error. `cause` then is the system's own words.
+bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& cause);
 bool ReplaceFile(const std::string& path, std::string_view bytes);
 
 /// The same for a path where nothing stands yet. False also when something does, whenever it came.
+bool WriteNewFile(const std::string& path, std::string_view bytes, std::string& cause);
 bool WriteNewFile(const std::string& path, std::string_view bytes);
+
+/// Removes a file, durably. True also where none stands.
+bool RemoveFile(const std::string& path, std::string& cause);
+
+/// Makes a folder whose parent is there, durably, with the parent's rights as far as this process
+/// gives any. True also where one stands already.
+bool MakeFolder(const std::string& path, std::string& cause);
+
+/// The lock of a file, between processes and between objects of one. The system takes it back when
+/// the process ends, however it ends; the file stays. Where the file system has no locks, everybody
+/// gets it.
+class FileLock {
+ public:
+  /// Opens the file, and makes it where there is none. Not open when that failed: `cause` tells
+  /// why.
+  FileLock(const std::string& path, std::string& cause);
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  ~FileLock();
+
+  bool IsOpen() const { return m_handle != kNone; }
+  /// Takes the lock of an open file when nobody else has it. Does not wait.
+  bool Take();
+
+ private:
+  static constexpr std::intptr_t kNone = -1;
+
+  std::intptr_t m_handle = kNone;
+};
 
 }  // namespace host

@@ -5,14 +5,24 @@
 #include "kit/failure.h"
 #include "platform/com_error.h"
 #include "platform/host.h"
+#include "tool/commands/change.h"
 #include "tool/commands/commands.h"
+#include "tool/options/usage_error.h"
 #include "tool/printing/output.h"
 
 namespace {
 
+/// What a command does to the files of the directory.
+enum class Does {
+  Read,
+  Change,   ///< it is run on a copy of them
+  Restore,  ///< it goes back and forth among those that were recorded
+};
+
 struct Command {
   const char* name;
   void (*run)(const Options& options);
+  Does does = Does::Read;
 };
 
 constexpr Command kCommands[] = {
@@ -21,33 +31,40 @@ constexpr Command kCommands[] = {
     {"channels next", commands::NextChannel},
     {"channels previous", commands::PreviousChannel},
     {"channels find", commands::FindChannel},
-    {"channels add", commands::AddChannel},
-    {"channels set", commands::SetChannel},
-    {"channels remove", commands::RemoveChannels},
-    {"channels rename", commands::RenameChannel},
-    {"channels favor", commands::FavorChannel},
-    {"channels lock", commands::LockChannel},
-    {"channels move", commands::MoveChannel},
-    {"channels sort", commands::SortChannels},
+    {"channels add", commands::AddChannel, Does::Change},
+    {"channels set", commands::SetChannel, Does::Change},
+    {"channels remove", commands::RemoveChannels, Does::Change},
+    {"channels rename", commands::RenameChannel, Does::Change},
+    {"channels favor", commands::FavorChannel, Does::Change},
+    {"channels lock", commands::LockChannel, Does::Change},
+    {"channels move", commands::MoveChannel, Does::Change},
+    {"channels sort", commands::SortChannels, Does::Change},
     {"catalogue build", commands::BuildCatalogue},
     {"satellites list", commands::ListSatellites},
     {"satellites show", commands::ShowSatellite},
     {"transponders list", commands::ListTransponders},
     {"lnbs list", commands::ListLnbs},
     {"dishes list", commands::ListDishes},
-    {"dishes assign", commands::AssignSatellite},
-    {"dishes remove", commands::RemoveAssignment},
-    {"dishes clear", commands::ClearDishes},
+    {"dishes assign", commands::AssignSatellite, Does::Change},
+    {"dishes remove", commands::RemoveAssignment, Does::Change},
+    {"dishes clear", commands::ClearDishes, Does::Change},
     {"presets areas", commands::ListAreas},
     {"presets subareas", commands::ListSubAreas},
     {"presets list", commands::ListPresetChannels},
-    {"presets select", commands::SelectPreset},
+    {"presets select", commands::SelectPreset, Does::Change},
     {"presets current", commands::ShowSelectedPreset},
-    {"presets save", commands::SaveCustomerList},
-    {"presets delete", commands::DeleteCustomerList},
+    {"presets save", commands::SaveCustomerList, Does::Change},
+    {"presets delete", commands::DeleteCustomerList, Does::Change},
     {"info", commands::ShowInfo},
-    {"format", commands::FormatFile},
+    {"format", commands::FormatFile, Does::Change},
     {"countries", commands::ListCountries},
+    {"undo", commands::UndoChange, Does::Restore},
+    {"redo", commands::RedoChange, Does::Restore},
+    {"history list", commands::ListHistory},
+    {"history show", commands::ShowSnapshot},
+    {"history diff", commands::CompareSnapshots},
+    {"history restore", commands::RestoreSnapshot, Does::Restore},
+    {"history prune", commands::PruneHistory, Does::Restore},
 };
 
 void SetCodePage(const Options& options) {
@@ -61,7 +78,11 @@ void SetCodePage(const Options& options) {
 void RunCommand(const Options& options) {
   SetCodePage(options);
   for (const Command& command : kCommands) {
-    if (options.command == command.name) command.run(options);
+    if (options.command != command.name) continue;
+    if (options.dryRun && command.does == Does::Read) {
+      throw UsageError{"--dry-run: " + options.command + " changes nothing"};
+    }
+    command.does == Does::Change ? commands::RunChange(options, command.run) : command.run(options);
   }
   FinishOutput();
 }

@@ -16,7 +16,10 @@ fs::path MakeDirectory() {
   const auto stamp = std::chrono::system_clock::now().time_since_epoch().count();
   for (int attempt = 0; !error && attempt < 100; ++attempt) {
     fs::path path = base / ("tunedex-" + std::to_string(stamp) + "-" + std::to_string(attempt));
-    if (fs::create_directory(path, error)) return path;
+    if (!fs::create_directory(path, error)) continue;
+    // Copies of files that are nobody else's may come to stand there.
+    fs::permissions(path, fs::perms::owner_all, error);
+    return path;
   }
   throw Failure{E_FAIL, "a temporary directory cannot be made"};
 }

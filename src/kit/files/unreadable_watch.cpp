@@ -1,22 +1,16 @@
 #include "kit/files/unreadable_watch.h"
 
-#include <filesystem>
+#include <algorithm>
 
-#include "kit/files/file_scan.h"
+#include "kit/files/folder.h"
 
 namespace {
 
 std::size_t CountUnreadable(const std::string& directory, const std::string& file) {
-  const std::u8string start(file.begin(), file.end());
-  std::size_t count = 0;
-  std::error_code error;
-  const std::filesystem::path path = file_scan::ChannelFile(directory).parent_path();
-  for (auto entry = std::filesystem::directory_iterator(path, error);
-       !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    const std::u8string name = entry->path().filename().u8string();
-    count += name.starts_with(start + u8".unreadable");
-  }
-  return count;
+  const std::vector<std::string> names = NamesIn(directory);
+  return static_cast<std::size_t>(std::count_if(
+      names.begin(), names.end(),
+      [&](const std::string& name) { return name.starts_with(file + ".unreadable"); }));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "kit/files/whole_file.h"
 
 #include <fstream>
-#include <iterator>
 
 #include "kit/failure.h"
 #include "platform/host.h"
@@ -24,9 +23,12 @@ std::filesystem::path PathOf(const std::string& utf8) {
 std::optional<std::string> Read(const std::filesystem::path& path) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  if (!file.is_open() || file.bad()) return std::nullopt;
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  const std::streamoff size = file.tellg();
+  if (!file || size < 0) return std::nullopt;
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  file.seekg(0).read(bytes.data(), size);
+  if (!file) return std::nullopt;
   return bytes;
 }
 

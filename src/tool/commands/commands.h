@@ -42,4 +42,12 @@ void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);
 
+void UndoChange(const Options& options);
+void RedoChange(const Options& options);
+void ListHistory(const Options& options);
+void ShowSnapshot(const Options& options);
+void CompareSnapshots(const Options& options);
+void RestoreSnapshot(const Options& options);
+void PruneHistory(const Options& options);
+
 }  // namespace commands

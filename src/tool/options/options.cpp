@@ -5,6 +5,7 @@
 
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
+#include "tool/options/history_options.h"
 #include "tool/options/option_helpers.h"
 #include "tool/options/preset_options.h"
 #include "tool/options/usage_error.h"
@@ -50,6 +51,7 @@ void AddGlobals(CLI::App& app, Options& options) {
   AddWord(&app, "--format", "form in which changes are saved: plain (default) or preformatted",
           [&options](const std::string& text) { return TakeFormat(text, options.format); });
   app.add_flag("--json", options.json, "print JSON");
+  AddHistoryGlobals(app, options);
   app.set_version_flag("--version", "tunedex " ZORTUNEDEX_VERSION);
 }
 
@@ -164,6 +166,7 @@ void AddCommands(CLI::App& app, Options& options) {
   AddEditingCommands(channels, options);
   AddSatelliteCommands(app, options);
   AddPresetCommands(app, options);
+  AddHistoryCommands(app, options);
   app.add_subcommand("info", "Say what the directory holds");
   CLI::App* format = app.add_subcommand("format", "Rewrite ChanInfo.xml in one of its two forms");
   AddWord(format, "FORM", "plain or preformatted",
@@ -186,6 +189,7 @@ void Complete(CLI::App& app, Options& options) {
   if (directory) need(!options.directory.empty(), "--dir");
   CompleteSatelliteOptions(options);
   CompletePresetOptions(options);
+  CompleteHistoryOptions(options);
   if (!options.command.starts_with("channels ")) return;
   need(options.country.has_value(), "--country");
   need(options.signal.has_value(), "--signal");
@@ -221,6 +225,7 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
   app.fallthrough()->require_subcommand(1)->allow_windows_style_options(false);
   AddGlobals(app, options);
   AddCommands(app, options);
+  options.typed = TypedCommand(app, arguments);
   try {
     std::reverse(arguments.begin(), arguments.end());
     arguments.pop_back();  // the program's name

@@ -20,6 +20,10 @@ struct Options {
   std::optional<UINT> codePage;
   std::optional<EStorageType> format;
   bool json = false;
+  bool dryRun = false;     ///< tell what would change, and write nothing
+  bool noHistory = false;  ///< leave the history as it is
+  UINT wait = 10;          ///< seconds for others that change the directory
+  std::string typed;       ///< the command as it was typed, without what stands for all commands
 
   std::vector<UINT> indexes;  ///< channels, in the order they were given
   std::vector<Assignment> assignments;
@@ -50,6 +54,10 @@ struct Options {
   std::optional<DWORD> switchFrequency;
   std::vector<LONG> places;  ///< an area and a sub-area, or a customer list
   bool yes = false;          ///< replace without asking
+
+  std::vector<UINT> snapshots;
+  std::string file;          ///< that is to be restored
+  std::optional<UINT> keep;  ///< how many snapshots
 };
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.

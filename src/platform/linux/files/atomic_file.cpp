@@ -45,7 +45,11 @@ bool MayReplace(const std::string& target, bool& isNew) {
   struct stat old {};
   isNew = stat(target.c_str(), &old) != 0;
   if (isNew) return errno == ENOENT;
-  return S_ISREG(old.st_mode) && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
+  if (!S_ISREG(old.st_mode)) {
+    errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
+    return false;
+  }
+  return faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace

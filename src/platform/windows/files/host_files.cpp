@@ -1,5 +1,7 @@
 #include "platform/host.h"
 #include "platform/windows/files/file_placing.h"
+#include "platform/windows/files/in_use.h"
+#include "platform/windows/files/system_message.h"
 #include "platform/windows/files/temporary_file.h"
 #include "platform/windows/files/wide_path.h"
 #include "platform/windows/text/code_page.h"
@@ -7,14 +9,22 @@
 namespace host {
 namespace {
 
-bool WriteTo(const std::wstring& target, std::string_view bytes, placing::Existing existing) {
+/// Says why the last call failed; to be asked before anything is cleaned up.
+bool Told(bool isDone, std::string& cause) {
+  if (!isDone) cause = SystemMessage(GetLastError());
+  return isDone;
+}
+
+bool WriteTo(const std::wstring& target, std::string_view bytes, placing::Existing existing,
+             std::string& cause) {
   const std::wstring directory = wide_path::DirectoryOf(target);
   temporary_file::RemoveAbandoned(directory);
   std::wstring temporary;
   FileHandle file = temporary_file::Create(directory, temporary);
-  if (!file.IsOpen()) return false;
+  if (!Told(file.IsOpen(), cause)) return false;
   const bool isWritten =
-      file.Write(bytes) && placing::PutInPlace(std::move(file), temporary, target, existing);
+      Told(file.Write(bytes) && placing::PutInPlace(std::move(file), temporary, target, existing),
+           cause);
   file.Close();
   if (!isWritten) DeleteFileW(temporary.c_str());
   return isWritten;
@@ -24,17 +34,54 @@ std::wstring PathOf(const std::string& utf8) {
   return wide_path::Lengthen(std::wstring(code_page::Widen(CP_UTF8, utf8).View()));
 }
 
+bool IsFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
 }  // namespace
 
-bool ReplaceFile(const std::string& path, std::string_view bytes) {
+bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& cause) {
   const std::wstring target = wide_path::Resolve(PathOf(path));
-  return !target.empty() && placing::IsReplaceable(target) &&
-         WriteTo(target, bytes, placing::Existing::Replace);
+  if (target.empty() || !placing::IsReplaceable(target)) {
+    cause = SystemMessage(target.empty() ? ERROR_INVALID_NAME : ERROR_ACCESS_DENIED);
+    return false;
+  }
+  return WriteTo(target, bytes, placing::Existing::Replace, cause);
+}
+
+bool ReplaceFile(const std::string& path, std::string_view bytes) {
+  std::string cause;
+  return ReplaceFile(path, bytes, cause);
+}
+
+bool WriteNewFile(const std::string& path, std::string_view bytes, std::string& cause) {
+  const std::wstring target = PathOf(path);
+  if (target.empty()) {
+    cause = SystemMessage(ERROR_INVALID_NAME);
+    return false;
+  }
+  return WriteTo(target, bytes, placing::Existing::Keep, cause);
 }
 
 bool WriteNewFile(const std::string& path, std::string_view bytes) {
+  std::string cause;
+  return WriteNewFile(path, bytes, cause);
+}
+
+bool RemoveFile(const std::string& path, std::string& cause) {
   const std::wstring target = PathOf(path);
-  return !target.empty() && WriteTo(target, bytes, placing::Existing::Keep);
+  const auto remove = [&] {
+    return DeleteFileW(target.c_str()) || GetLastError() == ERROR_FILE_NOT_FOUND ||
+           GetLastError() == ERROR_PATH_NOT_FOUND;
+  };
+  return Told(in_use::Retry(remove), cause);
+}
+
+bool MakeFolder(const std::string& path, std::string& cause) {
+  const std::wstring target = PathOf(path);
+  return Told(IsFolder(target) || CreateDirectoryW(target.c_str(), nullptr) || IsFolder(target),
+              cause);
 }
 
 }  // namespace host

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Names of what stands in a directory, as UTF-8; none for one that cannot be read.
+std::vector<std::string> NamesIn(const std::string& directory);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "platform/host.h"
+
+namespace history {
+
+/// Keeps every other command that changes a directory waiting while it lives.
+class DirectoryLock {
+ public:
+  /// Makes the history's folder and the lock where they are not there yet, and waits for the lock.
+  /// Failure when it cannot be had within that time.
+  DirectoryLock(const std::string& directory, std::chrono::seconds wait);
+
+ private:
+  std::unique_ptr<host::FileLock> m_lock;
+};
+
+}  // namespace history

@@ -1,0 +1,75 @@
+#include "kit/history/replacement.h"
+
+#include "platform/host.h"
+
+namespace history {
+namespace {
+
+using Bytes = std::optional<std::string>;
+
+/// True when the file at the path has or is nothing like that; false with the cause.
+bool Put(const std::string& path, const Bytes& bytes, std::string& cause) {
+  return bytes ? host::ReplaceFile(path, *bytes, cause) : host::RemoveFile(path, cause);
+}
+
+/// True when the file holds these bytes. One that cannot be read does not.
+bool Holds(const std::string& directory, const std::string& name, const Bytes& bytes) {
+  try {
+    return ReadFile(directory, name) == bytes;
+  } catch (const Failure&) {
+    return false;
+  }
+}
+
+/// Puts the files of before back. False when one could not be, or is another program's by now.
+bool PutBack(const std::string& directory, const std::vector<std::string>& names,
+             const FileSet& before, const FileSet& after) {
+  bool isBack = true;
+  for (const std::string& name : names) {
+    std::string ignored;
+    const std::string path = PathOf(directory, name);
+    if (Holds(directory, name, BytesOf(after, name))) Put(path, BytesOf(before, name), ignored);
+    if (!Holds(directory, name, BytesOf(before, name))) isBack = false;
+  }
+  return isBack;
+}
+
+}  // namespace
+
+std::vector<std::string> Differing(const FileSet& before, const FileSet& after) {
+  std::vector<std::string> names;
+  for (const auto& [name, bytes] : after) {
+    if (BytesOf(before, name) != bytes) names.push_back(name);
+  }
+  for (const auto& [name, bytes] : before) {
+    if (bytes && !after.contains(name)) names.push_back(name);
+  }
+  return names;
+}
+
+void ReplaceFiles(const std::string& directory, const FileSet& before, const FileSet& after) {
+  std::vector<std::string> replaced;
+  for (const std::string& name : Differing(before, after)) {
+    std::string problem;
+    std::string cause;
+    std::string state = "; the file is unchanged";
+    if (!Holds(directory, name, BytesOf(before, name))) {
+      problem = name + " was changed by another program meanwhile";
+      state = "; its change stays, and this one was not made";
+    } else if (!Put(PathOf(directory, name), BytesOf(after, name), cause) &&
+               !Holds(directory, name, BytesOf(after, name))) {
+      problem =
+          name + " could not be " + (BytesOf(after, name) ? "written: " : "removed: ") + cause;
+    }
+    if (problem.empty()) {
+      replaced.push_back(name);
+      continue;
+    }
+    if (PutBack(directory, replaced, before, after)) {
+      throw Failure{E_FAIL, problem + state};
+    }
+    throw HalfDone{E_FAIL, problem + "; a part of the change is made"};
+  }
+}
+
+}  // namespace history

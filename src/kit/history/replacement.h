@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kit/failure.h"
+#include "kit/history/file_set.h"
+
+namespace history {
+
+/// A replacement failed when files had already been replaced and could not be put back.
+class HalfDone : public Failure {
+  using Failure::Failure;
+};
+
+/// Names of the files that differ.
+std::vector<std::string> Differing(const FileSet& before, const FileSet& after);
+
+/// Makes the files of a directory those of `after`, one by one. Directly before each replacement
+/// the file is compared with that of `before`: a difference is another program's, and stays.
+/// Failure: the files are those of before again; HalfDone: some are not.
+void ReplaceFiles(const std::string& directory, const FileSet& before, const FileSet& after);
+
+}  // namespace history
