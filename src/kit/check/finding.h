@@ -20,8 +20,14 @@ struct Finding {
   Repair repair = Repair::No;
   Option option = Option::None;
 
-  /// What mends it in the file's bytes. Empty for what is mended otherwise.
+  /// What mends it in the bytes of a file. Of findings that are mended together the first one has
+  /// the edits of all.
   std::vector<markup::Edit> edits;
+  /// The file that the edits change; empty: the one that it is found in.
+  std::string target;
+  /// What becomes of the file itself.
+  enum class Fate { Stays, Removed, Renamed } fate = Fate::Stays;
+  std::string newName;
   /// The element that it is about, among the document's.
   markup::Index element = markup::kNone;
 };

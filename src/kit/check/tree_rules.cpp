@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "kit/check/rewriting.h"
 #include "kit/check/rules.h"
@@ -97,7 +98,7 @@ class TreeRules {
             code, one->element, attribute,
             std::string(name.element) + " " + std::to_string(key) +
                 " stands there twice: this one is not read");
-        finding.edits = edits;
+        finding.edits = std::exchange(edits, {});
       }
     }
   }

@@ -122,9 +122,9 @@ class TuningRules {
   }
 
   void CheckSymbolRate(Index params, const Value& rate) {
-    const std::uint32_t value = Unsigned(rate.number);
+    const std::uint64_t value = Unsigned(rate.number);
     if (Fits(kSymbolRates, value)) return;
-    const std::uint32_t usual = (value + 500) / 1000;
+    const std::uint64_t usual = (value + 500) / 1000;
     const bool isInSymbols = value > 80'000 && Fits(kSymbolRates, usual);
     Finding& finding = m_subject.report.Add(
         "ZT112", params, *rate.attribute,
