@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <tuple>
 #include <vector>
 
 #include "core/station_blocks.h"
@@ -20,6 +21,9 @@ struct Keyed {
   bool isRead = false;     ///< the first of its key that is found, in a parent that is read
 };
 
+/// Country, signal, area and sub-area.
+using GroupKey = std::tuple<std::int32_t, std::int32_t, std::int32_t, std::int32_t>;
+
 /// Channels that belong together: those of a channel set, or of a sub-area of the presets.
 struct ChannelGroup {
   markup::Index holder = markup::kNone;
@@ -30,6 +34,8 @@ struct ChannelGroup {
   std::int32_t area = 0;  ///< of presets
   std::int32_t subArea = 0;
   std::vector<markup::Index> channels;
+
+  GroupKey Key() const { return {country, signal, area, subArea}; }
 };
 
 struct CountryNode : Keyed {

@@ -20,7 +20,7 @@ std::size_t RankOf(std::string_view file) {
   return static_cast<std::size_t>(std::ranges::find(kDataFiles, file) - std::begin(kDataFiles));
 }
 
-void Append(std::vector<Finding>&& more, std::vector<Finding>& findings) {
+void MoveInto(std::vector<Finding>&& more, std::vector<Finding>& findings) {
   findings.insert(findings.end(), std::make_move_iterator(more.begin()),
                   std::make_move_iterator(more.end()));
 }
@@ -126,11 +126,11 @@ std::vector<Finding> Checker::Compare(const Documents& documents) {
   std::vector<Finding> findings;
   const Document* channels = DocumentOf(documents, kChannels);
   if (channels != nullptr && IsAsked(kChannels)) {
-    Append(CompareChannels(*channels, m_database, m_text), findings);
+    MoveInto(CompareChannels(*channels, m_database, m_text), findings);
   }
   const Document* presets = DocumentOf(documents, kPresets);
   if (presets != nullptr && IsAsked(kPresets)) {
-    Append(ComparePresets(*presets, m_database, m_text), findings);
+    MoveInto(ComparePresets(*presets, m_database, m_text), findings);
   }
   return findings;
 }
@@ -138,12 +138,12 @@ std::vector<Finding> Checker::Compare(const Documents& documents) {
 std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings) {
   Checker checker(settings);
   Checked checked = checker.Check(ReadFiles(directory));
-  Append(checker.Compare(checked.documents), checked.findings);
+  MoveInto(checker.Compare(checked.documents), checked.findings);
   std::vector<Finding> names = CheckNames(directory);
   std::erase_if(names, [&](const Finding& finding) {
     return !settings.file.empty() && finding.file != settings.file;
   });
-  Append(std::move(names), checked.findings);
+  MoveInto(std::move(names), checked.findings);
   Sort(checked.findings);
   return std::move(checked.findings);
 }

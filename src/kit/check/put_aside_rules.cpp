@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 #include <set>
-#include <tuple>
 
 #include "kit/check/files.h"
 #include "kit/check/report.h"
@@ -16,12 +15,6 @@ namespace {
 using markup::Document;
 using markup::Element;
 using markup::Index;
-
-using GroupKey = std::tuple<std::int32_t, std::int32_t, std::int32_t, std::int32_t>;
-
-GroupKey KeyOf(const ChannelGroup& group) {
-  return {group.country, group.signal, group.area, group.subArea};
-}
 
 ChannelFile KindOf(const std::string& target) {
   return target == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
@@ -47,21 +40,21 @@ class Union {
   Union(const Document& aside, const Document& current, ChannelFile kind)
       : m_aside(aside), m_current(current), m_tree(ReadTree(current, kind)) {
     for (const ChannelGroup& group : m_tree.groups) {
-      m_groups.emplace(KeyOf(group), &group);
+      m_groups.emplace(group.Key(), &group);
       for (const Index channel : group.channels) {
-        m_known.emplace(KeyOf(group), IdentityOf(current, channel, group.signal));
+        m_known.emplace(group.Key(), IdentityOf(current, channel, group.signal));
       }
     }
   }
 
   void Add(const ChannelGroup& group) {
-    const auto target = m_groups.find(KeyOf(group));
+    const auto target = m_groups.find(group.Key());
     std::uint32_t index = 0;
     if (target != m_groups.end()) index = Highest(*target->second);
     std::string text;
     for (const Index channel : group.channels) {
       const std::string identity = IdentityOf(m_aside, channel, group.signal);
-      if (!m_known.emplace(KeyOf(group), identity).second) continue;
+      if (!m_known.emplace(group.Key(), identity).second) continue;
       ++m_missing;
       text += TextOf(m_aside, channel,
                      SetValue(m_aside, m_aside.Elements()[channel], "index",
@@ -126,12 +119,20 @@ Finding Nothing(const std::string& name) {
   return finding;
 }
 
+/// It may hold what nobody can look into: it stays.
+Finding Unknown(const std::string& name) {
+  Finding finding = OfFile("ZT002", name, "what the file holds cannot be told");
+  Settle(finding);
+  return finding;
+}
+
 }  // namespace
 
 Finding CheckPutAside(const Document& aside, const Document* current, const std::string& name,
                       const std::string& target) {
-  const ChannelTree tree =
-      aside.Elements().empty() ? ChannelTree() : ReadTree(aside, KindOf(target));
+  if (aside.Bytes().empty()) return Nothing(name);
+  if (aside.Elements().empty() || !aside.IsReadable()) return Unknown(name);
+  const ChannelTree tree = ReadTree(aside, KindOf(target));
   static const Document kEmpty = Document::Read("<CHANNELTABLE></CHANNELTABLE>");
   Union both(aside, current != nullptr ? *current : kEmpty, KindOf(target));
   for (const ChannelGroup& group : tree.groups) {

@@ -37,7 +37,7 @@ bool IsEmptyTag(const Document& document, const Element& element) {
   return document.Text(element.tag).ends_with("/>");
 }
 
-constexpr bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+constexpr bool IsXmlBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 }  // namespace
 
@@ -51,13 +51,13 @@ EditList SetValue(const Document& document, const Element& element, std::string_
   const std::string_view tag = document.Text(element.tag);
   if (!tag.ends_with('>')) return {};
   std::size_t end = element.tag.end - (IsEmptyTag(document, element) ? 2U : 1U);
-  while (end > element.name.end && IsBlank(document.Bytes()[end - 1])) --end;
+  while (end > element.name.end && IsXmlBlank(document.Bytes()[end - 1])) --end;
   return {{Span{end, end}, " " + std::string(attribute) + "=\"" + Escaped(value) + "\""}};
 }
 
 Edit Removal(const Document& document, const Element& element) {
   Span span = element.Whole();
-  while (span.begin > 0 && IsBlank(document.Bytes()[span.begin - 1])) --span.begin;
+  while (span.begin > 0 && IsXmlBlank(document.Bytes()[span.begin - 1])) --span.begin;
   return {span, {}};
 }
 
@@ -72,7 +72,7 @@ EditList Append(const Document& document, const Element& element, std::string_vi
     const std::size_t end = element.endTag.begin;
     // In front of the white space that the end tag is indented with.
     std::size_t place = end;
-    while (place > element.tag.end && IsBlank(document.Bytes()[place - 1])) --place;
+    while (place > element.tag.end && IsXmlBlank(document.Bytes()[place - 1])) --place;
     return {{Span{place, place}, std::string(text)}};
   }
   const std::string name(document.NameOf(element));
