@@ -69,8 +69,8 @@ class Document {
   /// Reads any bytes, in time proportional to their number.
   static Document Read(std::string bytes, const ReadOptions& options = {});
 
-  std::string_view Bytes() const { return m_bytes; }
-  std::string_view Text(Span span) const { return span.In(m_bytes); }
+  std::string_view Bytes() const { return *m_bytes; }
+  std::string_view Text(Span span) const { return span.In(*m_bytes); }
 
   /// Kept in the order of the file; the first one is the document element. Empty when the file is
   /// in another encoding, which is then its only damage.
@@ -92,7 +92,8 @@ class Document {
   std::span<const Damage> Damages() const { return m_damages; }
   /// What mends a damage. No two damages' edits touch each other.
   std::span<const Edit> MendsOf(const Damage& damage) const;
-  /// Of all damages that are mended.
+  /// Of all damages that are mended. To apply those of some damages alone, add them in the order of
+  /// Damage::firstMend: several may be inserted at one place.
   Edits Mends() const;
   /// Name of the encoding for Reason::OtherEncoding.
   const std::string& EncodingName() const { return m_encoding; }
@@ -106,7 +107,8 @@ class Document {
  private:
   friend class Builder;
 
-  std::string m_bytes;
+  /// Where they stand is where they stay, also when the document moves.
+  std::unique_ptr<const std::string> m_bytes;
   std::string m_encoding;
   std::vector<Element> m_elements;
   std::vector<Attribute> m_attributes;

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "kit/xml/span.h"
 
@@ -27,23 +26,21 @@ class Edits {
   /// overlap only inside of such a span; several at one place stand in the order in which they
   /// came, in front of what is replaced behind them.
   bool Add(Edit edit);
-  /// The same with all or none of several.
-  bool Add(const std::vector<Edit>& edits);
-
-  bool IsEmpty() const { return m_byBegin.empty(); }
-  std::size_t Count() const { return m_byBegin.size(); }
+  bool IsEmpty() const { return Count() == 0; }
+  std::size_t Count() const { return m_replacements.size() + m_insertions.size(); }
 
   /// The changed bytes; nothing when an edit is outside of them.
   std::optional<std::string> Apply(std::string_view bytes) const;
 
  private:
-  using ByBegin = std::multimap<std::uint32_t, Edit>;
+  using Replacements = std::map<std::uint32_t, Edit>;
+  using Insertions = std::multimap<std::uint32_t, std::string>;
 
   bool Fits(Span span) const;
-  ByBegin::iterator Put(Edit edit);
 
-  /// At one place insertions stand in front of the replacement.
-  ByBegin m_byBegin;
+  // By where they begin.
+  Replacements m_replacements;
+  Insertions m_insertions;
 };
 
 }  // namespace markup

@@ -1,0 +1,105 @@
+#include "kit/xml/tag_choice.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "kit/xml/characters.h"
+
+namespace markup {
+namespace {
+
+constexpr std::string_view kFirstLine = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
+/// A value may hold line breaks, but not without end.
+constexpr int kMostLines = 4;
+
+}  // namespace
+
+TagChoice::TagChoice(std::string_view bytes)
+    : m_bytes(bytes), m_isPreFormatted(bytes.starts_with(kFirstLine)) {}
+
+TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
+  m_repeated.clear();
+  if (!tag.isGuessed && FollowsTable(tag, table)) return Way::AsRead;
+  FindRepeated(tag);
+  const bool isSound = !tag.isGuessed && m_repeated.empty();
+  const bool mayBeRaw = !table.empty() && !tag.attributes.empty() &&
+                        tag.attributes[0].name.In(m_bytes) == table[0].name &&
+                        BeginsLine(tag.span.begin);
+  if (!mayBeRaw || (isSound && !m_isPreFormatted)) return Way::AsRead;
+  const std::size_t end = Search(tag, table);
+  if (m_split.solutions == 0) return Way::AsRead;
+  if (isSound) return Way::Doubtful;
+  TakeRaw(tag, end, table);
+  m_repeated.clear();
+  return m_split.solutions == 1 ? Way::Raw : Way::Ambiguous;
+}
+
+bool TagChoice::FollowsTable(const Tag& tag, RawTable table) const {
+  return tag.attributes.size() == table.size() &&
+         std::equal(table.begin(), table.end(), tag.attributes.begin(),
+                    [this](const RawAttribute& row, const TagAttribute& attribute) {
+                      return attribute.name.In(m_bytes) == row.name;
+                    });
+}
+
+bool TagChoice::BeginsLine(std::size_t place) const {
+  while (place > 0 && m_bytes[place - 1] == '\t') --place;
+  return place == 0 || m_bytes[place - 1] == '\n';
+}
+
+/// Splits the text up to the end of its line; where it does not split, up to that of one of the
+/// next lines. Answers where the element ends.
+std::size_t TagChoice::Search(const Tag& tag, RawTable table) {
+  m_split = {};
+  const std::size_t begin = tag.span.begin;
+  std::size_t line = begin;
+  for (int count = 0; count < kMostLines && line < m_bytes.size(); ++count) {
+    const std::size_t lineEnd = std::min(m_bytes.find('\n', line), m_bytes.size());
+    line = lineEnd + 1;
+    const std::size_t next = std::min(m_bytes.find_first_not_of('\t', line), m_bytes.size());
+    if (next < m_bytes.size() && m_bytes[next] != '<') continue;
+    std::size_t end = lineEnd;
+    while (end > begin && Is(m_bytes[end - 1], kBlankByte)) --end;
+    m_split = SplitRaw(Span(begin, end).In(m_bytes), tag.name.In(m_bytes), table);
+    if (m_split.solutions > 0) return end;
+  }
+  return begin;
+}
+
+void TagChoice::TakeRaw(Tag& tag, std::size_t end, RawTable table) const {
+  tag.attributes.clear();
+  tag.mends.clear();
+  tag.isBroken = tag.isCut = tag.isUnusual = false;
+  tag.isEmpty = m_bytes[end - 2] == '/';
+  const std::size_t begin = tag.span.begin;
+  tag.span.end = static_cast<std::uint32_t>(end);
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    const Span value = m_split.values[i];
+    TagAttribute attribute;
+    attribute.value = {begin + value.begin, begin + value.end};
+    // Name, equals sign, quotation mark.
+    const std::size_t nameEnd = attribute.value.begin - std::size_t{2};
+    attribute.name = {nameEnd - table[i].name.size(), nameEnd};
+    attribute.end = attribute.value.end + 1;
+    TagReader::LookAtValue(m_bytes, attribute);
+    tag.attributes.push_back(attribute);
+  }
+}
+
+void TagChoice::FindRepeated(const Tag& tag) {
+  const std::size_t count = tag.attributes.size();
+  const auto nameOf = [&](std::size_t i) { return tag.attributes[i].name.In(m_bytes); };
+  m_order.resize(count);
+  std::iota(m_order.begin(), m_order.end(), std::size_t{0});
+  std::sort(m_order.begin(), m_order.end(), [&](std::size_t a, std::size_t b) {
+    const int order = nameOf(a).compare(nameOf(b));
+    return order != 0 ? order < 0 : a < b;
+  });
+  for (std::size_t i = 1; i < count; ++i) {
+    if (nameOf(m_order[i - 1]) != nameOf(m_order[i])) continue;
+    m_repeated.resize(count);
+    m_repeated[m_order[i]] = true;
+  }
+}
+
+}  // namespace markup
