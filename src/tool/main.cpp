@@ -1,4 +1,5 @@
-// tunedex: the command-line host. Exit status 0; 1 when an operation failed; 2 for wrong usage.
+// tunedex: the command-line host. Exit status 0; 1 when an operation failed; 2 for wrong usage; 3 when
+// it is done and something should be looked at.
 #include <exception>
 #include <iostream>
 
@@ -7,6 +8,7 @@
 #include "platform/host.h"
 #include "tool/commands/change.h"
 #include "tool/commands/commands.h"
+#include "tool/commands/exit_status.h"
 #include "tool/options/usage_error.h"
 #include "tool/printing/output.h"
 
@@ -16,7 +18,7 @@ namespace {
 enum class Does {
   Read,
   Change,   ///< it is run on a copy of them
-  Restore,  ///< it goes back and forth among those that were recorded
+  Restore,  ///< it makes the change itself: among those that were recorded, or a repair
 };
 
 struct Command {
@@ -55,6 +57,8 @@ constexpr Command kCommands[] = {
     {"presets current", commands::ShowSelectedPreset},
     {"presets save", commands::SaveCustomerList, Does::Change},
     {"presets delete", commands::DeleteCustomerList, Does::Change},
+    {"check", commands::CheckFiles},
+    {"repair", commands::RepairFiles, Does::Restore},
     {"info", commands::ShowInfo},
     {"format", commands::FormatFile, Does::Change},
     {"countries", commands::ListCountries},
@@ -100,7 +104,7 @@ int Run(const std::vector<std::string>& arguments) {
     if (!options) return 0;
     command = options->command;
     RunCommand(*options);
-    return 0;
+    return commands::ExitStatus();
   } catch (const InvalidArgument& error) {
     std::cerr << "tunedex: " << Printable(error.what()) << "\nTry 'tunedex --help'.\n";
     return 2;

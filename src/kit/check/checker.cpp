@@ -126,11 +126,11 @@ std::vector<Finding> Checker::Compare(const Documents& documents) {
   std::vector<Finding> findings;
   const Document* channels = DocumentOf(documents, kChannels);
   if (channels != nullptr && IsAsked(kChannels)) {
-    MoveInto(CompareChannels(*channels, m_database, m_text), findings);
+    MoveInto(CompareChannels(*channels, channels->Bytes(), m_database, m_text), findings);
   }
   const Document* presets = DocumentOf(documents, kPresets);
   if (presets != nullptr && IsAsked(kPresets)) {
-    MoveInto(ComparePresets(*presets, m_database, m_text), findings);
+    MoveInto(ComparePresets(*presets, presets->Bytes(), m_database, m_text), findings);
   }
   return findings;
 }

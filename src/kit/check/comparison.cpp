@@ -16,10 +16,10 @@ using markup::Document;
 
 class Comparison {
  public:
-  Comparison(const Document& document, std::string_view file, const Database& database,
-             CodePageText& text)
+  Comparison(const Document& document, std::string_view file, std::string_view bytes,
+             const Database& database, CodePageText& text)
       : m_report(document, std::string(file), m_findings), m_prediction(document, database, text) {
-    Write({{std::string(file), std::string(document.Bytes())}}, m_scratch.Path());
+    Write({{std::string(file), std::string(bytes)}}, m_scratch.Path());
   }
 
   std::string Directory() const { return m_scratch.Path(); }
@@ -65,10 +65,10 @@ const PresetList* Find(const Presets& presets, const ChannelGroup& group) {
 
 }  // namespace
 
-std::vector<Finding> CompareChannels(const Document& document, const Database& database,
-                                     CodePageText& text) {
+std::vector<Finding> CompareChannels(const Document& document, std::string_view bytes,
+                                     const Database& database, CodePageText& text) {
   if (!document.IsReadable() || document.Elements().empty()) return {};
-  Comparison comparison(document, kChannels, database, text);
+  Comparison comparison(document, kChannels, bytes, database, text);
   for (const ChannelGroup& group : ReadTree(document, ChannelFile::Channels).groups) {
     if (!IsLooked(group)) continue;
     const ChannelTable table = ReadTable(
@@ -78,13 +78,13 @@ std::vector<Finding> CompareChannels(const Document& document, const Database& d
   return comparison.Findings();
 }
 
-std::vector<Finding> ComparePresets(const Document& document, const Database& database,
-                                    CodePageText& text) {
+std::vector<Finding> ComparePresets(const Document& document, std::string_view bytes,
+                                    const Database& database, CodePageText& text) {
   if (!document.IsReadable() || document.Elements().empty()) return {};
   const ChannelTree tree = ReadTree(document, ChannelFile::Presets);
   const bool isAny = std::ranges::any_of(tree.groups, IsLooked);
   if (!isAny) return {};
-  Comparison comparison(document, kPresets, database, text);
+  Comparison comparison(document, kPresets, bytes, database, text);
   constexpr DWORD kJapan = 81;
   const Presets presets({comparison.Directory(), kJapan, InputSignalISDBTerrestrialOneSeg});
   for (const ChannelGroup& group : tree.groups) {

@@ -10,10 +10,10 @@
 namespace check {
 
 /// ZT900: whether the library reads a channel file, or the presets, as predicted. It reads a copy
-/// of the bytes. Files that it cannot read are not looked at.
-std::vector<Finding> CompareChannels(const markup::Document& document, const Database& database,
-                                     CodePageText& text);
-std::vector<Finding> ComparePresets(const markup::Document& document, const Database& database,
-                                    CodePageText& text);
+/// of the bytes. Documents that it cannot read are not looked at.
+std::vector<Finding> CompareChannels(const markup::Document& document, std::string_view bytes,
+                                     const Database& database, CodePageText& text);
+std::vector<Finding> ComparePresets(const markup::Document& document, std::string_view bytes,
+                                    const Database& database, CodePageText& text);
 
 }  // namespace check

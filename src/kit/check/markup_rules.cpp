@@ -1,5 +1,7 @@
 #include <algorithm>
 
+#include "kit/check/encodings.h"
+#include "kit/check/rewriting.h"
 #include "kit/check/rules.h"
 
 namespace check {
@@ -34,9 +36,12 @@ const Attribute* AttributeAt(const Document& document, Index element, Span span)
   return nullptr;
 }
 
-/// Where bytes end that nothing says what they mean, the rest of the line goes with them.
+bool SplitsInSeveralWays(const Damage& damage) {
+  return damage.reason == Reason::Ambiguous || damage.reason == Reason::ReadsTwoWays;
+}
+
 void SettleRepair(const Damage& damage, Finding& finding) {
-  if (damage.reason == Reason::Ambiguous || damage.reason == Reason::ReadsTwoWays) return;
+  if (SplitsInSeveralWays(damage)) return;
   if (damage.isMended) {
     if (finding.code->repair == Repair::Yes) return;
     finding.repair = Repair::Yes;
@@ -44,13 +49,25 @@ void SettleRepair(const Damage& damage, Finding& finding) {
   } else if (damage.reason == Reason::NotUtf8) {
     finding.repair = Repair::Option;
     finding.option = Option::CodePage;
-  } else if (damage.reason != Reason::OtherEncoding) {
-    finding.repair = Repair::No;
-    finding.option = Option::None;
+  } else {
+    Settle(finding);
   }
 }
 
-void Report1(const Document& document, const Damage& damage, Report& report) {
+/// The channel around what splits in several ways is left out; nothing larger is.
+void DropChannel(const Document& document, Index element, Finding& finding) {
+  const auto elements = document.Elements();
+  while (element != kNone && document.NameOf(elements[element]) != "Channel") {
+    element = elements[element].parent;
+  }
+  if (element != kNone) {
+    finding.edits = {Removal(document, elements[element])};
+    finding.element = element;
+  }
+  Settle(finding);
+}
+
+void ReportDamage(const Document& document, const Damage& damage, Report& report) {
   const Index element = ElementAt(document, damage.span.begin);
   Finding& finding = report.AddAt(markup::CodeOf(damage.reason), damage.span.begin, element,
                                   markup::TextOf(damage.reason));
@@ -61,6 +78,12 @@ void Report1(const Document& document, const Damage& damage, Report& report) {
                                                          : Shown(document.Text(damage.span));
   const auto mends = document.MendsOf(damage);
   finding.edits.assign(mends.begin(), mends.end());
+  if (SplitsInSeveralWays(damage)) DropChannel(document, element, finding);
+  if (damage.reason == Reason::OtherEncoding) {
+    if (auto text = ToUtf8(document.Bytes(), document.EncodingName())) {
+      finding.edits = {{markup::Span{0, document.Bytes().size()}, std::move(*text)}};
+    }
+  }
   SettleRepair(damage, finding);
 }
 
@@ -73,8 +96,7 @@ void ReportUnreadable(const Document& document, Report& report) {
     if (!markup::IsBeyondReading(damage.reason)) continue;
     if (first == nullptr) first = &damage;
     isMended = isMended && damage.isMended;
-    isOptional = isOptional && (damage.isMended || damage.reason == Reason::Ambiguous ||
-                                damage.reason == Reason::ReadsTwoWays);
+    isOptional = isOptional && (damage.isMended || SplitsInSeveralWays(damage));
   }
   if (first == nullptr) return;
   const Index element = ElementAt(document, first->span.begin);
@@ -91,7 +113,7 @@ void ReportUnreadable(const Document& document, Report& report) {
 
 void CheckMarkup(const Document& document, Report& report) {
   ReportUnreadable(document, report);
-  for (const Damage& damage : document.Damages()) Report1(document, damage, report);
+  for (const Damage& damage : document.Damages()) ReportDamage(document, damage, report);
 }
 
 void CheckChannelFile(const Subject& subject) {

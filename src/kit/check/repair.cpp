@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "kit/check/comparison.h"
+#include "kit/check/edit_plan.h"
 #include "kit/check/preservation.h"
 #include "kit/failure.h"
 
@@ -22,7 +24,7 @@ bool IsMarkup(const Finding& finding) {
 
 /// What moves whole elements goes first: what is mended inside of them waits for the next pass.
 int RankOf(const Finding& finding) {
-  constexpr std::string_view kOrder[] = {"ZT041", "ZT043", "ZT044", "ZT046", "ZT070", "ZT060",
+  constexpr std::string_view kOrder[] = {"ZT025", "ZT041", "ZT043", "ZT044", "ZT046", "ZT070", "ZT060",
                                          "ZT061", "ZT062"};
   return static_cast<int>(std::ranges::find(kOrder, finding.code->name) - std::begin(kOrder));
 }
@@ -127,8 +129,15 @@ class Repairer {
       if (finding->file == name || finding->target == name) here.push_back(finding);
     }
     const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
-    const auto lost = WhatIsLost(before->second, here, m_checker.Read(changed), kind,
-                                 m_checker.Library(), m_checker.Text());
+    const markup::Document after = m_checker.Read(changed);
+    std::optional<std::string> lost = WhatIsLost(before->second, here, after, kind,
+                                                 m_checker.Library(), m_checker.Text());
+    if (before->second.Elements().empty() && name == kChannels) {
+      // Only the library can read what it was.
+      const auto differences = CompareChannels(after, before->second.Bytes(), m_checker.Library(),
+                                               m_checker.Text());
+      if (!differences.empty()) lost = differences.front().text;
+    }
     if (lost) throw Failure{E_FAIL, name + " is left as it is: " + *lost};
   }
 
@@ -160,7 +169,7 @@ class Repairer {
   const RepairSettings& m_settings;
   Checker m_checker;
   Repaired m_result;
-  std::map<std::string, markup::Edits> m_edits;
+  std::map<std::string, EditPlan> m_edits;
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "kit/check/channel_tree.h"
 #include "kit/check/numbers.h"
+#include "kit/check/report.h"
 
 namespace check {
 namespace {
@@ -27,7 +28,7 @@ class Identity {
   }
 
   std::string Word(const Element& element, const char* attribute) const {
-    return std::string(m_document.ValueOf(element, attribute).value_or("").substr(0, 20));
+    return Shown(m_document.ValueOf(element, attribute).value_or(""));
   }
 
  private:

@@ -38,6 +38,9 @@ void ShowSelectedPreset(const Options& options);
 void SaveCustomerList(const Options& options);
 void DeleteCustomerList(const Options& options);
 
+void CheckFiles(const Options& options);
+void RepairFiles(const Options& options);
+
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);

@@ -5,6 +5,7 @@
 
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
+#include "tool/options/check_options.h"
 #include "tool/options/history_options.h"
 #include "tool/options/option_helpers.h"
 #include "tool/options/preset_options.h"
@@ -167,6 +168,7 @@ void AddCommands(CLI::App& app, Options& options) {
   AddSatelliteCommands(app, options);
   AddPresetCommands(app, options);
   AddHistoryCommands(app, options);
+  AddCheckCommands(app, options);
   app.add_subcommand("info", "Say what the directory holds");
   CLI::App* format = app.add_subcommand("format", "Rewrite ChanInfo.xml in one of its two forms");
   AddWord(format, "FORM", "plain or preformatted",

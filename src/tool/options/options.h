@@ -2,10 +2,12 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "core/interfaces.h"
+#include "kit/check/codes.h"
 #include "kit/model/field_setter.h"
 
 /// Which of the two names `channels rename` changes.
@@ -56,8 +58,12 @@ struct Options {
   bool yes = false;          ///< replace without asking
 
   std::vector<UINT> snapshots;
-  std::string file;          ///< that is to be restored
+  std::string file;          ///< that is to be restored, or checked
   std::optional<UINT> keep;  ///< how many snapshots
+
+  std::optional<check::Severity> level;
+  std::set<std::string, std::less<>> codes;  ///< to be repaired; empty: all
+  std::set<check::Option> repairs;           ///< beyond the default
 };
 
 /// Nothing when help or the version was asked for and printed. Raises UsageError.
