@@ -95,7 +95,7 @@ class Repairer {
 
   /// A file is mended as text first; what it means is looked at when it can be read.
   bool IsReady(const Finding& finding, const Checked& checked) const {
-    if (IsMarkup(finding)) return true;
+    if (IsMarkup(finding) || finding.code->name == "ZT001") return true;
     const std::string& target = finding.target.empty() ? finding.file : finding.target;
     const auto document = checked.documents.find(target);
     return document == checked.documents.end() || document->second.IsReadable();

@@ -25,7 +25,7 @@ Finding OfFile(std::string_view code, std::string file, std::string text) {
   Finding finding;
   finding.code = FindCode(code);
   finding.file = std::move(file);
-  finding.text = std::move(text);
+  finding.text = Shown(text);
   finding.repair = finding.code->repair;
   finding.option = finding.code->option;
   return finding;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/check/directory_rules.h"
+#include "kit/check/finding_json.h"
 #include "kit/check/repair.h"
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
@@ -136,8 +137,8 @@ void PrintRepair(const Options& options, const check::Repaired& result) {
     PrintJson({{"tunedex", "repair"},
                {"version", 1},
                {"dryRun", options.dryRun},
-               {"repaired", ToJson(result.mended)},
-               {"left", ToJson(result.left)}});
+               {"repaired", check::ToJson(result.mended)},
+               {"left", check::ToJson(result.left)}});
     return;
   }
   if (!result.mended.empty()) {
@@ -167,7 +168,7 @@ void CheckFiles(const Options& options) {
   std::erase_if(findings,
                 [level](const Finding& finding) { return finding.code->severity > level; });
   if (options.json) {
-    PrintJson({{"tunedex", "check"}, {"version", 1}, {"findings", ToJson(findings)}});
+    PrintJson({{"tunedex", "check"}, {"version", 1}, {"findings", check::ToJson(findings)}});
   } else {
     PrintFindings(findings);
     std::cout << "found: " << CountText(findings) << '\n';
