@@ -42,6 +42,7 @@ Builder::Builder(Document& document, const ReadOptions& options)
       m_start(m_bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
 
 void Builder::Run() {
+  m_damages.Add(m_characters);
   for (Piece piece; m_tokenizer.Next(piece);) {
     if (!m_damages.IsFull()) Take(piece);
     if (m_tokens != nullptr) m_tokens->push_back(piece.token);
@@ -254,8 +255,10 @@ void Builder::DropRepeated(Tag& tag) {
     }
     const bool hasBlank = Is(m_bytes[attribute.name.begin - std::size_t{1}], kBlankByte);
     const Span whole(attribute.name.begin - std::size_t{hasBlank}, attribute.end);
-    std::erase_if(tag.mends, [whole](const Edit& mend) {
-      return whole.Contains(mend.span) && mend.text != "/>" && mend.text != ">";
+    std::erase_if(tag.mends, [&attribute](const Edit& mend) {
+      const bool closesValue = mend.text.starts_with(attribute.quote);
+      return attribute.Whole().Contains(mend.span) &&
+             (mend.span.begin < attribute.end || closesValue);
     });
     m_damages.AddRemoval(Reason::RepeatedAttribute, whole);
   }
@@ -280,6 +283,7 @@ void Builder::JudgeTag(Tag& tag) {
 }
 
 void Builder::EnterNamespaces(const Element& element, const Tag& tag) {
+  m_tree.KeepNesting();
   std::vector<Namespaces::Name> attributes;
   // More are not looked at: they are beyond reading anyway.
   const std::size_t count = std::min<std::size_t>(element.attributeCount, kMostAttributes);
@@ -296,7 +300,6 @@ void Builder::EnterNamespaces(const Element& element, const Tag& tag) {
 void Builder::Finish() {
   if (!m_damages.IsFull()) m_tree.CloseAll(m_beyond == 0);
   if (m_document.m_elements.empty()) m_damages.Add(Reason::NoElement, {});
-  m_damages.Add(m_characters);
   m_damages.Finish(m_document.m_damages, m_document.m_mends);
 }
 

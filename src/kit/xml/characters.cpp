@@ -31,20 +31,15 @@ bool IsIn(const Range (&ranges)[N], std::uint32_t character) {
   return found != std::end(ranges) && found->first <= character;
 }
 
-std::uint32_t TakeCharacter(std::string_view& text) {
-  const std::optional<std::uint32_t> character = utf::Next(text);
-  if (character) return *character;
-  text.remove_prefix(1);
-  return utf::kReplacement;
-}
-
 bool IsSimpleName(std::string_view text) {
-  if (text.empty() || !IsNameStart(TakeCharacter(text))) return false;
+  bool isFirst = true;
   while (!text.empty()) {
-    const std::uint32_t character = TakeCharacter(text);
-    if (!IsNameStart(character) && !IsIn(kNameParts, character)) return false;
+    const std::optional<std::uint32_t> character = utf::Next(text);
+    if (!character) return false;
+    if (!IsNameStart(*character) && (isFirst || !IsIn(kNameParts, *character))) return false;
+    isFirst = false;
   }
-  return true;
+  return !isFirst;
 }
 
 }  // namespace

@@ -53,8 +53,7 @@ constexpr bool IsCharacter(std::uint32_t character) {
 /// A name that begins with this character is one.
 bool IsNameStart(std::uint32_t character);
 
-/// A name, or a prefix, a colon and a name. Bytes that are no UTF-8 count as U+FFFD, which is what
-/// becomes of them.
+/// A name, or a prefix, a colon and a name.
 bool IsQualifiedName(std::string_view text);
 
 /// Place of the first byte that is not blank, or the end.

@@ -7,6 +7,13 @@
 #include <utility>
 
 namespace markup {
+namespace {
+
+bool IsOfCharacters(const Damage& damage) {
+  return damage.reason == Reason::NotUtf8 || damage.reason == Reason::ForbiddenCharacter;
+}
+
+}  // namespace
 
 void DamageList::Add(Reason reason, Span span) {
   Damage damage;
@@ -54,8 +61,35 @@ void DamageList::Finish(std::vector<Damage>& damages, std::vector<Edit>& mends) 
   mends = std::move(m_mends);
 }
 
-/// Answers the spans of the replacements that stay, in ascending order.
+/// Answers the spans of the replacements of whole parts, in ascending order.
 std::vector<Span> DamageList::DropInnerMends() {
+  std::vector<Span> outer;
+  const std::vector<bool> isKept = ChooseMends(outer);
+  std::vector<Edit> kept;
+  for (Damage& damage : m_damages) {
+    const std::size_t first = damage.firstMend;
+    damage.firstMend = static_cast<std::uint32_t>(kept.size());
+    for (std::size_t i = first; i < first + damage.mendCount; ++i) {
+      if (isKept[i]) kept.push_back(std::move(m_mends[i]));
+    }
+    const auto count = static_cast<std::uint32_t>(kept.size()) - damage.firstMend;
+    // What surrounds it, or begins or ends in it, has another idea of it.
+    if (count < damage.mendCount && IsOfCharacters(damage)) damage.isMended = false;
+    damage.mendCount = count;
+  }
+  m_mends = std::move(kept);
+  return outer;
+}
+
+/// The mends that go together: those of markup first, the outer ones before those in them.
+std::vector<bool> DamageList::ChooseMends(std::vector<Span>& outer) const {
+  std::vector<bool> isOfCharacters(m_mends.size());
+  for (const Damage& damage : m_damages) {
+    const std::size_t end = damage.firstMend + damage.mendCount;
+    for (std::size_t i = damage.firstMend; i < end; ++i) {
+      isOfCharacters[i] = IsOfCharacters(damage);
+    }
+  }
   std::vector<std::uint32_t> order(m_mends.size());
   std::iota(order.begin(), order.end(), 0U);
   std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
@@ -63,33 +97,26 @@ std::vector<Span> DamageList::DropInnerMends() {
     const Span& right = m_mends[b].span;
     if (left.begin != right.begin) return left.begin < right.begin;
     // Of two for the same span what was found out later counts.
-    return left.end != right.end ? left.end > right.end : !left.IsEmpty() && a > b;
+    return left.end != right.end ? left.end > right.end : a > b;
   });
-  std::vector<Span> outer;
-  std::vector<bool> isDropped(m_mends.size());
-  for (const std::uint32_t i : order) {
-    const Span span = m_mends[i].span;
-    const bool isFree = outer.empty() || span.begin >= outer.back().end ||
-                        (span.IsEmpty() && span.begin == outer.back().begin);
-    isDropped[i] = !isFree;
-    if (isFree && !span.IsEmpty()) outer.push_back(span);
-  }
-  std::vector<Edit> kept;
-  for (Damage& damage : m_damages) {
-    const std::size_t first = damage.firstMend;
-    damage.firstMend = static_cast<std::uint32_t>(kept.size());
-    for (std::size_t i = first; i < first + damage.mendCount; ++i) {
-      if (!isDropped[i]) kept.push_back(std::move(m_mends[i]));
+  std::vector<bool> isKept(m_mends.size());
+  Edits edits;
+  for (const bool areCharacters : {false, true}) {
+    for (const std::uint32_t i : order) {
+      if (isOfCharacters[i] != areCharacters) continue;
+      const Span span = m_mends[i].span;
+      isKept[i] = edits.Add({span, {}});
+      if (isKept[i] && !areCharacters && !span.IsEmpty()) outer.push_back(span);
     }
-    damage.mendCount = static_cast<std::uint32_t>(kept.size()) - damage.firstMend;
   }
-  m_mends = std::move(kept);
-  return outer;
+  return isKept;
 }
 
 void DamageList::MendInner(const std::vector<Span>& outer) {
   for (Damage& damage : m_damages) {
-    if (damage.isMended) continue;
+    // What is wrong with the file as a whole stands nowhere.
+    const bool isOfFile = damage.span.IsEmpty() || damage.reason == Reason::TooManyDamages;
+    if (damage.isMended || isOfFile) continue;
     const auto behind =
         std::upper_bound(outer.begin(), outer.end(), damage.span.begin,
                          [](std::uint32_t begin, const Span& span) { return begin < span.begin; });

@@ -22,7 +22,6 @@ class DamageList {
   void AddRemoval(Reason reason, Span span) { AddReplacement(reason, span, {}); }
   /// Nothing more is taken.
   bool IsFull() const { return m_damages.size() > kMostDamages; }
-  /// After everything else.
   void Add(const CharacterRuns& characters);
 
   /// Leaves to what is removed or replaced as a whole what stands in it, and sorts the damages.
@@ -31,6 +30,7 @@ class DamageList {
  private:
   void Put(Damage damage, std::vector<Edit> mends);
   std::vector<Span> DropInnerMends();
+  std::vector<bool> ChooseMends(std::vector<Span>& outer) const;
   void MendInner(const std::vector<Span>& outer);
 
   std::vector<Damage> m_damages;

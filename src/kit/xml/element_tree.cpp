@@ -51,7 +51,7 @@ void ElementTree::CloseInner(std::size_t depth, std::size_t place, bool isMended
   while (m_open.size() > depth) {
     const Open open = m_open.back();
     m_open.pop_back();
-    if (isMended && EndBeforeChild(open)) continue;
+    if (isMended && !m_keepsNesting && EndBeforeChild(open)) continue;
     Element& element = m_elements[open.element];
     element.endTag = {place, place};
     if (endTags.empty()) first = element.tag;

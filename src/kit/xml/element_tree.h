@@ -29,6 +29,8 @@ class ElementTree {
   std::size_t Close(std::string_view name, Span endTag);
   /// At the end of the file. `isMended` writes the end tags that lack.
   void CloseAll(bool isMended);
+  /// From here on elements stay in those that they stand in, as their namespaces depend on them.
+  void KeepNesting() { m_keepsNesting = true; }
   /// Opens the document element again, behind its end.
   void ReopenRoot();
 
@@ -50,6 +52,7 @@ class ElementTree {
   DamageList& m_damages;
   std::vector<Open> m_open;
   Index m_lastOfRoot = kNone;
+  bool m_keepsNesting = false;
   std::size_t m_steps = 0;  ///< taken among children: not more than a few for each element
 };
 

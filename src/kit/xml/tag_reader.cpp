@@ -112,8 +112,9 @@ std::size_t TagReader::TakeAttribute(std::size_t at, Tag& tag) {
       tag.isUnusual || name == kNamespaceName ||
       std::any_of(name.begin(), name.end(), [](char byte) { return Is(byte, kUnusualByte); });
   const std::size_t value = std::min(SkipBlanks(m_bytes, equals + 1), limit);
-  const std::size_t end = IsQuote(At(value)) && value < limit ? TakeQuoted(value, attribute, tag)
-                                                              : TakeUnquoted(value, attribute, tag);
+  const bool isQuoted = value < limit && IsQuote(At(value));
+  const std::size_t end = isQuoted ? TakeQuoted(value, attribute, tag)
+                                   : TakeUnquoted(equals + 1, value, attribute, tag);
   attribute.end = static_cast<std::uint32_t>(end);
   LookAtValue(m_bytes, attribute);
   tag.attributes.push_back(attribute);
@@ -139,10 +140,19 @@ std::size_t TagReader::TakeQuoted(std::size_t at, TagAttribute& attribute, Tag& 
   return end;
 }
 
-std::size_t TagReader::TakeUnquoted(std::size_t at, TagAttribute& attribute, Tag& tag) {
+std::size_t TagReader::TakeUnquoted(std::size_t behindEquals, std::size_t at,
+                                    TagAttribute& attribute, Tag& tag) {
   const std::size_t limit = LimitOf(tag.span.begin);
   std::size_t end = at;
   while (end < limit && !Is(At(end), kBlankByte) && At(end) != '<' && !EndsTag(end)) ++end;
+  // Behind a blank it may be the next attribute.
+  const bool isNext =
+      at > behindEquals && Span(at, end).In(m_bytes).find('=') != std::string_view::npos;
+  if (isNext || end == at) {
+    attribute.value = {behindEquals, behindEquals};
+    tag.mends.push_back({attribute.value, "\"\""});
+    return behindEquals;
+  }
   attribute.value = {at, end};
   tag.mends.push_back({{at, at}, "\""});
   tag.mends.push_back({{end, end}, "\""});

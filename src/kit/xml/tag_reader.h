@@ -18,6 +18,8 @@ struct TagAttribute {
   char quote = '"';       ///< around the value, once mended
   std::uint8_t seen = 0;  ///< classes of the value's bytes
   bool hasQuote = false;  ///< the value holds its own quotation mark
+
+  Span Whole() const { return {name.begin, end}; }
 };
 
 /// A start tag or an empty one.
@@ -55,7 +57,8 @@ class TagReader {
   void ReadBroken(Tag& tag);
   std::size_t TakeAttribute(std::size_t at, Tag& tag);
   std::size_t TakeQuoted(std::size_t at, TagAttribute& attribute, Tag& tag);
-  std::size_t TakeUnquoted(std::size_t at, TagAttribute& attribute, Tag& tag);
+  std::size_t TakeUnquoted(std::size_t behindEquals, std::size_t at, TagAttribute& attribute,
+                           Tag& tag);
   std::size_t TakeJunk(std::size_t at, Tag& tag) const;
   void EndWithoutMark(std::size_t at, Tag& tag) const;
   std::size_t ClosingQuote(char quote, std::size_t from);
