@@ -150,7 +150,10 @@ Channel Prediction::Of(Index index, const ChannelGroup& group) {
 std::vector<Channel> Prediction::Of(const ChannelGroup& group) {
   std::vector<Channel> channels;
   channels.reserve(group.channels.size());
-  for (const std::size_t place : ListOrder(IndexesOf(m_document, group))) {
+  const std::vector<std::uint32_t> indexes = IndexesOf(m_document, group);
+  for (const std::size_t place : ListOrder(indexes)) {
+    // A record with this index tells none, and comes into no list.
+    if (indexes[place] == UINT32_MAX) continue;
     channels.push_back(Of(group.channels[place], group));
   }
   return channels;

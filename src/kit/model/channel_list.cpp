@@ -1,7 +1,5 @@
 #include "kit/model/channel_list.h"
 
-#include <algorithm>
-
 #include "kit/failure.h"
 
 namespace {
@@ -10,16 +8,14 @@ constexpr DWORD kAll = static_cast<DWORD>(ServiceAll);
 
 Failure NoChannel(UINT index) { return {E_FAIL, "no channel with index " + std::to_string(index)}; }
 
-// One more channel lets a single one be walked to; taking it out numbers the rest. It stands in
-// front of what has the same index or the one above.
+// One more channel at the end lets a single one be walked to; taking it out numbers the rest.
 std::vector<UINT> StoredIndexes(IChannelInfoMgr* list) {
-  constexpr UINT kIndex = 0xFFFFFFFE;
   ComPtr<IChannelInfo> last;
   Require(list->CreateChannelInfo(last.Receive()), "a record cannot be made");
-  last->SetChannelIndex(kIndex);  // answers E_NOTIMPL and stores it
+  last->SetChannelIndex(0xFFFFFFFE);  // answers E_NOTIMPL and stores it
   Require(list->AddChannelInfo(last.Get()), "a record cannot be added");
-  std::vector<UINT> indexes = IndexesInOrder(list, kIndex);
-  indexes.erase(std::find(indexes.begin(), indexes.end(), kIndex));
+  std::vector<UINT> indexes = IndexesInOrder(list, 0xFFFFFFFE);
+  indexes.pop_back();
   Require(list->RemoveChannelInfo(last.Get()), "a record cannot be removed");
   return indexes;
 }

@@ -26,7 +26,8 @@ TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
                         tag.attributes[0].name.In(m_bytes) == table[0].name &&
                         BeginsLine(tag.span.begin);
   if (!mayBeRaw || (isSound && !m_isPreFormatted)) return Way::AsRead;
-  const std::size_t end = Search(tag, table);
+  // What is good XML as it stands is not doubted for what could be read over several lines.
+  const std::size_t end = Search(tag, table, isSound ? 1 : kMostLines);
   if (m_split.solutions == 0) return Way::AsRead;
   if (isSound) return Way::Doubtful;
   TakeRaw(tag, end, table);
@@ -49,11 +50,11 @@ bool TagChoice::BeginsLine(std::size_t place) const {
 
 /// Splits the text up to the end of its line; where it does not split, up to that of one of the
 /// next lines. Answers where the element ends.
-std::size_t TagChoice::Search(const Tag& tag, RawTable table) {
+std::size_t TagChoice::Search(const Tag& tag, RawTable table, int lines) {
   m_split = {};
   const std::size_t begin = tag.span.begin;
   std::size_t line = begin;
-  for (int count = 0; count < kMostLines && line < m_bytes.size(); ++count) {
+  for (int count = 0; count < lines && line < m_bytes.size(); ++count) {
     const std::size_t lineEnd = std::min(m_bytes.find('\n', line), m_bytes.size());
     line = lineEnd + 1;
     const std::size_t next = std::min(m_bytes.find_first_not_of('\t', line), m_bytes.size());

@@ -31,7 +31,7 @@ class TagChoice {
  private:
   bool FollowsTable(const Tag& tag, RawTable table) const;
   bool BeginsLine(std::size_t place) const;
-  std::size_t Search(const Tag& tag, RawTable table);
+  std::size_t Search(const Tag& tag, RawTable table, int lines);
   void TakeRaw(Tag& tag, std::size_t end, RawTable table) const;
   void FindRepeated(const Tag& tag);
 
