@@ -6,6 +6,7 @@
 
 #include "kit/check/comparison.h"
 #include "kit/check/directory_rules.h"
+#include "kit/check/other_rules.h"
 #include "kit/check/put_aside_rules.h"
 #include "kit/check/rewriting.h"
 #include "kit/check/rules.h"
@@ -28,6 +29,11 @@ void MoveInto(std::vector<Finding>&& more, std::vector<Finding>& findings) {
 const Document* DocumentOf(const Documents& documents, std::string_view name) {
   const auto found = documents.find(name);
   return found == documents.end() ? nullptr : &found->second;
+}
+
+const Document* Readable(const Documents& documents, std::string_view name) {
+  const Document* document = DocumentOf(documents, name);
+  return document != nullptr && document->IsReadable() ? document : nullptr;
 }
 
 bool HasSatelliteChannels(const Document& document) {
@@ -91,6 +97,12 @@ void Checker::CheckFile(const std::string& name, const std::string& bytes, Check
   Report report(document, name, checked.findings);
   CheckMarkup(document, report);
   if (name == kChannels || name == kPresets) CheckChannels(name, document, checked.findings);
+  if (name == kCatalogue) CheckCatalogue(document, report);
+  // The last of them: what it refers to was read.
+  if (name == kSettings) {
+    CheckDishes(document, Readable(checked.documents, kCatalogue),
+                Readable(checked.documents, kChannels), report);
+  }
 }
 
 void Checker::CheckChannels(const std::string& name, const Document& document,
@@ -100,6 +112,7 @@ void Checker::CheckChannels(const std::string& name, const Document& document,
   const ChannelTree tree = ReadTree(document, kind);
   Report report(document, name, findings);
   CheckChannelFile({document, tree, kind, report, m_text, m_settings.knowsCountry});
+  if (kind == ChannelFile::Presets) CheckAreas(document, tree, report);
 }
 
 void Checker::CheckPutAside(const std::string& name, const std::string& bytes, Checked& checked) {

@@ -73,7 +73,8 @@ std::optional<std::string> WhatIsLost(const Document& before,
   Prediction afterwards(after, database, text);
   for (const ChannelGroup& group : ReadTree(after, kind).groups) {
     if (group.layout == nullptr) continue;
-    for (const Channel& channel : afterwards.Of(group)) {
+    for (const Index element : group.channels) {
+      const Channel channel = afterwards.Of(element, group);
       there[{group.Key(), ValuesOf(channel)}].insert(channel.index);
     }
   }
