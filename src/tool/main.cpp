@@ -1,5 +1,5 @@
-// tunedex: the command-line host. Exit status 0; 1 when an operation failed; 2 for wrong usage; 3 when
-// it is done and something should be looked at.
+// tunedex: the command-line host. Exit status 0; 1 when an operation failed; 2 for wrong usage; 3
+// when it is done and something should be looked at.
 #include <exception>
 #include <iostream>
 

@@ -70,17 +70,13 @@ TEST(ToolCheck, JsonSaysEverything) {
   const ordered_json json = Parsed(outcome);
   EXPECT_EQ("check", json["tunedex"]);
   EXPECT_EQ(1, json["version"]);
-  const ordered_json expected = {{"code", "ZT020"},
-                                 {"severity", "error"},
-                                 {"file", "ChanInfo.xml"},
-                                 {"line", 5},
-                                 {"column", 24},
-                                 {"path", "Country[49]/ChannelSet[5]/Channel[index=1]"},
-                                 {"attribute", "name"},
-                                 {"value", "&"},
-                                 {"text", "a raw &"},
-                                 {"repair", "yes"},
-                                 {"option", nullptr}};
+  const ordered_json expected = {
+      {"code", "ZT020"},        {"severity", "error"},
+      {"file", "ChanInfo.xml"}, {"line", 5},
+      {"column", 24},           {"path", "Country[49]/ChannelSet[5]/Channel[index=1]"},
+      {"attribute", "name"},    {"value", "&"},
+      {"text", "a raw &"},      {"repair", "yes"},
+      {"option", nullptr}};
   EXPECT_EQ(expected, json["findings"][1]);
 }
 
@@ -105,9 +101,16 @@ TEST(ToolCheck, RefusesWhatMakesNoSense) {
 /// What `channels list` says of every set of the samples.
 std::string Lists(const Home& home) {
   std::string text;
-  for (const auto& [country, signal] : std::vector<std::pair<std::string, std::string>>{
-           {"1", "16"}, {"1", "32"}, {"49", "2"}, {"49", "5"}, {"49", "64"},
-           {"49", "80"}, {"81", "176"}, {"82", "160"}, {"358", "96"}}) {
+  for (const auto& [country, signal] :
+       std::vector<std::pair<std::string, std::string>>{{"1", "16"},
+                                                        {"1", "32"},
+                                                        {"49", "2"},
+                                                        {"49", "5"},
+                                                        {"49", "64"},
+                                                        {"49", "80"},
+                                                        {"81", "176"},
+                                                        {"82", "160"},
+                                                        {"358", "96"}}) {
     const Outcome outcome =
         home.Run({"--country", country, "--signal", signal, "--json", "channels", "list"});
     ExpectStatus(0, outcome);

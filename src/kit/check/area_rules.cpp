@@ -21,8 +21,7 @@ class AreaRules {
     bool isThere = false;
     for (const CountryNode& country : m_tree.countries) {
       for (const Keyed& set : country.sets) {
-        const bool isPlace =
-            country.key == 81 && set.key == InputSignalISDBTerrestrialOneSeg;
+        const bool isPlace = country.key == 81 && set.key == InputSignalISDBTerrestrialOneSeg;
         isThere = isThere || isPlace;
         isPlace ? CheckSet(set) : CheckPlace(set.element);
       }
@@ -49,8 +48,7 @@ class AreaRules {
     }
     for (const Index area : areas) {
       const std::int32_t number = NumberOf(m_document, area, "AreaIndex");
-      const auto lists =
-          CheckNumbers(ChildrenOf(m_document, area, "SubArea"), "SubAreaIndex");
+      const auto lists = CheckNumbers(ChildrenOf(m_document, area, "SubArea"), "SubAreaIndex");
       // Of two with the same number the first is meant.
       m_lists.emplace(number, lists);
     }

@@ -60,10 +60,9 @@ class TreeReader {
     const bool isPresets =
         country.key == kPresetCountry && set.key == InputSignalISDBTerrestrialOneSeg;
     const bool isRead = group.isRead && isPresets;
-    for (const Keyed& area :
-         KeyedChildren(m_document, set.element, "Area", "AreaIndex", isRead)) {
-      for (const Keyed& subArea : KeyedChildren(m_document, area.element, "SubArea",
-                                                "SubAreaIndex", area.isRead)) {
+    for (const Keyed& area : KeyedChildren(m_document, set.element, "Area", "AreaIndex", isRead)) {
+      for (const Keyed& subArea :
+           KeyedChildren(m_document, area.element, "SubArea", "SubAreaIndex", area.isRead)) {
         group.isRead = subArea.isRead;
         group.area = area.key;
         group.subArea = subArea.key;

@@ -16,9 +16,9 @@ enum class ChannelFile : std::uint8_t { Channels, Presets };
 /// An element that has a number for a key.
 struct Keyed {
   markup::Index element = markup::kNone;
-  std::int32_t key = 0;    ///< 0 where it is missing
-  bool isFound = false;    ///< the library looks keys up by their text: this one's is the usual one
-  bool isRead = false;     ///< the first of its key that is found, in a parent that is read
+  std::int32_t key = 0;  ///< 0 where it is missing
+  bool isFound = false;  ///< the library looks keys up by their text: this one's is the usual one
+  bool isRead = false;   ///< the first of its key that is found, in a parent that is read
 };
 
 /// Country, signal, area and sub-area.

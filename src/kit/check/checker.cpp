@@ -131,8 +131,9 @@ void Checker::CheckMissing(const Files& files, Checked& checked) {
   const Document* channels = DocumentOf(checked.documents, kChannels);
   if (channels == nullptr || channels->Elements().empty()) return;
   if (BytesOf(files, kCatalogue) != nullptr || !HasSatelliteChannels(*channels)) return;
-  checked.findings.push_back(OfFile("ZT005", std::string(kCatalogue),
-                                    "satellite channels are there, and no catalogue of satellites"));
+  checked.findings.push_back(
+      OfFile("ZT005", std::string(kCatalogue),
+             "satellite channels are there, and no catalogue of satellites"));
 }
 
 std::vector<Finding> Checker::Compare(const Documents& documents) {

@@ -16,14 +16,16 @@ constexpr auto kNoOption = Option::None;
 
 constexpr Code kCodes[] = {
     {"ZT001", kError, kYes, kNoOption, "the file is not well-formed"},
-    {"ZT002", kError, kOption, Option::Restore, "a file put aside holds channels that the file lacks"},
+    {"ZT002", kError, kOption, Option::Restore,
+     "a file put aside holds channels that the file lacks"},
     {"ZT003", kNote, kYes, kNoOption, "a file put aside adds nothing"},
     {"ZT004", kWarning, kYes, kNoOption, "a file left over from a save"},
     {"ZT005", kNote, kNo, kNoOption, "a file is missing that channels need"},
     {"ZT006", kWarning, kYes, kNoOption, "a file of no bytes"},
     {"ZT007", kError, kYes, kNoOption, "bytes that are not UTF-8"},
     {"ZT008", kNote, kOption, Option::ToUtf8, "an encoding that is not looked into"},
-    {"ZT009", kWarning, kYes, kNoOption, "a name in other letters, a link, or a file that is write-protected"},
+    {"ZT009", kWarning, kYes, kNoOption,
+     "a name in other letters, a link, or a file that is write-protected"},
     {"ZT020", kError, kYes, kNoOption, "raw markup in a value"},
     {"ZT021", kError, kYes, kNoOption, "broken markup"},
     {"ZT022", kError, kYes, kNoOption, "a character that XML does not have"},
@@ -105,14 +107,9 @@ const char* NameOf(Repair repair) {
 }
 
 const char* NameOf(Option option) {
-  constexpr const char* kNames[] = {nullptr,
-                                    "--renumber",
-                                    "--fix-units",
-                                    "--restore",
-                                    "--drop-duplicates",
-                                    "--drop-unrepairable",
-                                    "--to-utf8",
-                                    "--codepage"};
+  constexpr const char* kNames[] = {nullptr,     "--renumber",        "--fix-units",
+                                    "--restore", "--drop-duplicates", "--drop-unrepairable",
+                                    "--to-utf8", "--codepage"};
   return kNames[static_cast<std::size_t>(option)];
 }
 

@@ -27,14 +27,15 @@ class Comparison {
   void Compare(const ChannelGroup& group, const std::vector<Channel>& read) {
     const std::vector<Channel> predicted = m_prediction.Of(group);
     if (predicted.size() != read.size()) {
-      return Add(group, std::to_string(predicted.size()) + " channels stand there, the library reads " +
+      return Add(group, std::to_string(predicted.size()) +
+                            " channels stand there, the library reads " +
                             std::to_string(read.size()));
     }
     for (std::size_t i = 0; i < read.size(); ++i) {
       const char* difference = FirstUnpredicted(predicted[i], read[i], group.layout);
       if (difference == nullptr) continue;
-      return Add(group, "channel " + std::to_string(read[i].index) + " of the library's list: " +
-                            difference);
+      return Add(group, "channel " + std::to_string(read[i].index) +
+                            " of the library's list: " + difference);
     }
   }
 
@@ -55,8 +56,8 @@ bool IsLooked(const ChannelGroup& group) { return group.isRead && group.layout !
 
 /// The list of a sub-area as the library has it; null where it has none.
 const PresetList* Find(const Presets& presets, const ChannelGroup& group) {
-  const auto area =
-      std::ranges::find(presets.Areas(), group.area, [](const PresetArea& one) { return one.number; });
+  const auto area = std::ranges::find(presets.Areas(), group.area,
+                                      [](const PresetArea& one) { return one.number; });
   if (area == presets.Areas().end()) return nullptr;
   const auto list = std::ranges::find(area->lists, group.subArea,
                                       [](const PresetList& one) { return one.number; });
@@ -71,8 +72,8 @@ std::vector<Finding> CompareChannels(const Document& document, std::string_view 
   Comparison comparison(document, kChannels, bytes, database, text);
   for (const ChannelGroup& group : ReadTree(document, ChannelFile::Channels).groups) {
     if (!IsLooked(group)) continue;
-    const ChannelTable table = ReadTable(
-        {comparison.Directory(), static_cast<DWORD>(group.country), group.signal});
+    const ChannelTable table =
+        ReadTable({comparison.Directory(), static_cast<DWORD>(group.country), group.signal});
     comparison.Compare(group, table.channels);
   }
   return comparison.Findings();

@@ -67,8 +67,7 @@ void CheckLetters(const std::vector<std::string>& names, std::string_view file,
   }
   const bool isThere = std::ranges::find(names, file) != names.end();
   for (const std::string& name : others) {
-    Finding finding =
-        OfFile("ZT009", name, "the file is looked for as " + std::string(file));
+    Finding finding = OfFile("ZT009", name, "the file is looked for as " + std::string(file));
     finding.fate = Finding::Fate::Renamed;
     finding.newName = file;
     if (isThere || others.size() > 1) {
@@ -90,8 +89,8 @@ void CheckKind(const fs::path& folder, std::string_view file, std::vector<Findin
     findings.push_back(std::move(finding));
   };
   if (fs::is_symlink(own)) note("the file is a link to another one");
-  const fs::perms writing = fs::perms::owner_write | fs::perms::group_write |
-                            fs::perms::others_write;
+  const fs::perms writing =
+      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
   const bool isWritable = (fs::status(path, error).permissions() & writing) != fs::perms::none;
   if (!isWritable) note("the file is write-protected: changes cannot be saved");
 }

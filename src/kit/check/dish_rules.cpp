@@ -122,8 +122,8 @@ class DishRules {
   const Element& At(Index index) const { return m_document.Elements()[index]; }
 
   void ReportMissing(Index parent, const std::string& element, const char* name) {
-    m_report.Add("ZT220", parent,
-                 std::string(name) + " is missing: assignments to it cannot be saved")
+    m_report
+        .Add("ZT220", parent, std::string(name) + " is missing: assignments to it cannot be saved")
         .edits = Append(m_document, At(parent), element);
   }
 
@@ -143,8 +143,8 @@ class DishRules {
 
   /// The selection by which saving looks for an assignment.
   std::string PathOf(Index assignment) const {
-    std::string path = "./SAT[@id='" + TextOf(assignment, "id") + "'][@band='" +
-                       TextOf(assignment, "band") + "']";
+    std::string path =
+        "./SAT[@id='" + TextOf(assignment, "id") + "'][@band='" + TextOf(assignment, "band") + "']";
     for (const char* figure : kFigures) {
       path += "[@" + std::string(figure) + "='" +
               std::to_string(NumberOf(m_document, assignment, figure)) + "']";
@@ -152,8 +152,7 @@ class DishRules {
     return path;
   }
 
-  Finding& Report(const char* code, Index element, const char* attribute,
-                  const std::string& text) {
+  Finding& Report(const char* code, Index element, const char* attribute, const std::string& text) {
     const markup::Attribute* found = m_document.Find(At(element), attribute);
     return found != nullptr ? m_report.Add(code, element, *found, text)
                             : m_report.Add(code, element, text);
@@ -167,7 +166,8 @@ class DishRules {
       Report("ZT223", assignment, "band", "no band has this name");
     }
     constexpr std::size_t kMostBytes = 259;
-    const bool isQuoted = id.find('\'') != std::string::npos || band.find('\'') != std::string::npos;
+    const bool isQuoted =
+        id.find('\'') != std::string::npos || band.find('\'') != std::string::npos;
     if (isQuoted || PathOf(assignment).size() > kMostBytes) {
       m_report.Add("ZT225", assignment, "saving does not find this again and appends it each time");
     }
@@ -178,7 +178,10 @@ class DishRules {
     if (position) {
       m_received.insert(*position);
     } else {
-      const std::string nearest = m_known->Nearest(id);
+      // A file that has nothing right is not looked through over and over.
+      constexpr int kMostSearches = 20;
+      const std::string nearest =
+          ++m_searches <= kMostSearches ? m_known->Nearest(id) : std::string();
       Report("ZT222", assignment, "id",
              "the catalogue has no such satellite" +
                  (nearest.empty() ? "" : "; the nearest id is " + nearest));
@@ -193,8 +196,7 @@ class DishRules {
   }
 
   static std::optional<std::int32_t> PositionOf(const Document& channels, Index channel) {
-    const Index params =
-        FirstChild(channels, channels.Elements()[channel], "SatelliteParams");
+    const Index params = FirstChild(channels, channels.Elements()[channel], "SatelliteParams");
     if (params == kNone) return std::nullopt;
     const std::int32_t position = NumberOf(channels, params, "orbitalPosition");
     return NumberOf(channels, params, "westPosition") == 1 ? -position : position;
@@ -211,6 +213,7 @@ class DishRules {
   check::Report& m_report;
   std::optional<KnownSatellites> m_known;
   std::set<std::int32_t> m_received;
+  int m_searches = 0;
 };
 
 }  // namespace

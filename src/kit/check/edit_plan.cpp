@@ -18,8 +18,8 @@ bool EditPlan::Fits(markup::Span span) const {
 }
 
 bool EditPlan::Add(const std::vector<markup::Edit>& edits) {
-  const bool fits = std::ranges::all_of(
-      edits, [this](const markup::Edit& edit) { return Fits(edit.span); });
+  const bool fits =
+      std::ranges::all_of(edits, [this](const markup::Edit& edit) { return Fits(edit.span); });
   if (!fits) return false;
   for (const markup::Edit& edit : edits) {
     if (!m_edits.Add(edit)) continue;

@@ -70,8 +70,7 @@ class ListRules {
     std::map<std::uint32_t, std::size_t> seen;
     for (std::size_t i = 0; i < m_indexes.size(); ++i) {
       const Attribute* attribute = m_document.Find(At(i), "index");
-      const Number number =
-          attribute ? ReadNumber(m_document.ValueOf(*attribute)) : Number{};
+      const Number number = attribute ? ReadNumber(m_document.ValueOf(*attribute)) : Number{};
       const bool isNumber = attribute != nullptr && number.spelling != Spelling::OtherText;
       if (!isNumber || m_indexes[i] == 0 || m_indexes[i] == UINT32_MAX) {
         Note(Report("ZT061", i, "the channel has no index that a host can use"));
@@ -95,8 +94,7 @@ class ListRules {
   void CheckGaps() {
     std::vector<std::uint32_t> sorted = m_indexes;
     std::ranges::sort(sorted);
-    const bool isDense =
-        sorted.empty() || (sorted.front() == 1 && sorted.back() == sorted.size());
+    const bool isDense = sorted.empty() || (sorted.front() == 1 && sorted.back() == sorted.size());
     m_isDense = isDense && std::ranges::is_sorted(m_indexes);
     if (m_isDense) return;
     Finding& finding = m_subject.report.Add(
@@ -124,8 +122,8 @@ class ListRules {
     }
     EditList edits = WithoutChannels(repeated);
     for (const auto& [place, identity] : repeated) {
-      Finding& finding = m_subject.report.Add(
-          "ZT070", m_group.channels[place], "the service " + identity + " stands there twice");
+      Finding& finding = m_subject.report.Add("ZT070", m_group.channels[place],
+                                              "the service " + identity + " stands there twice");
       finding.value = identity;
       finding.edits = std::exchange(edits, {});
     }

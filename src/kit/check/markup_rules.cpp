@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 
 #include "kit/check/encodings.h"
 #include "kit/check/rewriting.h"
@@ -19,9 +20,8 @@ using markup::Span;
 /// The innermost element around a byte.
 Index ElementAt(const Document& document, std::uint32_t offset) {
   const auto elements = document.Elements();
-  const auto next = std::ranges::upper_bound(elements, offset, {}, [](const Element& element) {
-    return element.tag.begin;
-  });
+  const auto next = std::ranges::upper_bound(
+      elements, offset, {}, [](const Element& element) { return element.tag.begin; });
   if (next == elements.begin()) return kNone;
   auto index = static_cast<Index>(next - elements.begin() - 1);
   while (index != kNone && elements[index].Whole().end <= offset) index = elements[index].parent;
@@ -30,10 +30,12 @@ Index ElementAt(const Document& document, std::uint32_t offset) {
 
 const Attribute* AttributeAt(const Document& document, Index element, Span span) {
   if (element == kNone) return nullptr;
-  for (const Attribute& attribute : document.AttributesOf(document.Elements()[element])) {
-    if (attribute.Whole().Contains(span)) return &attribute;
-  }
-  return nullptr;
+  const auto attributes = document.AttributesOf(document.Elements()[element]);
+  const auto next = std::ranges::upper_bound(attributes, span.begin, {},
+                                             [](const Attribute& one) { return one.name.begin; });
+  if (next == attributes.begin()) return nullptr;
+  const Attribute& attribute = *std::prev(next);
+  return attribute.Whole().Contains(span) ? &attribute : nullptr;
 }
 
 bool SplitsInSeveralWays(const Damage& damage) {
@@ -74,7 +76,7 @@ void ReportDamage(const Document& document, const Damage& damage, Report& report
   if (const Attribute* attribute = AttributeAt(document, element, damage.span)) {
     finding.attribute = Shown(document.NameOf(*attribute));
   }
-  finding.value = damage.reason == Reason::OtherEncoding ? document.EncodingName()
+  finding.value = damage.reason == Reason::OtherEncoding ? Shown(document.EncodingName())
                                                          : Shown(document.Text(damage.span));
   const auto mends = document.MendsOf(damage);
   finding.edits.assign(mends.begin(), mends.end());
@@ -100,9 +102,9 @@ void ReportUnreadable(const Document& document, Report& report) {
   }
   if (first == nullptr) return;
   const Index element = ElementAt(document, first->span.begin);
-  Finding& finding = report.AddAt(
-      "ZT001", first->span.begin, element,
-      "the file cannot be read: " + std::string(markup::TextOf(first->reason)));
+  Finding& finding =
+      report.AddAt("ZT001", first->span.begin, element,
+                   "the file cannot be read: " + std::string(markup::TextOf(first->reason)));
   finding.value = markup::CodeOf(first->reason);
   if (isMended) return;
   finding.repair = isOptional ? Repair::Option : Repair::No;

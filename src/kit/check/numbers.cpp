@@ -30,8 +30,7 @@ Number ReadNumber(std::string_view text) {
   number.value = static_cast<std::int32_t>(negative ? 0 - bits : bits);
   if (!isExact) return number;
   const std::uint64_t most = negative ? std::uint64_t{1} << 31 : UINT32_MAX;
-  const bool isPlain =
-      !plus && (text[digits] != '0' || (at == digits + 1 && !negative));
+  const bool isPlain = !plus && (text[digits] != '0' || (at == digits + 1 && !negative));
   number.spelling = magnitude > most ? Spelling::OutOfRange
                     : isPlain        ? Spelling::Plain
                                      : Spelling::Unusual;

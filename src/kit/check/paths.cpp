@@ -18,9 +18,9 @@ struct Key {
 };
 
 constexpr Key kKeys[] = {
-    {"Country", "countrycode", ""},    {"ChannelSet", "inputSignalType", ""},
-    {"Channel", "index", "index="},    {"Area", "AreaIndex", ""},
-    {"SubArea", "SubAreaIndex", ""},   {"Components", "ID", "ID="},
+    {"Country", "countrycode", ""},   {"ChannelSet", "inputSignalType", ""},
+    {"Channel", "index", "index="},   {"Area", "AreaIndex", ""},
+    {"SubArea", "SubAreaIndex", ""},  {"Components", "ID", "ID="},
     {"Satellite", "index", "index="},
 };
 
@@ -53,8 +53,7 @@ std::string Paths::Step(const Element& element, Index index) {
     if (key.element != name) continue;
     const auto value = m_document.ValueOf(element, key.attribute);
     if (!value) break;
-    return step.append("[").append(key.label).append(
-               Shown(value->substr(0, kMostKeyBytes))) + "]";
+    return step.append("[").append(key.label).append(Shown(value->substr(0, kMostKeyBytes))) + "]";
   }
   if (m_numbers[index] != 0) step += "[" + std::to_string(m_numbers[index]) + "]";
   return step;

@@ -25,9 +25,7 @@ using station_blocks::Use;
 // longest text.
 constexpr std::size_t kMostEncoded = ((260 + 2) / 3 * 4 + 1) * 3 / 2 - 1;
 
-void Put(std::string_view bytes, BYTE* place) {
-  std::copy(bytes.begin(), bytes.end(), place);
-}
+void Put(std::string_view bytes, BYTE* place) { std::copy(bytes.begin(), bytes.end(), place); }
 
 }  // namespace
 
@@ -73,8 +71,8 @@ void Prediction::ReadChannelRow(const Element& element, const Field& field, Chan
   if (field.width != 0) ReadRow(element, field, channel.block.data());
 }
 
-void Prediction::ReadComponent(const Element& component,
-                               const station_blocks::ComponentList& list, BYTE* block) {
+void Prediction::ReadComponent(const Element& component, const station_blocks::ComponentList& list,
+                               BYTE* block) {
   const auto text = m_document.ValueOf(component, "ID");
   const std::uint32_t slot = text ? Unsigned(ReadNumber(*text).value) : 0;
   if (slot >= list.capacity) return;
@@ -159,8 +157,7 @@ std::vector<Channel> Prediction::Of(const ChannelGroup& group) {
   return channels;
 }
 
-const char* FirstUnpredicted(const Channel& predicted, const Channel& read,
-                             const Layout* layout) {
+const char* FirstUnpredicted(const Channel& predicted, const Channel& read, const Layout* layout) {
   // Those that follow from the block.
   Channel whole = predicted;
   whole.name = read.name;

@@ -17,9 +17,8 @@ using station_blocks::Source;
 /// Everything of a channel but its index.
 std::string ValuesOf(const Channel& channel) {
   std::string content(channel.block.begin(), channel.block.end());
-  for (const Source source :
-       {Source::PhysicalChannel, Source::Frequency, Source::OffsetFrequency,
-        Source::TransportStream, Source::Favorite, Source::Lock}) {
+  for (const Source source : {Source::PhysicalChannel, Source::Frequency, Source::OffsetFrequency,
+                              Source::TransportStream, Source::Favorite, Source::Lock}) {
     content += ' ' + std::to_string(SourceValue(channel, source));
   }
   return content + ' ' + utf::FromWide(channel.displayName);
@@ -28,7 +27,7 @@ std::string ValuesOf(const Channel& channel) {
 /// Codes that number a list, or put channels into one, afresh.
 bool ConcernsIndexes(const Finding& finding) {
   constexpr std::string_view kNumbering[] = {"ZT002", "ZT041", "ZT042", "ZT043",
-                                         "ZT060", "ZT061", "ZT062", "ZT070"};
+                                             "ZT060", "ZT061", "ZT062", "ZT070"};
   return std::ranges::find(kNumbering, finding.code->name) != std::end(kNumbering);
 }
 

@@ -24,8 +24,7 @@ ChannelFile KindOf(const std::string& target) {
 std::string IdentityOf(const Document& document, Index channel, InputSignalType signal) {
   std::string identity = ServiceIdentity(document, channel, signal);
   if (!identity.empty()) return identity;
-  return "name " +
-         std::string(document.ValueOf(document.Elements()[channel], "name").value_or(""));
+  return "name " + std::string(document.ValueOf(document.Elements()[channel], "name").value_or(""));
 }
 
 /// The text of an element with the white space in front of it.
@@ -56,9 +55,9 @@ class Union {
       const std::string identity = IdentityOf(m_aside, channel, group.signal);
       if (!m_known.emplace(group.Key(), identity).second) continue;
       ++m_missing;
-      text += TextOf(m_aside, channel,
-                     SetValue(m_aside, m_aside.Elements()[channel], "index",
-                              std::to_string(++index)));
+      text +=
+          TextOf(m_aside, channel,
+                 SetValue(m_aside, m_aside.Elements()[channel], "index", std::to_string(++index)));
     }
     if (text.empty()) return;
     target != m_groups.end() ? AddTo(target->second->holder, text) : AddGroup(group, text);
@@ -139,14 +138,12 @@ Finding CheckPutAside(const Document& aside, const Document* current, const std:
     if (group.layout != nullptr) both.Add(group);
   }
   if (both.Missing() == 0) return Nothing(name);
-  Finding finding = OfFile("ZT002", name,
-                           std::to_string(both.Missing()) + " channels are here and not in " +
-                               target);
+  Finding finding = OfFile(
+      "ZT002", name, std::to_string(both.Missing()) + " channels are here and not in " + target);
   finding.target = target;
   finding.fate = Finding::Fate::Removed;
-  finding.edits = current != nullptr
-                      ? both.Edits()
-                      : EditList{{markup::Span{0, 0}, std::string(aside.Bytes())}};
+  finding.edits = current != nullptr ? both.Edits()
+                                     : EditList{{markup::Span{0, 0}, std::string(aside.Bytes())}};
   return finding;
 }
 

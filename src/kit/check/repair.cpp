@@ -24,8 +24,8 @@ bool IsMarkup(const Finding& finding) {
 
 /// What moves whole elements goes first: what is mended inside of them waits for the next pass.
 int RankOf(const Finding& finding) {
-  constexpr std::string_view kOrder[] = {"ZT025", "ZT041", "ZT043", "ZT044", "ZT046", "ZT070", "ZT060",
-                                         "ZT061", "ZT062"};
+  constexpr std::string_view kOrder[] = {"ZT025", "ZT041", "ZT043", "ZT044", "ZT046",
+                                         "ZT070", "ZT060", "ZT061", "ZT062"};
   return static_cast<int>(std::ranges::find(kOrder, finding.code->name) - std::begin(kOrder));
 }
 
@@ -130,12 +130,12 @@ class Repairer {
     }
     const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
     const markup::Document after = m_checker.Read(changed);
-    std::optional<std::string> lost = WhatIsLost(before->second, here, after, kind,
-                                                 m_checker.Library(), m_checker.Text());
+    std::optional<std::string> lost =
+        WhatIsLost(before->second, here, after, kind, m_checker.Library(), m_checker.Text());
     if (before->second.Elements().empty() && name == kChannels) {
       // Only the library can read what it was.
-      const auto differences = CompareChannels(after, before->second.Bytes(), m_checker.Library(),
-                                               m_checker.Text());
+      const auto differences =
+          CompareChannels(after, before->second.Bytes(), m_checker.Library(), m_checker.Text());
       if (!differences.empty()) lost = differences.front().text;
     }
     if (lost) throw Failure{E_FAIL, name + " is left as it is: " + *lost};

@@ -76,16 +76,17 @@ EditList Append(const Document& document, const Element& element, std::string_vi
     return {{Span{place, place}, std::string(text)}};
   }
   const std::string name(document.NameOf(element));
-  return {{Span{element.tag.end - 2U, element.tag.end},
-           ">" + std::string(text) + "</" + name + ">"}};
+  return {
+      {Span{element.tag.end - 2U, element.tag.end}, ">" + std::string(text) + "</" + name + ">"}};
 }
 
 std::string Rewritten(const Document& document, Span span, const EditList& edits) {
   markup::Edits inside;
   for (const Edit& edit : edits) {
     if (!span.Contains(edit.span)) continue;
-    inside.Add({{edit.span.begin - std::size_t{span.begin}, edit.span.end - std::size_t{span.begin}},
-                edit.text});
+    inside.Add(
+        {{edit.span.begin - std::size_t{span.begin}, edit.span.end - std::size_t{span.begin}},
+         edit.text});
   }
   return inside.Apply(document.Text(span)).value_or(std::string(document.Text(span)));
 }

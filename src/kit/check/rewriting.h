@@ -29,8 +29,7 @@ EditList Append(const markup::Document& document, const markup::Element& element
                 std::string_view text);
 
 /// Bytes of a span with edits inside of it made.
-std::string Rewritten(const markup::Document& document, markup::Span span,
-                      const EditList& edits);
+std::string Rewritten(const markup::Document& document, markup::Span span, const EditList& edits);
 
 /// The first elements' places get the texts of others: `order` says which element comes to the
 /// place of the first one, the second one and so on, as it stands or with the edits inside of it.

@@ -18,12 +18,12 @@ struct Own {
 
 /// What no layout says.
 constexpr Own kOwn[] = {
-    {Part::Country, "name"},      {Part::Country, "countrycode"},
-    {Part::ChannelSet, "type"},   {Part::ChannelSet, "inputSignalType"},
-    {Part::ChannelSet, "Area"},   {Part::ChannelSet, "SubArea"},
-    {Part::Area, "AreaIndex"},    {Part::Area, "name"},
-    {Part::SubArea, "name"},      {Part::SubArea, "SubAreaIndex"},
-    {Part::Components, "ID"},     {Part::Components, "name"},
+    {Part::Country, "name"},    {Part::Country, "countrycode"},
+    {Part::ChannelSet, "type"}, {Part::ChannelSet, "inputSignalType"},
+    {Part::ChannelSet, "Area"}, {Part::ChannelSet, "SubArea"},
+    {Part::Area, "AreaIndex"},  {Part::Area, "name"},
+    {Part::SubArea, "name"},    {Part::SubArea, "SubAreaIndex"},
+    {Part::Components, "ID"},   {Part::Components, "name"},
     {Part::Components, "type"},
 };
 
@@ -45,9 +45,8 @@ Rows<Field> FieldsOf(Part part, const Layout& layout, const StreamList* list) {
 }
 
 bool Knows(Part part, const Layout* layout, const StreamList* list, std::string_view attribute) {
-  const bool isOwn = std::ranges::any_of(kOwn, [&](const Own& own) {
-    return own.part == part && own.attribute == attribute;
-  });
+  const bool isOwn = std::ranges::any_of(
+      kOwn, [&](const Own& own) { return own.part == part && own.attribute == attribute; });
   if (isOwn || layout == nullptr) return isOwn;
   return station_blocks::FindField(FieldsOf(part, *layout, list), attribute) != nullptr;
 }
@@ -87,8 +86,7 @@ bool IsFormless(std::int32_t type) {
 }
 
 bool IsSignal(std::int32_t type) {
-  return IsFormless(type) ||
-         station_blocks::Find(static_cast<InputSignalType>(type)) != nullptr;
+  return IsFormless(type) || station_blocks::Find(static_cast<InputSignalType>(type)) != nullptr;
 }
 
 }  // namespace check::schema

@@ -48,27 +48,27 @@ std::string Satellite(const Identity& of) {
   if (params == nullptr || of.Number("serviceID") == 0) return {};
   const std::string position = std::to_string(of.Number(*params, "orbitalPosition")) +
                                (of.Number(*params, "westPosition") == 1 ? "W" : "E");
-  return Joined(("S" + position).c_str(), {of.Number("ONID"), of.Number("TSID"),
-                                           of.Number("serviceID"), of.Number("freq")}) +
+  return Joined(("S" + position).c_str(),
+                {of.Number("ONID"), of.Number("TSID"), of.Number("serviceID"), of.Number("freq")}) +
          "-" + of.Word(*params, "polarisation");
 }
 
 std::string Terrestrial(const Identity& of, const char* kind) {
   if (of.Number("serviceID") == 0) return {};
-  return Joined(kind, {of.Number("ONID"), of.Number("TSID"), of.Number("serviceID"),
-                       of.Number("freq")});
+  return Joined(kind,
+                {of.Number("ONID"), of.Number("TSID"), of.Number("serviceID"), of.Number("freq")});
 }
 
 std::string Atsc(const Identity& of, const char* kind) {
   if (of.Number("majorChannel") == 0) return {};
-  return Joined(kind, {of.Number("physicalChannel"), of.Number("majorChannel"),
-                       of.Number("minorChannel")});
+  return Joined(
+      kind, {of.Number("physicalChannel"), of.Number("majorChannel"), of.Number("minorChannel")});
 }
 
 std::string OneSeg(const Identity& of) {
   if (of.Number("ServiceID") == 0) return {};
-  return Joined("1SEG", {of.Number("NetworkID"), of.Number("ServiceID"),
-                         of.Number("physicalChannel")});
+  return Joined("1SEG",
+                {of.Number("NetworkID"), of.Number("ServiceID"), of.Number("physicalChannel")});
 }
 
 std::string Tdmb(const Identity& of) {

@@ -89,8 +89,8 @@ class StreamRules {
   void CompareCount(const char* attribute, std::uint32_t children, const char* name) {
     const std::uint32_t count = Read(m_streams, attribute).value_or(0);
     if (count == children) return;
-    const std::string there =
-        std::to_string(children) + " of " + name + (children == 1 ? " stands" : " stand") + " there: ";
+    const std::string there = std::to_string(children) + " of " + name +
+                              (children == 1 ? " stands" : " stand") + " there: ";
     const bool isAbove = count > children;
     Finding& finding = Report(isAbove ? "ZT080" : "ZT081", m_streams, attribute,
                               there + (isAbove ? "the next save invents the rest"

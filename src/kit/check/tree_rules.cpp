@@ -71,11 +71,17 @@ class TreeRules {
     const Attribute* key = Doc().Find(At(element), attribute);
     if (key == nullptr) return;
     const std::string_view text = Doc().ValueOf(*key);
-    const std::string usual = std::to_string(ReadNumber(text).value);
+    const Number number = ReadNumber(text);
+    const std::string usual = std::to_string(number.value);
     if (text == usual) return;
     Finding& finding =
         m_subject.report.Add("ZT042", element, *key, "the key is looked for as \"" + usual + "\"");
-    finding.edits = SetValue(*key, usual);
+    // What is no number says nothing of what it should be.
+    const bool isMeant = number.spelling == Spelling::OtherText
+                             ? number.value != 0
+                             : number.spelling != Spelling::OutOfRange;
+    if (isMeant) finding.edits = SetValue(*key, usual);
+    Settle(finding);
   }
 
   /// All with the key of an earlier one go into the one that is read, or into the first.
@@ -94,10 +100,10 @@ class TreeRules {
       for (const Keyed* one : same) {
         if (one == &target) continue;
         const Attribute& attribute = *Doc().Find(At(one->element), name.attribute);
-        Finding& finding = m_subject.report.Add(
-            code, one->element, attribute,
-            std::string(name.element) + " " + std::to_string(key) +
-                " stands there twice: this one is not read");
+        Finding& finding =
+            m_subject.report.Add(code, one->element, attribute,
+                                 std::string(name.element) + " " + std::to_string(key) +
+                                     " stands there twice: this one is not read");
         finding.edits = std::exchange(edits, {});
       }
     }
@@ -149,8 +155,7 @@ class TreeRules {
     const std::vector<Index> channels = ChildrenOf(Doc(), set, "Channel");
     EditList edits;
     for (const std::size_t place : ListOrder(Indexes(set))) {
-      const EditList one =
-          SetValue(Doc(), At(channels[place]), "index", std::to_string(++highest));
+      const EditList one = SetValue(Doc(), At(channels[place]), "index", std::to_string(++highest));
       edits.insert(edits.end(), one.begin(), one.end());
     }
     return edits;

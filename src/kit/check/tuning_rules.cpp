@@ -46,9 +46,8 @@ std::span<const Band> BandsOf(InputSignalType signal) {
 }
 
 bool Fits(std::span<const Band> bands, std::uint64_t value) {
-  return std::ranges::any_of(bands, [value](const Band& band) {
-    return value >= band.lowest && value <= band.highest;
-  });
+  return std::ranges::any_of(
+      bands, [value](const Band& band) { return value >= band.lowest && value <= band.highest; });
 }
 
 /// The value in the usual unit, where it fits in one a thousand times as large or as small.
@@ -149,7 +148,8 @@ class TuningRules {
   }
 
   // The service's identifier has the region in its upper six bits, then a flag of prefectures, two
-  // bits of type, four of the broadcaster and three of the service; the network's follows from them.
+  // bits of type, four of the broadcaster and three of the service; the network's follows from
+  // them.
   void CheckOneSegIds(Index channel) {
     const auto network = Find(channel, "NetworkID");
     const auto service = Find(channel, "ServiceID");
@@ -163,9 +163,9 @@ class TuningRules {
       m_subject.report.Add("ZT115", channel, *service->attribute,
                            "the identifier is not that of a one-segment service");
     } else if (Unsigned(network->number) != expected) {
-      m_subject.report.Add("ZT115", channel, *network->attribute,
-                           "a service with this identifier is in network " +
-                               std::to_string(expected));
+      m_subject.report.Add(
+          "ZT115", channel, *network->attribute,
+          "a service with this identifier is in network " + std::to_string(expected));
     }
   }
 

@@ -33,10 +33,10 @@ class UnknownRules {
     for (const markup::Leaf& leaf : m_document.Leaves()) {
       if (leaf.parent == kNone) continue;
       const bool isComment = leaf.kind == markup::TokenKind::Comment;
-      Finding& finding = m_subject.report.AddAt(
-          "ZT031", leaf.span.begin, leaf.parent,
-          isComment ? "a comment ends with a save in the pre-formatted form"
-                    : "text between elements is not read");
+      Finding& finding =
+          m_subject.report.AddAt("ZT031", leaf.span.begin, leaf.parent,
+                                 isComment ? "a comment ends with a save in the pre-formatted form"
+                                           : "text between elements is not read");
       finding.value = Shown(m_document.Text(leaf.span));
     }
   }

@@ -112,9 +112,8 @@ class ValueRules {
 
   bool IsIdentifier(const Attribute& attribute) const {
     const std::string_view name = m_document.NameOf(attribute);
-    return !m_isTdmb && std::ranges::any_of(kIdentifiers, [&](const char* one) {
-      return name == one;
-    });
+    return !m_isTdmb &&
+           std::ranges::any_of(kIdentifiers, [&](const char* one) { return name == one; });
   }
 
   void CheckText(Index element, const Attribute& attribute, const Field& field) {
@@ -123,8 +122,7 @@ class ValueRules {
     ReportLong(element, attribute, size, TextLimit(field));
   }
 
-  void ReportLong(Index element, const Attribute& attribute, std::size_t size,
-                  std::size_t limit) {
+  void ReportLong(Index element, const Attribute& attribute, std::size_t size, std::size_t limit) {
     if (size <= limit) return;
     m_subject.report.Add("ZT103", element, attribute,
                          "of the text the first " + std::to_string(limit) + " bytes are read");

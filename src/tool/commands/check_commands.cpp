@@ -25,9 +25,7 @@ using nlohmann::ordered_json;
 namespace commands {
 namespace {
 
-bool IsCountry(std::uint32_t code) {
-  return countries::RowAt(countries::FindRow(code)) != nullptr;
-}
+bool IsCountry(std::uint32_t code) { return countries::RowAt(countries::FindRow(code)) != nullptr; }
 
 check::RepairSettings RepairSettingsOf(const Options& options) {
   return {{IsCountry, {}}, options.codes, options.repairs};
@@ -37,7 +35,7 @@ check::RepairSettings RepairSettingsOf(const Options& options) {
 class FolderRepair {
  public:
   FolderRepair(const Options& options, const check::RepairSettings& settings)
-      : m_options(options), m_settings(settings) {}
+      : m_options(options), m_settings(settings), m_found(check::CheckNames(options.directory)) {}
 
   /// Gives files the names that they are looked for by.
   void Rename() { Mend(Finding::Fate::Renamed); }
@@ -64,7 +62,7 @@ class FolderRepair {
   }
 
   void Mend(Finding::Fate fate) {
-    for (const Finding& finding : check::CheckNames(m_options.directory)) {
+    for (const Finding& finding : m_found) {
       if (finding.fate != fate || !check::IsAsked(finding, m_settings)) continue;
       if (!m_options.dryRun && fate == Finding::Fate::Renamed) {
         Move(finding.file, finding.newName);
@@ -104,6 +102,7 @@ class FolderRepair {
 
   const Options& m_options;
   const check::RepairSettings& m_settings;
+  std::vector<Finding> m_found;
   std::vector<Finding> m_mended;
 };
 

@@ -16,8 +16,8 @@ bool TakeLevel(const std::string& text, std::optional<check::Severity>& level) {
 
 void AddRepairOption(CLI::App* repair, Options& options, check::Option option, const char* help) {
   repair->add_flag_function(
-      check::NameOf(option),
-      [&options, option](std::int64_t) { options.repairs.insert(option); }, help);
+      check::NameOf(option), [&options, option](std::int64_t) { options.repairs.insert(option); },
+      help);
 }
 
 }  // namespace
@@ -39,8 +39,9 @@ void AddCheckCommands(CLI::App& app, Options& options) {
       options.codes.insert(text);
     }
   };
-  repair->add_option_function<std::vector<std::string>>("--code", takeCodes,
-                                                        "mend this alone; repeatable")
+  repair
+      ->add_option_function<std::vector<std::string>>("--code", takeCodes,
+                                                      "mend this alone; repeatable")
       ->type_name("ZTnnn")
       ->allow_extra_args(false);
   AddRepairOption(repair, options, check::Option::Renumber,

@@ -13,8 +13,7 @@ namespace {
 std::string PlaceText(const Finding& finding) {
   std::string text = finding.file;
   if (finding.place) {
-    text += ":" + std::to_string(finding.place->line) + ":" +
-            std::to_string(finding.place->column);
+    text += ":" + std::to_string(finding.place->line) + ":" + std::to_string(finding.place->column);
   }
   return text;
 }

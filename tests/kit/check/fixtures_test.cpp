@@ -128,8 +128,8 @@ TEST(CheckFixtures, AreRepairedAsExpected) {
     const check::Files files = check::ReadFiles(fixture.Directory());
     const check::Repaired once = check::Repair(files, fixture.Settings());
     for (const auto& [name, bytes] : once.after) {
-      EXPECT_TRUE(fixture.Repaired(name) == bytes)
-          << fixture.Name() << " " << name << ":\n" << bytes.value_or("(none)");
+      EXPECT_TRUE(fixture.Repaired(name) == bytes) << fixture.Name() << " " << name << ":\n"
+                                                   << bytes.value_or("(none)");
     }
     EXPECT_FALSE(once.mended.empty()) << fixture.Name();
     for (const Finding& left : once.left) {

@@ -66,8 +66,7 @@ class RandomChannels {
   }
 
   void Put(Channel& channel, const char* attribute, std::uint32_t value) {
-    for (const auto& rows :
-         {m_layout.channel, m_layout.elementStreams, m_layout.satelliteParams}) {
+    for (const auto& rows : {m_layout.channel, m_layout.elementStreams, m_layout.satelliteParams}) {
       const Field* field = station_blocks::FindField(rows, attribute);
       if (field != nullptr && field->width != 0) {
         station_blocks::Store(channel.block.data() + field->offset, field->width, value);
