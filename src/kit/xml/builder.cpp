@@ -153,17 +153,18 @@ void Builder::TakeTag(Piece& piece) {
     if (!tag.isEmpty) m_beyond = 1;
     return;
   }
-  AddElement(tag, way == TagChoice::Way::Ambiguous);
+  AddElement(tag, way);
 }
 
 TagChoice::Way Builder::ChooseReading(Piece& piece) {
   Tag& tag = m_tokenizer.CurrentTag();
   const TagChoice::Way way = m_choice.Choose(tag, RawTableOf(tag.name.In(m_bytes), m_signal));
-  if (way == TagChoice::Way::Raw || way == TagChoice::Way::Ambiguous) {
+  if (way != TagChoice::Way::AsRead && way != TagChoice::Way::Doubtful) {
     piece.token = {tag.isEmpty ? TokenKind::Empty : TokenKind::Start, tag.span};
     m_tokenizer.MoveTo(tag.span.end);
   }
-  if (way == TagChoice::Way::Doubtful) m_damages.Add(Reason::ReadsTwoWays, tag.span);
+  const bool isDoubtful = way == TagChoice::Way::Doubtful || way == TagChoice::Way::DoubtfulEnd;
+  if (isDoubtful) m_damages.Add(Reason::ReadsTwoWays, tag.span);
   if (way == TagChoice::Way::Ambiguous) m_damages.Add(Reason::Ambiguous, tag.span);
   return way;
 }
@@ -196,13 +197,13 @@ bool Builder::JoinSecondRoot(const Tag& tag) {
   return isSame;
 }
 
-void Builder::AddElement(const Tag& tag, bool isLeft) {
+void Builder::AddElement(const Tag& tag, TagChoice::Way way) {
   Element element;
   element.tag = tag.span;
   element.name = tag.name;
   element.firstAttribute = static_cast<Index>(m_document.m_attributes.size());
   DropRepeated(m_tokenizer.CurrentTag());
-  for (const TagAttribute& attribute : tag.attributes) TakeAttribute(attribute, isLeft);
+  for (const TagAttribute& attribute : tag.attributes) TakeAttribute(attribute, way);
   element.attributeCount = static_cast<std::uint32_t>(tag.attributes.size());
   const Index added = m_tree.Add(element, tag.isEmpty);
   JudgeTag(m_tokenizer.CurrentTag());
@@ -216,7 +217,7 @@ void Builder::AddElement(const Tag& tag, bool isLeft) {
   }
 }
 
-void Builder::TakeAttribute(const TagAttribute& from, bool isLeft) {
+void Builder::TakeAttribute(const TagAttribute& from, TagChoice::Way way) {
   Attribute attribute;
   attribute.name = from.name;
   attribute.value = from.value;
@@ -224,9 +225,11 @@ void Builder::TakeAttribute(const TagAttribute& from, bool isLeft) {
   const bool isPlain = (from.seen & (kMarkupByte | kLineByte)) == 0 && !from.hasQuote;
   const bool hasRuns =
       (from.seen & (kControlByte | kHighByte)) != 0 && m_characters.Touch(from.value);
+  const bool isLeft = way == TagChoice::Way::Ambiguous || way == TagChoice::Way::DoubtfulEnd;
   if (!isPlain && !isLeft) {
     for (RawMark& mark : FindRawMarks(m_bytes, from.value, from.quote)) {
-      m_damages.Add(mark.reason, mark.span, std::move(mark.mends));
+      const bool isEnd = way == TagChoice::Way::RawEnd;
+      m_damages.Add(isEnd ? Reason::RawTagEnd : mark.reason, mark.span, std::move(mark.mends));
     }
   }
   if ((from.seen & kLineByte) != 0) {

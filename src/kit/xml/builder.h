@@ -32,8 +32,8 @@ class Builder {
   TagChoice::Way ChooseReading(Piece& piece);
   void OpenEmptyRoot(Piece& piece);
   bool JoinSecondRoot(const Tag& tag);
-  void AddElement(const Tag& tag, bool isLeft);
-  void TakeAttribute(const TagAttribute& from, bool isLeft);
+  void AddElement(const Tag& tag, TagChoice::Way way);
+  void TakeAttribute(const TagAttribute& from, TagChoice::Way way);
   void DropRepeated(Tag& tag);
   void JudgeTag(Tag& tag);
   void EnterNamespaces(const Element& element, const Tag& tag);

@@ -18,6 +18,7 @@ constexpr Words kWords[] = {
     {Reason::RawLess, "ZT020", "a raw <"},
     {Reason::RawQuote, "ZT020", "a raw quotation mark in a value"},
     {Reason::RawCdataEnd, "ZT020", "a raw ]]> in a text"},
+    {Reason::RawTagEnd, "ZT020", "a raw end of the tag in a value"},
     {Reason::Truncated, "ZT021", "the file ends in the middle of a tag"},
     {Reason::BrokenDeclaration, "ZT021", "the XML declaration is not as it has to be"},
     {Reason::MisplacedDeclaration, "ZT021", "an XML declaration that does not stand first"},
@@ -65,8 +66,8 @@ const char* CodeOf(Reason reason) { return WordsOf(reason).code; }
 const char* TextOf(Reason reason) { return WordsOf(reason).text; }
 
 bool IsBeyondReading(Reason reason) {
-  return reason != Reason::OtherEncoding && reason != Reason::ReadsTwoWays &&
-         reason != Reason::RawBlank;
+  return reason != Reason::OtherEncoding && reason != Reason::RawTagEnd &&
+         reason != Reason::ReadsTwoWays && reason != Reason::RawBlank;
 }
 
 }  // namespace markup

@@ -15,6 +15,7 @@ enum class Reason : std::uint8_t {
   RawLess,               ///< ZT020 < in a value or a text
   RawQuote,              ///< ZT020 the value's own quotation mark in it
   RawCdataEnd,           ///< ZT020 ]]> in a text
+  RawTagEnd,             ///< ZT020 a value that seems to end its tag: the rest of it reads as text
   Truncated,             ///< ZT021 the file ends inside of a tag, a comment or the like
   BrokenDeclaration,     ///< ZT021 <?xml …?> is not as it has to be
   MisplacedDeclaration,  ///< ZT021 <?xml …?> that does not stand in front of everything

@@ -19,7 +19,9 @@ TagChoice::TagChoice(std::string_view bytes)
 
 TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
   m_repeated.clear();
-  if (!tag.isGuessed && FollowsTable(tag, table)) return Way::AsRead;
+  // Whatever is written in this form ends its line.
+  const bool isWhole = !m_isPreFormatted || EndsLine(tag.span.end);
+  if (!tag.isGuessed && isWhole && FollowsTable(tag, table)) return Way::AsRead;
   FindRepeated(tag);
   const bool isSound = !tag.isGuessed && m_repeated.empty();
   const bool mayBeRaw = !table.empty() && !tag.attributes.empty() &&
@@ -27,12 +29,13 @@ TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
                         BeginsLine(tag.span.begin);
   if (!mayBeRaw || (isSound && !m_isPreFormatted)) return Way::AsRead;
   // What is good XML as it stands is not doubted for what could be read over several lines.
-  const std::size_t end = Search(tag, table, isSound ? 1 : kMostLines);
+  const std::size_t end = Search(tag, table, isSound && isWhole ? 1 : kMostLines);
   if (m_split.solutions == 0) return Way::AsRead;
-  if (isSound) return Way::Doubtful;
+  if (isSound && isWhole) return Way::Doubtful;
   TakeRaw(tag, end, table);
   m_repeated.clear();
-  return m_split.solutions == 1 ? Way::Raw : Way::Ambiguous;
+  if (m_split.solutions == 1) return isSound ? Way::RawEnd : Way::Raw;
+  return isSound ? Way::DoubtfulEnd : Way::Ambiguous;
 }
 
 bool TagChoice::FollowsTable(const Tag& tag, RawTable table) const {
@@ -46,6 +49,11 @@ bool TagChoice::FollowsTable(const Tag& tag, RawTable table) const {
 bool TagChoice::BeginsLine(std::size_t place) const {
   while (place > 0 && m_bytes[place - 1] == '\t') --place;
   return place == 0 || m_bytes[place - 1] == '\n';
+}
+
+bool TagChoice::EndsLine(std::size_t place) const {
+  place = m_bytes.find_first_not_of(" \t\r", place);
+  return place == std::string_view::npos || m_bytes[place] == '\n';
 }
 
 /// Splits the text up to the end of its line; where it does not split, up to that of one of the

@@ -150,8 +150,9 @@ std::size_t Tokenizer::DoctypeEnd() const {
 }
 
 Piece Tokenizer::TakeOther(Reason reason) {
-  const std::size_t end = std::max(m_at + 2, ShortEnd(m_at + 2));
   const bool isDoctype = reason == Reason::Doctype;
+  const std::size_t least = m_at + (isDoctype ? kDoctype.size() : 2);
+  const std::size_t end = std::max(least, ShortEnd(least));
   return TakeBroken(isDoctype ? TokenKind::Doctype : TokenKind::Damaged, end, reason);
 }
 

@@ -59,8 +59,7 @@ bool IsAuthority(std::string_view text) {
     return false;
   }
   const std::string_view port = text.substr(hostEnd);
-  constexpr std::size_t kMostDigits = 8;
-  return port.empty() || (port[0] == ':' && port.size() > 1 && port.size() <= kMostDigits + 1 &&
+  return port.empty() || (port[0] == ':' && port.size() > 1 &&
                           std::all_of(port.begin() + 1, port.end(), IsDigit));
 }
 
