@@ -52,6 +52,13 @@ class Comparison {
   Prediction m_prediction;
 };
 
+/// Only of a document without mends the library reads what stands there.
+bool IsComparable(const Document& document) {
+  const auto isMended = [](const markup::Damage& damage) { return damage.isMended; };
+  return document.IsReadable() && !document.Elements().empty() &&
+         std::ranges::none_of(document.Damages(), isMended);
+}
+
 bool IsLooked(const ChannelGroup& group) { return group.isRead && group.layout != nullptr; }
 
 /// The list of a sub-area as the library has it; null where it has none.
@@ -68,7 +75,7 @@ const PresetList* Find(const Presets& presets, const ChannelGroup& group) {
 
 std::vector<Finding> CompareChannels(const Document& document, std::string_view bytes,
                                      const Database& database, CodePageText& text) {
-  if (!document.IsReadable() || document.Elements().empty()) return {};
+  if (!IsComparable(document)) return {};
   Comparison comparison(document, kChannels, bytes, database, text);
   for (const ChannelGroup& group : ReadTree(document, ChannelFile::Channels).groups) {
     if (!IsLooked(group)) continue;
@@ -81,7 +88,7 @@ std::vector<Finding> CompareChannels(const Document& document, std::string_view 
 
 std::vector<Finding> ComparePresets(const Document& document, std::string_view bytes,
                                     const Database& database, CodePageText& text) {
-  if (!document.IsReadable() || document.Elements().empty()) return {};
+  if (!IsComparable(document)) return {};
   const ChannelTree tree = ReadTree(document, ChannelFile::Presets);
   const bool isAny = std::ranges::any_of(tree.groups, IsLooked);
   if (!isAny) return {};
