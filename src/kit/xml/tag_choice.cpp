@@ -53,7 +53,14 @@ bool TagChoice::BeginsLine(std::size_t place) const {
 
 bool TagChoice::EndsLine(std::size_t place) const {
   place = m_bytes.find_first_not_of(" \t\r", place);
-  return place == std::string_view::npos || m_bytes[place] == '\n';
+  if (place == std::string_view::npos) return true;
+  return m_bytes[place] == '\n' && IsLineOfElement(place + 1);
+}
+
+/// The line begins with a tag; or the file ends in front of it.
+bool TagChoice::IsLineOfElement(std::size_t begin) const {
+  const std::size_t place = m_bytes.find_first_not_of('\t', begin);
+  return place == std::string_view::npos || m_bytes[place] == '<';
 }
 
 /// Splits the text up to the end of its line; where it does not split, up to that of one of the
@@ -65,8 +72,7 @@ std::size_t TagChoice::Search(const Tag& tag, RawTable table, int lines) {
   for (int count = 0; count < lines && line < m_bytes.size(); ++count) {
     const std::size_t lineEnd = std::min(m_bytes.find('\n', line), m_bytes.size());
     line = lineEnd + 1;
-    const std::size_t next = std::min(m_bytes.find_first_not_of('\t', line), m_bytes.size());
-    if (next < m_bytes.size() && m_bytes[next] != '<') continue;
+    if (!IsLineOfElement(line)) continue;
     std::size_t end = lineEnd;
     while (end > begin && Is(m_bytes[end - 1], kBlankByte)) --end;
     m_split = SplitRaw(Span(begin, end).In(m_bytes), tag.name.In(m_bytes), table);

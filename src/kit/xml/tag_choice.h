@@ -13,11 +13,11 @@ namespace markup {
 class TagChoice {
  public:
   enum class Way {
-    AsRead,     ///< as the tag was read
-    Raw,        ///< raw markup: the tag was read again
-    RawEnd,     ///< the same, though as XML it is good up to where a value seems to end the tag
-    Ambiguous,  ///< raw markup that splits in more than one way: the tag is the first of these
-    Doubtful,   ///< as the tag was read, but it is raw markup just as well
+    AsRead,       ///< as the tag was read
+    Raw,          ///< raw markup: the tag was read again
+    RawEnd,       ///< the same, though as XML it is good up to where a value seems to end the tag
+    Ambiguous,    ///< raw markup that splits in more than one way: the tag is the first of these
+    Doubtful,     ///< as the tag was read, but it is raw markup just as well
     DoubtfulEnd,  ///< ambiguous, and as XML it is good up to where a value seems to end the tag
   };
 
@@ -34,6 +34,7 @@ class TagChoice {
   bool FollowsTable(const Tag& tag, RawTable table) const;
   bool BeginsLine(std::size_t place) const;
   bool EndsLine(std::size_t place) const;
+  bool IsLineOfElement(std::size_t begin) const;
   std::size_t Search(const Tag& tag, RawTable table, int lines);
   void TakeRaw(Tag& tag, std::size_t end, RawTable table) const;
   void FindRepeated(const Tag& tag);

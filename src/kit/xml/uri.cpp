@@ -59,8 +59,8 @@ bool IsAuthority(std::string_view text) {
     return false;
   }
   const std::string_view port = text.substr(hostEnd);
-  return port.empty() || (port[0] == ':' && port.size() > 1 &&
-                          std::all_of(port.begin() + 1, port.end(), IsDigit));
+  return port.empty() ||
+         (port[0] == ':' && port.size() > 1 && std::all_of(port.begin() + 1, port.end(), IsDigit));
 }
 
 /// What stands between the scheme and the query.

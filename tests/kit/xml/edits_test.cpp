@@ -28,8 +28,8 @@ TEST(Edits, NoneLeaveTheBytesAsTheyAre) {
 TEST(Edits, RefuseWhatOverlaps) {
   Edits edits;
   ASSERT_TRUE(edits.Add({{2, 5}, "x"}));
-  for (const Span span : {Span(2, 5), Span(0, 3), Span(4, 9), Span(3, 4), Span(0, 9), Span(3, 3),
-                          Span(4, 4)}) {
+  for (const Span span :
+       {Span(2, 5), Span(0, 3), Span(4, 9), Span(3, 4), Span(0, 9), Span(3, 3), Span(4, 4)}) {
     EXPECT_FALSE(edits.Add({span, "y"})) << span.begin << ' ' << span.end;
   }
   EXPECT_TRUE(edits.Add({{0, 2}, "1"}));

@@ -24,8 +24,9 @@ using Strings = std::vector<std::string>;
 TEST(RawMarkup, SplitsAtTheNextName) {
   EXPECT_EQ((Strings{"1", "a", "b", "5", ""}),
             Values("<Channel name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"\"/>"));
-  EXPECT_EQ((Strings{"1", "7\" TV", "<\"/>", "-5", "&\" x=\"1"}),
-            Values("<Channel name=\"7\" TV\" nameDisplay=\"<\"/>\" index=\"-5\" note=\"&\" x=\"1\">"));
+  EXPECT_EQ(
+      (Strings{"1", "7\" TV", "<\"/>", "-5", "&\" x=\"1"}),
+      Values("<Channel name=\"7\" TV\" nameDisplay=\"<\"/>\" index=\"-5\" note=\"&\" x=\"1\">"));
   EXPECT_EQ((Strings{"1", "a\" index=\"7", "b", "5", ""}),
             Values("<Channel name=\"a\" index=\"7\" nameDisplay=\"b\" index=\"5\" note=\"\"/>"));
 }
@@ -36,7 +37,8 @@ TEST(RawMarkup, TellsTheLastValueOfANumberByItsDigits) {
   EXPECT_EQ((Strings{"0"}),
             Values("<Channel name=\"a\" nameDisplay=\"b\" index=\"12345678901\" note=\"\"/>"));
   EXPECT_EQ((Strings{"0"}), Values("<Channel name=\"a\" nameDisplay=\"b\" index=\"\" note=\"\"/>"));
-  EXPECT_EQ((Strings{"0"}), Values("<Channel name=\"a\" nameDisplay=\"b\" index=\"-\" note=\"\"/>"));
+  EXPECT_EQ((Strings{"0"}),
+            Values("<Channel name=\"a\" nameDisplay=\"b\" index=\"-\" note=\"\"/>"));
 }
 
 TEST(RawMarkup, EndsAtTwoSolutions) {
@@ -47,16 +49,15 @@ TEST(RawMarkup, EndsAtTwoSolutions) {
 }
 
 TEST(RawMarkup, AsksForEveryAttributeInItsOrder) {
-  for (const char* text :
-       {"", "<", "<Channel", "<Channel/>", "<Channel name=\"a\"/>",
-        "<Channel nameDisplay=\"b\" name=\"a\" index=\"5\" note=\"\"/>",
-        "<Channel name=\"a\" nameDisplay=\"b\" index=\"5\"/>",
-        "<Channel name=\"a\"  nameDisplay=\"b\" index=\"5\" note=\"\"/>",
-        "<Channel name='a' nameDisplay='b' index='5' note=''/>",
-        "<Channels name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"\"/>",
-        "<Channel name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"/>",
-        "<Channel name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"\" />",
-        "<Channel name=\"a\" nameDisplay=\"b\" index=\"/>"}) {
+  for (const char* text : {"", "<", "<Channel", "<Channel/>", "<Channel name=\"a\"/>",
+                           "<Channel nameDisplay=\"b\" name=\"a\" index=\"5\" note=\"\"/>",
+                           "<Channel name=\"a\" nameDisplay=\"b\" index=\"5\"/>",
+                           "<Channel name=\"a\"  nameDisplay=\"b\" index=\"5\" note=\"\"/>",
+                           "<Channel name='a' nameDisplay='b' index='5' note=''/>",
+                           "<Channels name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"\"/>",
+                           "<Channel name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"/>",
+                           "<Channel name=\"a\" nameDisplay=\"b\" index=\"5\" note=\"\" />",
+                           "<Channel name=\"a\" nameDisplay=\"b\" index=\"/>"}) {
     EXPECT_EQ((Strings{"0"}), Values(text)) << text;
   }
   EXPECT_EQ(0, SplitRaw("<Channel/>", "Channel", {}).solutions);

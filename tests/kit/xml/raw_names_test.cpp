@@ -24,10 +24,22 @@ struct Names {
 /// Without references: these count as what they stand for.
 std::string HostileName(Random& random) {
   static constexpr std::string_view kPieces[] = {
-      "\"",  "<",   "&",      "/>",      ">",         "'",       " ",      "=",       "name=\"",
-      "\" ", "a",   "News 7", "\"/>",    "<!--",      "-->",     "<?x",    "]]>",     "</Channel>",
-      "& ",  "=\"", "amp",    "<Channel", "\" lock=\"", "index=\"", " freq=", "\"nameDisplay=\"",
-      "<![CDATA[", "</ChannelSet>", "<!DOCTYPE a", "x=1", "-7", "#65",
+      "\"",          "<",
+      "&",           "/>",
+      ">",           "'",
+      " ",           "=",
+      "name=\"",     "\" ",
+      "a",           "News 7",
+      "\"/>",        "<!--",
+      "-->",         "<?x",
+      "]]>",         "</Channel>",
+      "& ",          "=\"",
+      "amp",         "<Channel",
+      "\" lock=\"",  "index=\"",
+      " freq=",      "\"nameDisplay=\"",
+      "<![CDATA[",   "</ChannelSet>",
+      "<!DOCTYPE a", "x=1",
+      "-7",          "#65",
   };
   std::string name;
   while (name.size() < 70 && random(8) != 0) {

@@ -18,9 +18,7 @@ std::string Sample(const char* name) {
 }
 
 /// A part of a sample that has everything and is quickly read.
-std::string ShortSample() {
-  return Sample("UserSettings.xml");
-}
+std::string ShortSample() { return Sample("UserSettings.xml"); }
 
 std::string Together(const std::vector<markup::Token>& tokens, std::string_view bytes) {
   std::string text;
@@ -86,8 +84,10 @@ bool ExpectLossless(const std::string& bytes) {
   }
   if (!IsAllMended(document)) return false;
   const Document again = Document::Read(*mended);
-  EXPECT_TRUE(again.IsReadable()) << testing::PrintToString(*mended) << '\n' << Described(document) << Described(again);
-  EXPECT_EQ(Outline(again), Outline(document)) << testing::PrintToString(*mended) << '\n' << Described(document);
+  EXPECT_TRUE(again.IsReadable()) << testing::PrintToString(*mended) << '\n'
+                                  << Described(document) << Described(again);
+  EXPECT_EQ(Outline(again), Outline(document)) << testing::PrintToString(*mended) << '\n'
+                                               << Described(document);
   return true;
 }
 
