@@ -11,18 +11,18 @@ namespace {
 using nlohmann::ordered_json;
 
 /// What was printed as JSON, whatever the status.
-ordered_json Parsed(const Outcome& outcome) { return ordered_json::parse(outcome.out); }
+ordered_json JsonOf(const Outcome& outcome) { return ordered_json::parse(outcome.out); }
 
 /// A directory of its own with the samples, or with the files of a folder.
-class Home {
+class CheckHome {
  public:
-  explicit Home(const fs::path& folder = ZORTUNEDEX_SAMPLES "/home") {
+  explicit CheckHome(const fs::path& folder = ZORTUNEDEX_SAMPLES "/home") {
     for (const auto& entry : fs::directory_iterator(folder)) {
       fs::copy_file(entry.path(), m_directory.File(entry.path().filename().string()));
     }
   }
-  static Home OfFixture(const std::string& code) {
-    return Home(fs::path(ZORTUNEDEX_TEST_DATA "/check") / code / "input");
+  static CheckHome OfFixture(const std::string& code) {
+    return CheckHome(fs::path(ZORTUNEDEX_TEST_DATA "/check") / code / "input");
   }
 
   const TempDir& Files() const { return m_directory; }
@@ -39,7 +39,7 @@ class Home {
   }
   std::vector<std::string> Found(Arguments more = {}) const {
     more.insert(more.begin(), {"check", "--json"});
-    return Codes(Parsed(Run(more))["findings"]);
+    return Codes(JsonOf(Run(more))["findings"]);
   }
   /// Puts text into the place of the first `part`.
   void Replace(const std::string& part, const std::string& text) const {
@@ -53,10 +53,10 @@ class Home {
   TempDir m_directory;
 };
 
-using Codes = std::vector<std::string>;
+using FoundCodes = std::vector<std::string>;
 
 TEST(ToolCheck, SamplesAreClean) {
-  const Home home;
+  const CheckHome home;
   const Outcome outcome = home.Run({"check"});
   ExpectStatus(0, outcome);
   EXPECT_EQ("found: nothing\n", outcome.out);
@@ -64,10 +64,10 @@ TEST(ToolCheck, SamplesAreClean) {
 }
 
 TEST(ToolCheck, JsonSaysEverything) {
-  const Home home = Home::OfFixture("ZT020");
+  const CheckHome home = CheckHome::OfFixture("ZT020");
   const Outcome outcome = home.Run({"check", "--json", "--level", "error"});
   ExpectStatus(3, outcome);
-  const ordered_json json = Parsed(outcome);
+  const ordered_json json = JsonOf(outcome);
   EXPECT_EQ("check", json["tunedex"]);
   EXPECT_EQ(1, json["version"]);
   const ordered_json expected = {
@@ -81,7 +81,7 @@ TEST(ToolCheck, JsonSaysEverything) {
 }
 
 TEST(ToolCheck, LevelsAndFilesAreChosen) {
-  const Home home = Home::OfFixture("ZT031");
+  const CheckHome home = CheckHome::OfFixture("ZT031");
   ExpectStatus(0, home.Run({"check"}));
   ExpectStatus(0, home.Run({"check", "--level", "error"}));
   const Outcome notes = home.Run({"check", "--level", "error", "--level", "note"});
@@ -92,14 +92,14 @@ TEST(ToolCheck, LevelsAndFilesAreChosen) {
 }
 
 TEST(ToolCheck, RefusesWhatMakesNoSense) {
-  const Home home;
+  const CheckHome home;
   ExpectStatus(2, home.Run({"check", "--level", "all"}));
   ExpectStatus(2, home.Run({"repair", "--code", "ZT999"}));
   ExpectStatus(2, home.Run({"check", "--dry-run"}));
 }
 
 /// What `channels list` says of every set of the samples.
-std::string Lists(const Home& home) {
+std::string ListsOf(const CheckHome& home) {
   std::string text;
   for (const auto& [country, signal] :
        std::vector<std::pair<std::string, std::string>>{{"1", "16"},
@@ -120,17 +120,17 @@ std::string Lists(const Home& home) {
 }
 
 TEST(ToolRepair, BringsAListBackThatOneCharacterHid) {
-  const Home whole;
-  const Home broken;
+  const CheckHome whole;
+  const CheckHome broken;
   broken.Replace("name=\"ProSieben\"", "name=\"Pro & Sieben\"");
   ExpectStatus(3, broken.Run({"check"}));
   const Outcome repaired = broken.Run({"repair"});
   ExpectStatus(0, repaired);
   EXPECT_NE(std::string::npos, repaired.out.find("repaired: 2 errors; left: ")) << repaired.out;
   ExpectStatus(0, broken.Run({"check"}));
-  std::string expected = Lists(whole);
+  std::string expected = ListsOf(whole);
   const std::string name = "\"ProSieben\"";
-  const std::string lists = Lists(broken);
+  const std::string lists = ListsOf(broken);
   EXPECT_NE(expected, lists);
   // The first one is the name, the display name stays.
   const std::size_t place = lists.find("\"Pro & Sieben\"");
@@ -140,7 +140,7 @@ TEST(ToolRepair, BringsAListBackThatOneCharacterHid) {
 }
 
 TEST(ToolRepair, CanBeTakenBack) {
-  const Home home = Home::OfFixture("ZT043");
+  const CheckHome home = CheckHome::OfFixture("ZT043");
   const std::string before = home.Channels();
   ExpectStatus(0, home.Run({"repair"}));
   EXPECT_NE(before, home.Channels());
@@ -149,31 +149,31 @@ TEST(ToolRepair, CanBeTakenBack) {
 }
 
 TEST(ToolRepair, ADryRunWritesNothing) {
-  const Home home = Home::OfFixture("ZT060");
+  const CheckHome home = CheckHome::OfFixture("ZT060");
   const std::string before = home.Channels();
   const Outcome outcome = home.Run({"repair", "--dry-run", "--json"});
   ExpectStatus(3, outcome);
-  const ordered_json json = Parsed(outcome);
+  const ordered_json json = JsonOf(outcome);
   EXPECT_EQ("repair", json["tunedex"]);
   EXPECT_TRUE(json["dryRun"]);
-  EXPECT_EQ(Codes({"ZT060"}), Home::Codes(json["repaired"]));
+  EXPECT_EQ(FoundCodes({"ZT060"}), CheckHome::Codes(json["repaired"]));
   EXPECT_EQ(before, home.Channels());
   EXPECT_EQ(1U, home.Files().Count());
 }
 
 TEST(ToolRepair, LeavesWhatIsNotAskedFor) {
-  const Home home = Home::OfFixture("ZT062");
+  const CheckHome home = CheckHome::OfFixture("ZT062");
   const std::string before = home.Channels();
   const Outcome outcome = home.Run({"repair", "--json"});
   ExpectStatus(3, outcome);
-  EXPECT_EQ(Codes({"ZT062"}), Home::Codes(Parsed(outcome)["left"]));
+  EXPECT_EQ(FoundCodes({"ZT062"}), CheckHome::Codes(JsonOf(outcome)["left"]));
   EXPECT_EQ(before, home.Channels());
   ExpectStatus(0, home.Run({"repair", "--renumber"}));
-  EXPECT_EQ(Codes{}, home.Found());
+  EXPECT_EQ(FoundCodes{}, home.Found());
 }
 
 TEST(ToolRepair, WritesNothingWhileMarkupSplitsInSeveralWays) {
-  const Home home = Home::OfFixture("ZT025");
+  const CheckHome home = CheckHome::OfFixture("ZT025");
   const std::string before = home.Channels();
   const Outcome outcome = home.Run({"repair"});
   ExpectStatus(1, outcome);
@@ -183,27 +183,27 @@ TEST(ToolRepair, WritesNothingWhileMarkupSplitsInSeveralWays) {
 }
 
 TEST(ToolRepair, RemovesWhatSavesLeftOver) {
-  const Home home = Home::OfFixture("ZT004");
-  EXPECT_EQ(Codes({"ZT004", "ZT004", "ZT004"}), home.Found());
+  const CheckHome home = CheckHome::OfFixture("ZT004");
+  EXPECT_EQ(FoundCodes({"ZT004", "ZT004", "ZT004"}), home.Found());
   ExpectStatus(3, home.Run({"repair", "--dry-run"}));
   EXPECT_EQ(4U, home.Files().Count());
   ExpectStatus(0, home.Run({"repair", "--no-history"}));
-  EXPECT_EQ(Codes{}, home.Found());
+  EXPECT_EQ(FoundCodes{}, home.Found());
   EXPECT_TRUE(home.Files().Has("ChanInfo.xml"));
   EXPECT_FALSE(home.Files().Has("ChanInfo.xml.tmp-1234"));
 }
 
 TEST(ToolRepair, GivesAFileTheNameThatItIsLookedForBy) {
-  const Home home = Home::OfFixture("ZT009");
+  const CheckHome home = CheckHome::OfFixture("ZT009");
   const std::string before = home.Files().Read("chaninfo.xml");
-  EXPECT_EQ(Codes({"ZT009"}), home.Found());
+  EXPECT_EQ(FoundCodes({"ZT009"}), home.Found());
   ExpectStatus(0, home.Run({"repair"}));
   EXPECT_EQ(before, home.Channels());
-  EXPECT_EQ(Codes{}, home.Found());
+  EXPECT_EQ(FoundCodes{}, home.Found());
 }
 
 TEST(ToolRepair, KeepsInTheHistoryWhatWasPutAside) {
-  const Home home = Home::OfFixture("ZT003");
+  const CheckHome home = CheckHome::OfFixture("ZT003");
   const std::string aside = home.Files().Read("ChanInfo.xml.unreadable.2");
   ExpectStatus(0, home.Run({"repair"}));
   EXPECT_FALSE(home.Files().Has("ChanInfo.xml.unreadable.2"));
@@ -211,7 +211,7 @@ TEST(ToolRepair, KeepsInTheHistoryWhatWasPutAside) {
 }
 
 TEST(ToolRepair, PutsChannelsBack) {
-  const Home home = Home::OfFixture("ZT002");
+  const CheckHome home = CheckHome::OfFixture("ZT002");
   ExpectStatus(3, home.Run({"repair"}));
   EXPECT_TRUE(home.Files().Has("ChanInfo.xml.unreadable"));
   ExpectStatus(0, home.Run({"repair", "--restore"}));

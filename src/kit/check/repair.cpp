@@ -45,6 +45,7 @@ class Repairer {
     }
     PutBackUnreadable(checked);
     RequireAsPredicted(checked);
+    Sort(m_result.mended);
     m_result.left = std::move(checked.findings);
     return std::move(m_result);
   }
@@ -72,14 +73,25 @@ class Repairer {
     for (const Finding* finding : chosen) {
       if (Take(*finding)) mended.push_back(finding);
     }
-    // What is mended together with another one.
-    for (const Finding* finding : chosen) {
-      if (!IsOwn(*finding) && HasFellow(*finding, mended)) m_result.mended.push_back(*finding);
-    }
     if (mended.empty()) return false;
-    for (const Finding* finding : mended) m_result.mended.push_back(*finding);
-    Apply(checked, mended);
+    // What is mended together with another one.
+    std::vector<const Finding*> all = mended;
+    for (const Finding* finding : chosen) {
+      if (!IsOwn(*finding) && HasFellow(*finding, mended)) all.push_back(finding);
+    }
+    for (const Finding* finding : all) Note(*finding);
+    Apply(checked, all);
     return true;
+  }
+
+  /// One that has to wait for the next pass is the same finding then.
+  void Note(const Finding& finding) {
+    const markup::Place place = finding.place.value_or(markup::Place{0, 0});
+    const std::string key = std::string(finding.code->name) + " " + finding.file + " " +
+                            std::to_string(place.line) + " " + std::to_string(place.column) + " " +
+                            finding.path + " " + finding.attribute.value_or("") + " " +
+                            finding.text;
+    if (m_noted.insert(key).second) m_result.mended.push_back(finding);
   }
 
   static bool IsOwn(const Finding& finding) {
@@ -89,7 +101,7 @@ class Repairer {
   static bool HasFellow(const Finding& finding, const std::vector<const Finding*>& mended) {
     return std::ranges::any_of(mended, [&](const Finding* one) {
       if (one->file != finding.file) return false;
-      return finding.code->name == "ZT001" ? IsMarkup(*one) : !IsMarkup(*one);
+      return finding.code->name == "ZT001" ? IsMarkup(*one) : one->code == finding.code;
     });
   }
 
@@ -170,6 +182,7 @@ class Repairer {
   Checker m_checker;
   Repaired m_result;
   std::map<std::string, EditPlan> m_edits;
+  std::set<std::string> m_noted;
 };
 
 }  // namespace

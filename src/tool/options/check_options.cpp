@@ -25,9 +25,16 @@ void AddRepairOption(CLI::App* repair, Options& options, check::Option option, c
 void AddCheckCommands(CLI::App& app, Options& options) {
   CLI::App* look = app.add_subcommand("check", "Say what is wrong with the files");
   look->add_option("--file", options.file, "this file alone")->type_name("NAME");
-  AddWord(look, "--level", "what to report: error, warning (default) or note",
-          [&options](const std::string& text) { return TakeLevel(text, options.level); })
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+  const auto takeLevels = [&options](const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+      if (!TakeLevel(text, options.level)) {
+        throw CLI::ValidationError("--level", "'" + text + "' is not known");
+      }
+    }
+  };
+  look->add_option_function<std::vector<std::string>>(
+          "--level", takeLevels, "what to report: error, warning (default) or note; repeatable")
+      ->type_name("")
       ->allow_extra_args(false);
   look->footer("Ends with status 3 when something is found at that level.");
   CLI::App* repair = app.add_subcommand("repair", "Mend what is wrong with the files");
