@@ -94,7 +94,7 @@ void Builder::TakeText(Span span) {
 void Builder::TakeComment(Span span) {
   const Span body(span.begin + std::size_t{4}, span.end - std::size_t{3});
   std::vector<Edit> mends;
-  for (std::size_t at = body.begin; at < body.end; ++at) {
+  for (std::size_t at = body.begin; at < body.end && mends.size() <= kMostDamages; ++at) {
     // Behind the last one stand the two of the end.
     if (m_bytes[at] == '-' && m_bytes[at + 1] == '-') mends.push_back({{at + 1, at + 1}, " "});
   }
