@@ -42,12 +42,25 @@ Builder::Builder(Document& document, const ReadOptions& options)
       m_start(m_bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
 
 void Builder::Run() {
+  MakeRoom();
   m_damages.Add(m_characters);
   for (Piece piece; m_tokenizer.Next(piece);) {
     if (!m_damages.IsFull()) Take(piece);
     if (m_tokens != nullptr) m_tokens->push_back(piece.token);
   }
   Finish();
+}
+
+/// Growing would copy over and over what a large file holds. Its beginning tells how much that is.
+void Builder::MakeRoom() {
+  constexpr std::size_t kSample = 65536;
+  const std::string_view sample = m_bytes.substr(0, kSample);
+  const auto expected = [&](char mark) {
+    const auto found = static_cast<std::size_t>(std::count(sample.begin(), sample.end(), mark));
+    return found * (m_bytes.size() / kSample + 1);
+  };
+  m_document.m_attributes.reserve(expected('='));
+  m_document.m_elements.reserve(expected('<'));
 }
 
 void Builder::Take(Piece& piece) {
