@@ -42,12 +42,25 @@ Builder::Builder(Document& document, const ReadOptions& options)
       m_start(m_bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
 
 void Builder::Run() {
+  MakeRoom();
   m_damages.Add(m_characters);
   for (Piece piece; m_tokenizer.Next(piece);) {
     if (!m_damages.IsFull()) Take(piece);
     if (m_tokens != nullptr) m_tokens->push_back(piece.token);
   }
   Finish();
+}
+
+/// Growing would copy over and over what a large file holds. Its beginning tells how much that is.
+void Builder::MakeRoom() {
+  constexpr std::size_t kSample = 65536;
+  const std::string_view sample = m_bytes.substr(0, kSample);
+  const auto expected = [&](char mark) {
+    const auto found = static_cast<std::size_t>(std::count(sample.begin(), sample.end(), mark));
+    return found * (m_bytes.size() / kSample + 1);
+  };
+  m_document.m_attributes.reserve(expected('='));
+  m_document.m_elements.reserve(expected('<'));
 }
 
 void Builder::Take(Piece& piece) {
@@ -94,7 +107,7 @@ void Builder::TakeText(Span span) {
 void Builder::TakeComment(Span span) {
   const Span body(span.begin + std::size_t{4}, span.end - std::size_t{3});
   std::vector<Edit> mends;
-  for (std::size_t at = body.begin; at < body.end; ++at) {
+  for (std::size_t at = body.begin; at < body.end && mends.size() <= kMostDamages; ++at) {
     // Behind the last one stand the two of the end.
     if (m_bytes[at] == '-' && m_bytes[at + 1] == '-') mends.push_back({{at + 1, at + 1}, " "});
   }

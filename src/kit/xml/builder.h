@@ -22,6 +22,7 @@ class Builder {
   void Run();
 
  private:
+  void MakeRoom();
   void Take(Piece& piece);
   void TakeText(Span span);
   void TakeComment(Span span);

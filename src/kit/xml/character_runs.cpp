@@ -1,6 +1,8 @@
 #include "kit/xml/character_runs.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 #include "kit/text/utf.h"
 #include "kit/xml/characters.h"
@@ -22,6 +24,18 @@ std::optional<std::uint32_t> CharacterAt(std::string_view bytes, std::size_t& si
   const std::optional<std::uint32_t> character = utf::Next(bytes);
   size = character ? before - bytes.size() : 1;
   return character;
+}
+
+/// Behind the bytes at `at` that are ASCII and no control characters, eight at a time.
+std::size_t SkipPlain(std::string_view bytes, std::size_t at) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  for (std::uint64_t word = 0; bytes.size() - at >= sizeof(word); at += sizeof(word)) {
+    std::memcpy(&word, bytes.data() + at, sizeof(word));
+    // The top bit of a byte that is below a blank, or has it.
+    const std::uint64_t unusual = ((word - kOnes * ' ') | word) & (kOnes * 0x80);
+    if (unusual != 0) break;
+  }
+  return at;
 }
 
 /// Text that stands for itself wherever the word stood.
@@ -50,12 +64,12 @@ std::string WithReplacements(std::string_view word) {
 
 CharacterRuns::CharacterRuns(std::string_view bytes, const Decode& decode) : m_bytes(bytes) {
   std::size_t at = 0;
-  while (at < bytes.size()) {
+  while ((at = SkipPlain(bytes, at)) < bytes.size()) {
     if (!Is(bytes[at], kControlByte | kHighByte)) {
       ++at;
       continue;
     }
-    if (m_runs.size() == kMostDamages) return;
+    if (m_runs.size() > kMostDamages) return;
     std::size_t size = 0;
     const auto character = CharacterAt(bytes.substr(at), size);
     if (!character) {

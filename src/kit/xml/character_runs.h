@@ -26,7 +26,7 @@ class CharacterRuns {
     std::string text;  ///< what reads in its place
   };
 
-  /// The bytes have to stay. Ends at kMostDamages runs.
+  /// The bytes have to stay. Ends at one run more than kMostDamages.
   CharacterRuns(std::string_view bytes, const Decode& decode);
 
   const std::vector<Run>& All() const { return m_runs; }

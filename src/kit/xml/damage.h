@@ -38,7 +38,7 @@ enum class Reason : std::uint8_t {
   TooManyAttributes,     ///< ZT023 more than kMostAttributes attributes in an element
   TooManyNamespaces,     ///< ZT023 more than kMostNamespaces declarations in force at once
   TooLong,               ///< ZT023 a name, a value, or a file beyond what a parser takes
-  TooManyDamages,        ///< ZT023 more than kMostDamages: the rest is not listed
+  TooManyDamages,        ///< ZT023 more than kMostDamages, or edits: the rest is not listed
   RepeatedAttribute,     ///< ZT024 an attribute twice in a tag: the first counts
   Ambiguous,             ///< ZT025 raw markup that splits in more than one way
   ReadsTwoWays,  ///< ZT025 good XML, and raw markup of the pre-formatted form with other values

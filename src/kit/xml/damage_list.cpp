@@ -41,8 +41,10 @@ void DamageList::Add(const CharacterRuns& characters) {
 }
 
 void DamageList::Put(Damage damage, std::vector<Edit> mends) {
-  if (m_damages.size() > kMostDamages) return;
-  if (m_damages.size() == kMostDamages) {
+  if (m_isFull) return;
+  const bool hasRoom = m_damages.size() < kMostDamages;
+  if (!hasRoom || m_mends.size() + mends.size() > kMostDamages) {
+    m_isFull = true;
     mends.clear();
     damage.reason = Reason::TooManyDamages;
     damage.isMended = false;

@@ -21,7 +21,7 @@ class DamageList {
   }
   void AddRemoval(Reason reason, Span span) { AddReplacement(reason, span, {}); }
   /// Nothing more is taken.
-  bool IsFull() const { return m_damages.size() > kMostDamages; }
+  bool IsFull() const { return m_isFull; }
   void Add(const CharacterRuns& characters);
 
   /// Leaves to what is removed or replaced as a whole what stands in it, and sorts the damages.
@@ -35,6 +35,7 @@ class DamageList {
 
   std::vector<Damage> m_damages;
   std::vector<Edit> m_mends;
+  bool m_isFull = false;
 };
 
 }  // namespace markup

@@ -49,7 +49,7 @@ class MarkFinder {
       : m_bytes(bytes), m_span(span), m_quote(quote) {}
 
   std::vector<RawMark> Find() {
-    for (std::size_t at = m_span.begin; at < m_span.end;) at += Take(at);
+    for (std::size_t at = m_span.begin; at < m_span.end && !HasTooMany();) at += Take(at);
     std::vector<RawMark> marks;
     for (RawMark* mark : {&m_markup, &m_forbidden}) {
       if (!mark->mends.empty()) marks.push_back(std::move(*mark));
@@ -58,6 +58,10 @@ class MarkFinder {
   }
 
  private:
+  bool HasTooMany() const {
+    return m_markup.mends.size() + m_forbidden.mends.size() > kMostDamages;
+  }
+
   /// Answers how many bytes that was.
   std::size_t Take(std::size_t at) {
     const char byte = m_bytes[at];

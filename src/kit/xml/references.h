@@ -34,7 +34,8 @@ struct RawMark {
 };
 
 /// Markup that stands there as such, and references to characters that XML does not have. `quote`
-/// is the one around a value; zero for a text.
+/// is the one around a value; zero for a text. Ends when there are more mends than
+/// kMostDamages.
 std::vector<RawMark> FindRawMarks(std::string_view bytes, Span span, char quote);
 
 }  // namespace markup

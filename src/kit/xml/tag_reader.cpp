@@ -1,8 +1,10 @@
 #include "kit/xml/tag_reader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "kit/xml/characters.h"
+#include "kit/xml/damage.h"
 
 namespace markup {
 namespace {
@@ -10,6 +12,11 @@ namespace {
 constexpr std::string_view kNamespaceName = "xmlns";
 
 bool IsQuote(char byte) { return byte == '"' || byte == '\''; }
+
+/// More than anybody makes are not collected; one more tells that there are.
+void Mend(Tag& tag, Edit edit) {
+  if (tag.mends.size() <= kMostDamages) tag.mends.push_back(std::move(edit));
+}
 
 }  // namespace
 
@@ -96,7 +103,7 @@ void TagReader::ReadBroken(Tag& tag) {
     const std::size_t count = tag.attributes.size();
     const std::size_t begin = at;
     at = TakeAttribute(at, tag);
-    if (isAttached && tag.attributes.size() > count) tag.mends.push_back({{begin, begin}, " "});
+    if (isAttached && tag.attributes.size() > count) Mend(tag, {{begin, begin}, " "});
   }
   tag.isBroken = !tag.mends.empty();
 }
@@ -136,7 +143,7 @@ std::size_t TagReader::TakeQuoted(std::size_t at, TagAttribute& attribute, Tag& 
   if (end < limit && end > begin && At(end - 1) == '/') --end;
   end = TrimmedEnd(begin, end);
   attribute.value = {begin, end};
-  tag.mends.push_back({{end, end}, std::string(1, attribute.quote)});
+  Mend(tag, {{end, end}, std::string(1, attribute.quote)});
   return end;
 }
 
@@ -150,19 +157,19 @@ std::size_t TagReader::TakeUnquoted(std::size_t behindEquals, std::size_t at,
       at > behindEquals && Span(at, end).In(m_bytes).find('=') != std::string_view::npos;
   if (isNext || end == at) {
     attribute.value = {behindEquals, behindEquals};
-    tag.mends.push_back({attribute.value, "\"\""});
+    Mend(tag, {attribute.value, "\"\""});
     return behindEquals;
   }
   attribute.value = {at, end};
-  tag.mends.push_back({{at, at}, "\""});
-  tag.mends.push_back({{end, end}, "\""});
+  Mend(tag, {{at, at}, "\""});
+  Mend(tag, {{end, end}, "\""});
   return end;
 }
 
 std::size_t TagReader::TakeJunk(std::size_t at, Tag& tag) const {
   std::size_t end = at + 1;
   while (end < m_limit && !Is(At(end), kBlankByte) && At(end) != '<' && !EndsTag(end)) ++end;
-  tag.mends.push_back({{at, end}, ""});
+  Mend(tag, {{at, end}, ""});
   return end;
 }
 
@@ -176,7 +183,7 @@ void TagReader::EndWithoutMark(std::size_t at, Tag& tag) const {
   const std::size_t end = TrimmedEnd(tag.name.end, at);
   tag.isEmpty = true;
   tag.span.end = static_cast<std::uint32_t>(end);
-  tag.mends.push_back({{end, end}, "/>"});
+  Mend(tag, {{end, end}, "/>"});
 }
 
 std::size_t TagReader::ClosingQuote(char quote, std::size_t from) {

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "kit/xml/character_runs.h"
 #include "kit/xml/document.h"
 
 namespace {
@@ -147,6 +148,12 @@ TEST(Damages, EndAtAMillion) {
   ASSERT_EQ(markup::kMostDamages + 1, document.Damages().size());
   EXPECT_EQ(markup::Reason::TooManyDamages, document.Damages().back().reason);
   EXPECT_FALSE(document.Damages().back().isMended);
+}
+
+TEST(Damages, OfCharactersEndAtAMillion) {
+  std::string bytes;
+  for (std::uint32_t i = 0; i <= markup::kMostDamages; ++i) bytes += "a\x01";
+  EXPECT_EQ(markup::kMostDamages + 1, markup::CharacterRuns(bytes, {}).All().size());
 }
 
 }  // namespace
