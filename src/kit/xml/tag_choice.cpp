@@ -1,6 +1,7 @@
 #include "kit/xml/tag_choice.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 #include "kit/xml/characters.h"
@@ -28,8 +29,8 @@ TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
                         tag.attributes[0].name.In(m_bytes) == table[0].name &&
                         BeginsLine(tag.span.begin);
   if (!mayBeRaw || (isSound && !m_isPreFormatted)) return Way::AsRead;
-  // What is good XML as it stands is not doubted for what could be read over several lines.
-  const std::size_t end = Search(tag, table, isSound && isWhole ? 1 : kMostLines);
+  // What is good XML as it stands is not doubted for what the next element could complete.
+  const std::size_t end = Search(tag, table, isSound && isWhole);
   if (m_split.solutions == 0) return Way::AsRead;
   if (isSound && isWhole) return Way::Doubtful;
   TakeRaw(tag, end, table);
@@ -63,13 +64,24 @@ bool TagChoice::IsLineOfElement(std::size_t begin) const {
   return place == std::string_view::npos || m_bytes[place] == '<';
 }
 
+/// The line begins with an element of the channel file, as its form has them, or with an end tag or
+/// a comment.
+bool TagChoice::BeginsElement(std::size_t begin) const {
+  constexpr std::string_view kBeginnings[] = {
+      "</", "<!--", "<Channel", "<Country", "<ElementStreams", "<SatelliteParams", "<Components"};
+  const std::size_t place = std::min(m_bytes.find_first_not_of('\t', begin), m_bytes.size());
+  const std::string_view line = m_bytes.substr(place);
+  return std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
+                     [line](std::string_view one) { return line.starts_with(one); });
+}
+
 /// Splits the text up to the end of its line; where it does not split, up to that of one of the
 /// next lines. Answers where the element ends.
-std::size_t TagChoice::Search(const Tag& tag, RawTable table, int lines) {
+std::size_t TagChoice::Search(const Tag& tag, RawTable table, bool endsAtElements) {
   m_split = {};
   const std::size_t begin = tag.span.begin;
   std::size_t line = begin;
-  for (int count = 0; count < lines && line < m_bytes.size(); ++count) {
+  for (int count = 0; count < kMostLines && line < m_bytes.size(); ++count) {
     const std::size_t lineEnd = std::min(m_bytes.find('\n', line), m_bytes.size());
     line = lineEnd + 1;
     if (!IsLineOfElement(line)) continue;
@@ -77,6 +89,7 @@ std::size_t TagChoice::Search(const Tag& tag, RawTable table, int lines) {
     while (end > begin && Is(m_bytes[end - 1], kBlankByte)) --end;
     m_split = SplitRaw(Span(begin, end).In(m_bytes), tag.name.In(m_bytes), table);
     if (m_split.solutions > 0) return end;
+    if (endsAtElements && BeginsElement(line)) break;
   }
   return begin;
 }

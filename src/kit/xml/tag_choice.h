@@ -35,7 +35,8 @@ class TagChoice {
   bool BeginsLine(std::size_t place) const;
   bool EndsLine(std::size_t place) const;
   bool IsLineOfElement(std::size_t begin) const;
-  std::size_t Search(const Tag& tag, RawTable table, int lines);
+  bool BeginsElement(std::size_t begin) const;
+  std::size_t Search(const Tag& tag, RawTable table, bool endsAtElements);
   void TakeRaw(Tag& tag, std::size_t end, RawTable table) const;
   void FindRepeated(const Tag& tag);
 
