@@ -156,7 +156,8 @@ class Repairer {
   /// A file that cannot be read all the same stays as it is, to the letter.
   void PutBackUnreadable(Checked& checked) {
     bool isAny = false;
-    for (const auto& [name, document] : checked.documents) {
+    for (const auto& [file, document] : checked.documents) {
+      const std::string& name = file;
       if (document.IsReadable() || m_result.after[name] == m_result.before[name]) continue;
       m_result.after[name] = m_result.before[name];
       std::erase_if(m_result.mended, [&](const Finding& one) { return one.file == name; });
