@@ -25,7 +25,7 @@ class Comparison {
   std::string Directory() const { return m_scratch.Path(); }
 
   void Compare(const ChannelGroup& group, const std::vector<Channel>& read) {
-    const std::vector<Channel> predicted = m_prediction.Of(group);
+    std::vector<Channel> predicted = m_prediction.Of(group);
     if (predicted.size() != read.size()) {
       return Add(group, std::to_string(predicted.size()) +
                             " channels stand there, the library reads " +

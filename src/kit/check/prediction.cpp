@@ -157,11 +157,9 @@ std::vector<Channel> Prediction::Of(const ChannelGroup& group) {
   return channels;
 }
 
-const char* FirstUnpredicted(const Channel& predicted, const Channel& read, const Layout* layout) {
-  // Those that follow from the block.
-  Channel whole = predicted;
-  whole.name = read.name;
-  return FirstDifference(whole, read, layout);
+const char* FirstUnpredicted(Channel& predicted, const Channel& read, const Layout* layout) {
+  predicted.name = read.name;
+  return FirstDifference(predicted, read, layout);
 }
 
 }  // namespace check

@@ -38,8 +38,8 @@ class Prediction {
 };
 
 /// Name of the first thing in which a channel read by the library is not the predicted one; null
-/// when nothing is.
-const char* FirstUnpredicted(const Channel& predicted, const Channel& read,
+/// when nothing is. The predicted one gets the name that follows from its block.
+const char* FirstUnpredicted(Channel& predicted, const Channel& read,
                              const station_blocks::Layout* layout);
 
 }  // namespace check
