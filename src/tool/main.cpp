@@ -1,4 +1,5 @@
-// tunedex: the command-line host. Exit status 0; 1 when an operation failed; 2 for wrong usage.
+// tunedex: the command-line host. Exit status 0; 1 when an operation failed; 2 for wrong usage; 3
+// when it is done and something should be looked at.
 #include <exception>
 #include <iostream>
 
@@ -8,6 +9,7 @@
 #include "tool/commands/change.h"
 #include "tool/commands/commands.h"
 #include "tool/commands/directory_state.h"
+#include "tool/commands/exit_status.h"
 #include "tool/options/location.h"
 #include "tool/options/usage_error.h"
 #include "tool/printing/output.h"
@@ -18,7 +20,7 @@ namespace {
 enum class Does {
   Read,
   Change,   ///< it is run on a copy of them
-  Restore,  ///< it goes back and forth among those that were recorded
+  Restore,  ///< it makes the change itself: among those that were recorded, or a repair
   Make,     ///< it leaves them alone and makes another
 };
 
@@ -60,6 +62,8 @@ constexpr Command kCommands[] = {
     {"presets save", commands::SaveCustomerList, Does::Change},
     {"presets delete", commands::DeleteCustomerList, Does::Change},
     {"batch", commands::RunBatch, Does::Change},
+    {"check", commands::CheckFiles},
+    {"repair", commands::RepairFiles, Does::Restore},
     {"info", commands::ShowInfo},
     {"format", commands::FormatFile, Does::Change},
     {"countries", commands::ListCountries},
@@ -123,7 +127,7 @@ int RunGuarded(const Options& options) {
   const DirectoryState before(options);
   try {
     RunCommand(options);
-    return 0;
+    return commands::ExitStatus();
   } catch (const UnreadableFile& failure) {
     return FailUnread(options, failure);
   } catch (const UnwrittenOutput& failure) {

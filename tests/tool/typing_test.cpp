@@ -6,7 +6,7 @@ namespace {
 
 const char* const kGroups =
     "channels, catalogue, satellites, transponders, lnbs, dishes, presets, undo, redo, history, "
-    "info, format, countries, completion, batch";
+    "check, repair, info, format, countries, completion, batch";
 const char* const kSignals =
     "AnalogAntenna, AnalogCable, FMRadio, ATSCAntenna, ATSCCable, DVBSatellite, DVBTerrestrial, "
     "DVBHandheld, TDMBMobile, ISDBTerrestrialOneSeg";

@@ -78,6 +78,15 @@ std::optional<std::string> NarrowText::AskNarrow(WideView wide) const {
   return narrow;
 }
 
+std::string NarrowText::Replacing(WideView wide) const {
+  if (wide.empty()) return {};
+  Put({});
+  const Bstr text(wide);
+  ::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
+  const Channel channel = ReadChannel(m_record.Get());
+  return std::string(UpToZero(channel.block.data() + kName, kLimit));
+}
+
 std::string NarrowText::Require(WideView wide, std::size_t limit, const std::string& what) const {
   const std::optional<std::string> narrow = FromWide(wide);
   if (!narrow) throw Failure{E_INVALIDARG, what + " holds characters outside the code page"};

@@ -18,6 +18,10 @@ class NarrowText {
   /// come cut.
   std::optional<std::string> FromWide(WideView wide) const;
 
+  /// The bytes with the code page's replacement for every character that it lacks, up to kLimit of
+  /// them.
+  std::string Replacing(WideView wide) const;
+
   /// The bytes of a text that keeps to a limit below kLimit. Raises a Failure that begins with
   /// `what` for one that does not, or that holds what the code page lacks.
   std::string Require(WideView wide, std::size_t limit, const std::string& what) const;

@@ -18,7 +18,8 @@ void PrintResult(const SatelliteCatalogue& catalogue, const CatalogueReport& rep
   if (!options.json) {
     PrintWarnings(report);
     std::cout << catalogue.satellites.size() << " satellites, " << catalogue.TransponderCount()
-              << " transponders and " << catalogue.lnbs.size() << " LNB types " << (options.dryRun ? "would be written\n" : "written\n");
+              << " transponders and " << catalogue.lnbs.size() << " LNB types "
+              << (options.dryRun ? "would be written\n" : "written\n");
     return;
   }
   ordered_json object = {{"satellites", catalogue.satellites.size()},

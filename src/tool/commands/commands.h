@@ -45,6 +45,9 @@ void RunBatch(const Options& options);
 /// True for the name of a command that a batch may hold.
 bool IsOfBatch(std::string_view command);
 
+void CheckFiles(const Options& options);
+void RepairFiles(const Options& options);
+
 void ShowInfo(const Options& options);
 void FormatFile(const Options& options);
 void ListCountries(const Options& options);

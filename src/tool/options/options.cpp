@@ -6,6 +6,7 @@
 #include "kit/text/signal_types.h"
 #include "tool/options/batch_options.h"
 #include "tool/options/channel_options.h"
+#include "tool/options/check_options.h"
 #include "tool/options/command_tree.h"
 #include "tool/options/country_names.h"
 #include "tool/options/history_options.h"
@@ -65,6 +66,7 @@ void AddCommands(CLI::App& app, Options& options) {
   AddSatelliteCommands(app, options);
   AddPresetCommands(app, options);
   AddHistoryCommands(app, options);
+  AddCheckCommands(app, options);
   app.add_subcommand("info", "Say what the directory holds");
   CLI::App* format = app.add_subcommand("format", "Rewrite ChanInfo.xml in one of its two forms");
   AddWord(format, "FORM", "plain or preformatted",

@@ -3,10 +3,12 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "core/interfaces.h"
+#include "kit/check/codes.h"
 #include "kit/model/field_setter.h"
 #include "kit/reading/readable.h"
 #include "kit/selection/channel_filter.h"
@@ -64,8 +66,12 @@ struct Options {
   bool yes = false;          ///< replace without asking
 
   std::vector<UINT> snapshots;
-  std::string file;          ///< that is to be restored
+  std::string file;          ///< that is to be restored, or checked
   std::optional<UINT> keep;  ///< how many snapshots
+
+  std::optional<check::Severity> level;
+  std::set<std::string, std::less<>> codes;  ///< to be repaired; empty: all
+  std::set<check::Option> repairs;           ///< beyond the default
 
   std::string batchFile;       ///< empty or "-": standard input
   std::vector<Options> batch;  ///< its commands

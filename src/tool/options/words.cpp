@@ -25,6 +25,7 @@ Words WordsOf(const std::string& option) {
       {"FORM", {"plain", "preformatted"}},
       {"--service", {"tv", "radio", "data", "other", "all"}},
       {"KEY", {"number", "service"}},
+      {"--level", {"error", "warning", "note"}},
       {"--band", {"c", "ku"}},
       {"--region", {"asia", "europe", "atlantic", "america", "unknown"}},
       {"--division", {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}},

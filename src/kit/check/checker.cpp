@@ -1,0 +1,165 @@
+#include "kit/check/checker.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+#include "kit/check/comparison.h"
+#include "kit/check/directory_rules.h"
+#include "kit/check/other_rules.h"
+#include "kit/check/put_aside_rules.h"
+#include "kit/check/rewriting.h"
+#include "kit/check/rules.h"
+
+namespace check {
+namespace {
+
+using markup::Document;
+
+/// The data files first, in their order.
+std::size_t RankOf(std::string_view file) {
+  return static_cast<std::size_t>(std::ranges::find(kDataFiles, file) - std::begin(kDataFiles));
+}
+
+void MoveInto(std::vector<Finding>&& more, std::vector<Finding>& findings) {
+  findings.insert(findings.end(), std::make_move_iterator(more.begin()),
+                  std::make_move_iterator(more.end()));
+}
+
+const Document* DocumentOf(const Documents& documents, std::string_view name) {
+  const auto found = documents.find(name);
+  return found == documents.end() ? nullptr : &found->second;
+}
+
+const Document* Readable(const Documents& documents, std::string_view name) {
+  const Document* document = DocumentOf(documents, name);
+  return document != nullptr && document->IsReadable() ? document : nullptr;
+}
+
+bool HasSatelliteChannels(const Document& document) {
+  const ChannelTree tree = ReadTree(document, ChannelFile::Channels);
+  return std::ranges::any_of(tree.groups, [](const ChannelGroup& group) {
+    return group.signal == InputSignalDVBSatellite && !group.channels.empty();
+  });
+}
+
+}  // namespace
+
+void Sort(std::vector<Finding>& findings) {
+  const auto key = [](const Finding& finding) {
+    const markup::Place place = finding.place.value_or(markup::Place{0, 0});
+    return std::tuple(RankOf(finding.file), std::string_view(finding.file), place.line,
+                      place.column, finding.code->name);
+  };
+  std::ranges::stable_sort(findings, {}, key);
+}
+
+Checker::Checker(Settings settings)
+    : m_settings(std::move(settings)),
+      m_database({m_scratch.Path(), 1, InputSignalFMRadio}),
+      m_text(m_database) {}
+
+bool Checker::IsAsked(std::string_view file) const {
+  return m_settings.file.empty() || m_settings.file == file;
+}
+
+Document Checker::Read(const std::string& bytes) {
+  markup::ReadOptions options;
+  options.decode = [this](std::string_view narrow) { return m_text.Decode(narrow); };
+  return Document::Read(bytes, options);
+}
+
+Checked Checker::Check(const Files& files) {
+  Checked checked;
+  for (const std::string_view name : kDataFiles) {
+    if (const std::string* bytes = BytesOf(files, name)) {
+      CheckFile(std::string(name), *bytes, checked);
+    }
+  }
+  for (const auto& [name, bytes] : files) {
+    if (bytes && !PutAsideOf(name).empty()) CheckPutAside(name, *bytes, checked);
+  }
+  CheckMissing(files, checked);
+  std::erase_if(checked.findings,
+                [this](const Finding& finding) { return !IsAsked(finding.file); });
+  Sort(checked.findings);
+  return checked;
+}
+
+void Checker::CheckFile(const std::string& name, const std::string& bytes, Checked& checked) {
+  if (bytes.empty()) {
+    Finding finding = OfFile("ZT006", name, "the file has no bytes");
+    finding.fate = Finding::Fate::Removed;
+    checked.findings.push_back(std::move(finding));
+    return;
+  }
+  const Document& document = checked.documents.emplace(name, Read(bytes)).first->second;
+  Report report(document, name, checked.findings);
+  CheckMarkup(document, report);
+  if (name == kChannels || name == kPresets) CheckChannels(name, document, checked.findings);
+  if (name == kCatalogue) CheckCatalogue(document, report);
+  // The last of them: what it refers to was read.
+  if (name == kSettings) {
+    CheckDishes(document, Readable(checked.documents, kCatalogue),
+                Readable(checked.documents, kChannels), report);
+  }
+}
+
+void Checker::CheckChannels(const std::string& name, const Document& document,
+                            std::vector<Finding>& findings) {
+  if (document.Elements().empty()) return;
+  const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
+  const ChannelTree tree = ReadTree(document, kind);
+  Report report(document, name, findings);
+  CheckChannelFile({document, tree, kind, report, m_text, m_settings.knowsCountry});
+  if (kind == ChannelFile::Presets) CheckAreas(document, tree, report);
+}
+
+void Checker::CheckPutAside(const std::string& name, const std::string& bytes, Checked& checked) {
+  const std::string target(PutAsideOf(name));
+  if (target != kChannels && target != kPresets) return;
+  Document aside = Read(bytes);
+  if (!aside.Damages().empty()) {
+    const std::optional<std::string> mended = aside.Mends().Apply(aside.Bytes());
+    if (mended) aside = Read(*mended);
+  }
+  checked.findings.push_back(
+      check::CheckPutAside(aside, DocumentOf(checked.documents, target), name, target));
+}
+
+void Checker::CheckMissing(const Files& files, Checked& checked) {
+  const Document* channels = DocumentOf(checked.documents, kChannels);
+  if (channels == nullptr || channels->Elements().empty()) return;
+  if (BytesOf(files, kCatalogue) != nullptr || !HasSatelliteChannels(*channels)) return;
+  checked.findings.push_back(
+      OfFile("ZT005", std::string(kCatalogue),
+             "satellite channels are there, and no catalogue of satellites"));
+}
+
+std::vector<Finding> Checker::Compare(const Documents& documents) {
+  std::vector<Finding> findings;
+  const Document* channels = DocumentOf(documents, kChannels);
+  if (channels != nullptr && IsAsked(kChannels)) {
+    MoveInto(CompareChannels(*channels, channels->Bytes(), m_database, m_text), findings);
+  }
+  const Document* presets = DocumentOf(documents, kPresets);
+  if (presets != nullptr && IsAsked(kPresets)) {
+    MoveInto(ComparePresets(*presets, presets->Bytes(), m_database, m_text), findings);
+  }
+  return findings;
+}
+
+std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings) {
+  Checker checker(settings);
+  Checked checked = checker.Check(ReadFiles(directory));
+  MoveInto(checker.Compare(checked.documents), checked.findings);
+  std::vector<Finding> names = CheckNames(directory);
+  std::erase_if(names, [&](const Finding& finding) {
+    return !settings.file.empty() && finding.file != settings.file;
+  });
+  MoveInto(std::move(names), checked.findings);
+  Sort(checked.findings);
+  return std::move(checked.findings);
+}
+
+}  // namespace check

@@ -1,0 +1,65 @@
+// The files of a directory held against all rules.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kit/check/code_page_text.h"
+#include "kit/check/files.h"
+#include "kit/check/finding.h"
+#include "kit/files/scratch_directory.h"
+
+namespace check {
+
+struct Settings {
+  /// Whether there is a country with a code; without it that is not looked at.
+  std::function<bool(std::uint32_t code)> knowsCountry;
+  /// The only file to look at; empty for all.
+  std::string file;
+};
+
+using Documents = std::map<std::string, markup::Document, std::less<>>;
+
+struct Checked {
+  Documents documents;
+  std::vector<Finding> findings;  ///< by file and place
+};
+
+/// Looks at files in memory, as often as it is asked to.
+class Checker {
+ public:
+  explicit Checker(Settings settings);
+
+  /// Everything but the names of the files and what the library makes of them.
+  Checked Check(const Files& files);
+  /// ZT900: what the library reads otherwise than predicted.
+  std::vector<Finding> Compare(const Documents& documents);
+
+  markup::Document Read(const std::string& bytes);
+  const Database& Library() const { return m_database; }
+  CodePageText& Text() { return m_text; }
+
+ private:
+  void CheckFile(const std::string& name, const std::string& bytes, Checked& checked);
+  void CheckChannels(const std::string& name, const markup::Document& document,
+                     std::vector<Finding>& findings);
+  void CheckPutAside(const std::string& name, const std::string& bytes, Checked& checked);
+  void CheckMissing(const Files& files, Checked& checked);
+  bool IsAsked(std::string_view file) const;
+
+  Settings m_settings;
+  ScratchDirectory m_scratch;
+  Database m_database;
+  CodePageText m_text;
+};
+
+/// Everything about a directory. Failure when it cannot be read.
+std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings);
+
+/// By file and place.
+void Sort(std::vector<Finding>& findings);
+
+}  // namespace check

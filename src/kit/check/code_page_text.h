@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "kit/model/narrow_text.h"
+
+namespace check {
+
+/// What becomes of a file's texts in the code page.
+class CodePageText {
+ public:
+  explicit CodePageText(const Database& database);
+
+  struct Narrow {
+    std::string bytes;
+    bool isWhole = true;  ///< the code page has every character
+  };
+  /// Of UTF-8. Of a long text only the beginning, more than attributes are read into.
+  Narrow Of(std::string_view utf8);
+  /// At most so many bytes of it, cut between two characters.
+  std::string Cut(std::string_view utf8, std::size_t limit);
+
+  /// UTF-8 of bytes in the code page; nothing for bytes that are no text there.
+  std::optional<std::string> Decode(std::string_view narrow);
+  WideText ToWide(std::string_view narrow);
+  /// The bytes of a narrow text up to a limit, cut between two characters.
+  std::string CutNarrow(std::string_view narrow, std::size_t limit);
+
+ private:
+  Narrow Convert(WideView wide);
+
+  NarrowText m_narrow;
+  bool m_isUtf8;
+  std::unordered_map<std::string, Narrow> m_known;
+};
+
+bool IsAscii(std::string_view text);
+
+}  // namespace check

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kit/check/finding.h"
+
+/// A line for each.
+void PrintFindings(const std::vector<check::Finding>& findings);
+
+/// "2 errors, 1 warning"; "nothing" for none.
+std::string CountText(const std::vector<check::Finding>& findings);

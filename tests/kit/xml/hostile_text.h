@@ -1,0 +1,112 @@
+// Texts that look like XML and are not quite, from random numbers.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "support/random.h"
+
+/// A piece of a vocabulary of markup, broken markup and bytes.
+inline std::string_view HostilePiece(Random& random) {
+  using std::string_view_literals::operator""sv;
+  static constexpr std::string_view kPieces[] = {
+      "<",
+      ">",
+      "/>",
+      "</",
+      "\"",
+      "'",
+      "=",
+      "&",
+      ";",
+      "&amp;",
+      "&#65;",
+      "&#1;",
+      "&#xD800;",
+      "&lt;",
+      " ",
+      "\t",
+      "\r\n",
+      "\n",
+      "<a>",
+      "</a>",
+      "<a/>",
+      "<b x=\"1\"",
+      " y=\"2\"",
+      " x='3'",
+      "<a x=\"",
+      "\"/>",
+      "\">",
+      "<!--",
+      "-->",
+      "--",
+      "<![CDATA[",
+      "]]>",
+      "<?p ",
+      "?>",
+      "<?xml ",
+      "<!DOCTYPE a",
+      "[",
+      "]",
+      "<!",
+      "a",
+      "-",
+      "name",
+      "\0"sv,
+      "\x01",
+      "\x80",
+      "\xC3\xA9",
+      "\xFF",
+      "\xEF\xBF\xBF",
+      "<p:a",
+      " xmlns:p='u'",
+      " p:x='1'",
+      " xmlns='v'",
+      ":",
+      "<a\n",
+      "<Channel ",
+      "name=\"",
+      " name=\"x",
+      "\" index=\"5",
+      "</Channel>",
+      "x=1",
+      "<?xml version=\"1.0\"?>",
+      "text",
+      "</b>",
+      "<b>",
+      "\xEF\xBB\xBF",
+  };
+  return kPieces[random(static_cast<std::uint32_t>(std::size(kPieces)))];
+}
+
+/// Often with an element around it all, so that not everything is outside.
+inline std::string HostileText(Random& random, std::uint32_t mostPieces) {
+  const bool isFramed = random(3) != 0;
+  std::string text = isFramed ? "<a>" : "";
+  for (std::uint32_t i = random(mostPieces); i > 0; --i) text += HostilePiece(random);
+  return isFramed ? text + "</a>" : text;
+}
+
+/// A good text with a few bytes changed, pieces put in and parts taken out.
+inline std::string Mutated(std::string text, Random& random, std::uint32_t mostChanges) {
+  for (std::uint32_t i = 1 + random(mostChanges); i > 0; --i) {
+    const std::size_t place = random(static_cast<std::uint32_t>(text.size() + 1));
+    switch (random(4)) {
+      case 0:
+        text.insert(place, HostilePiece(random));
+        break;
+      case 1:
+        text.erase(place, 1 + random(8));
+        break;
+      case 2:
+        if (place < text.size()) text[place] = static_cast<char>(random(256));
+        break;
+      default:
+        text.replace(place, std::min<std::size_t>(text.size() - place, random(4)),
+                     HostilePiece(random));
+        break;
+    }
+  }
+  return text;
+}
