@@ -73,9 +73,19 @@ class FolderRepair {
     }
   }
 
+  // By way of another name: where letters of either case are the same, the two names are one.
   void Move(const std::string& from, const std::string& to) const {
+    const fs::path source = whole_file::PathOf(PathOf(from));
+    const fs::path target = whole_file::PathOf(PathOf(to));
+    fs::path between = target;
+    between += ".renamed";
     std::error_code error;
-    fs::rename(whole_file::PathOf(PathOf(from)), whole_file::PathOf(PathOf(to)), error);
+    fs::rename(source, between, error);
+    if (!error) {
+      fs::rename(between, target, error);
+      std::error_code ignored;
+      if (error) fs::rename(between, source, ignored);
+    }
     if (error) throw Failure{E_FAIL, from + " cannot be renamed: " + error.message()};
   }
 
