@@ -244,6 +244,17 @@ TEST(RawNames, MayHoldLineBreaks) {
   EXPECT_EQ("a\"/> b", ReadBack("a\"/>\r\nb"));
 }
 
+// A second reading must not find what the first one did not.
+TEST(RawNames, AreToldBehindABrokenDeclaration) {
+  std::string bytes =
+      Pattern(InputSignalDVBSatellite).Write(std::vector<Names>(1, Names{"a\"/>b", "shown"}));
+  bytes.replace(bytes.find("1.0"), 3, "?");
+  const Document document = Document::Read(bytes);
+  ASSERT_EQ(2U, document.Damages().size());
+  EXPECT_EQ(Reason::RawTagEnd, document.Damages()[1].reason);
+  EXPECT_TRUE(Document::Read(document.Mends().Apply(bytes).value_or("")).Damages().empty());
+}
+
 TEST(RawNames, ThatReadAsMarkupAreTold) {
   const auto reasons = [](const std::string& name) {
     const Document document = Document::Read(
