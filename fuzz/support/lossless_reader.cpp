@@ -46,6 +46,14 @@ bool IsAllMended(const Document& document) {
                      });
 }
 
+bool SeesRawMarkup(const Document& document) {
+  return std::any_of(document.Damages().begin(), document.Damages().end(),
+                     [](const markup::Damage& damage) {
+                       return damage.reason == markup::Reason::RawTagEnd ||
+                              damage.reason == markup::Reason::ReadsTwoWays;
+                     });
+}
+
 bool MayHaveAttachedParts(const std::string& bytes) {
   return bytes.substr(0, bytes.find('>')).find("standalone") != std::string::npos;
 }

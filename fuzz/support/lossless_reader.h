@@ -10,6 +10,8 @@
 bool LibraryReads(const std::string& bytes);
 /// Every damage that keeps a parser from reading is mended.
 bool IsAllMended(const markup::Document& document);
+/// What is good XML is taken for raw markup: a mended tag may come to look like that.
+bool SeesRawMarkup(const markup::Document& document);
 /// The parser of Linux takes a declaration whose parts are not set apart, which no other does.
 bool MayHaveAttachedParts(const std::string& bytes);
 
