@@ -42,7 +42,7 @@ void RequireSameTree(const Document& a, const Document& b) {
 bool IsAllMended(const Document& document) {
   return std::all_of(document.Damages().begin(), document.Damages().end(),
                      [](const markup::Damage& damage) {
-                       return damage.isMended || !IsBeyondReading(damage.reason);
+                       return damage.isMended || damage.reason == markup::Reason::RawBlank;
                      });
 }
 

@@ -258,7 +258,7 @@ TEST(RawNames, AreToldBehindABrokenDeclaration) {
 TEST(RawNames, ThatReadAsMarkupAreTold) {
   const auto reasons = [](const std::string& name) {
     const Document document = Document::Read(
-        Pattern(InputSignalDVBSatellite).Write(std::vector<Names>(1, Names{name, "shown"})));
+        Pattern(InputSignalFMRadio).Write(std::vector<Names>(1, Names{name, "shown"})));
     std::string text;
     for (const markup::Damage& damage : document.Damages()) {
       text += std::string(CodeOf(damage.reason)) + (damage.isMended ? " " : " left ") +
@@ -270,6 +270,8 @@ TEST(RawNames, ThatReadAsMarkupAreTold) {
   EXPECT_EQ("ZT020 readable ", reasons("a\"/>b"));
   EXPECT_EQ("ZT025 left readable ", reasons("a\" x=\"b"));
   EXPECT_EQ("ZT025 left ", reasons("a\" nameDisplay=\"b"));
+  // Good XML up to the end of the tag alone.
+  EXPECT_EQ("ZT020 ", reasons("a\"/></x>b"));
   EXPECT_TRUE(reasons("a\"/>\r\n<b").starts_with("ZT025 left "));
 }
 
