@@ -42,7 +42,15 @@ void RequireSameTree(const Document& a, const Document& b) {
 bool IsAllMended(const Document& document) {
   return std::all_of(document.Damages().begin(), document.Damages().end(),
                      [](const markup::Damage& damage) {
-                       return damage.isMended || !IsBeyondReading(damage.reason);
+                       return damage.isMended || damage.reason == markup::Reason::RawBlank;
+                     });
+}
+
+bool SeesRawMarkup(const Document& document) {
+  return std::any_of(document.Damages().begin(), document.Damages().end(),
+                     [](const markup::Damage& damage) {
+                       return damage.reason == markup::Reason::RawTagEnd ||
+                              damage.reason == markup::Reason::ReadsTwoWays;
                      });
 }
 

@@ -8,8 +8,10 @@
 
 /// The library's own parser takes it.
 bool LibraryReads(const std::string& bytes);
-/// Every damage that keeps a parser from reading is mended.
+/// Every damage but raw blanks is mended.
 bool IsAllMended(const markup::Document& document);
+/// What is good XML is taken for raw markup: a mended tag may come to look like that.
+bool SeesRawMarkup(const markup::Document& document);
 /// The parser of Linux takes a declaration whose parts are not set apart, which no other does.
 bool MayHaveAttachedParts(const std::string& bytes);
 

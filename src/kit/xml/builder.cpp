@@ -31,8 +31,9 @@ bool IsTarget(std::string_view name) {
 
 }  // namespace
 
-Builder::Builder(Document& document, const ReadOptions& options)
+Builder::Builder(Document& document, const ReadOptions& options, Way way)
     : m_document(document),
+      m_way(way),
       m_bytes(document.Bytes()),
       m_tokens(options.tokens),
       m_characters(m_bytes, options.decode),
@@ -171,7 +172,9 @@ void Builder::TakeTag(Piece& piece) {
 
 TagChoice::Way Builder::ChooseReading(Piece& piece) {
   Tag& tag = m_tokenizer.CurrentTag();
-  const TagChoice::Way way = m_choice.Choose(tag, RawTableOf(tag.name.In(m_bytes), m_signal));
+  const RawTable table =
+      m_way == Way::Whole ? RawTableOf(tag.name.In(m_bytes), m_signal) : RawTable();
+  const TagChoice::Way way = m_choice.Choose(tag, table);
   if (way != TagChoice::Way::AsRead && way != TagChoice::Way::Doubtful) {
     piece.token = {tag.isEmpty ? TokenKind::Empty : TokenKind::Start, tag.span};
     m_tokenizer.MoveTo(tag.span.end);

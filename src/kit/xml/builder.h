@@ -17,7 +17,10 @@ namespace markup {
 /// Reads the bytes of a document into its tree.
 class Builder {
  public:
-  Builder(Document& document, const ReadOptions& options);
+  /// Raw markup of the pre-formatted form is looked for, or not.
+  enum class Way { Whole, XmlAlone };
+
+  Builder(Document& document, const ReadOptions& options, Way way);
 
   void Run();
 
@@ -43,6 +46,7 @@ class Builder {
   bool IsFirst(Span span) const { return span.begin == m_start; }
 
   Document& m_document;
+  Way m_way;
   std::string_view m_bytes;
   std::vector<Token>* m_tokens;
   CharacterRuns m_characters;

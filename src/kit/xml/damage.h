@@ -54,7 +54,7 @@ inline constexpr std::uint32_t kMostDamages = 1000000;
 const char* CodeOf(Reason reason);
 /// "a raw & in a value", for a message.
 const char* TextOf(Reason reason);
-/// False for what leaves a document well-formed and readable.
+/// False for what may leave a document well-formed: see Document::IsReadable.
 bool IsBeyondReading(Reason reason);
 
 struct Damage {

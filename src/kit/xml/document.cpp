@@ -10,16 +10,18 @@ namespace markup {
 
 Document Document::Read(std::string bytes, const ReadOptions& options) {
   Document document;
-  document.m_bytes = std::make_unique<const std::string>(std::move(bytes));
+  document.m_bytes = std::make_shared<const std::string>(std::move(bytes));
   if (document.Bytes().size() > kLargestFile) {
     document.m_damages.emplace_back().reason = Reason::TooLong;
     return document;
   }
   document.m_encoding = ForeignEncoding(document.Bytes());
   if (document.m_encoding.empty()) {
-    Builder(document, options).Run();
+    Builder(document, options, Builder::Way::Whole).Run();
+    document.m_isReadable = document.IsWellFormed();
     return document;
   }
+  document.m_isReadable = true;  // for all that can be told
   const Span whole(0, document.Bytes().size());
   Damage& damage = document.m_damages.emplace_back();
   damage.reason = Reason::OtherEncoding;
@@ -59,8 +61,18 @@ Edits Document::Mends() const {
   return edits;
 }
 
-bool Document::IsReadable() const {
-  return std::none_of(m_damages.begin(), m_damages.end(),
+bool Document::IsWellFormed() const {
+  bool hasRawMarkup = false;
+  for (const Damage& damage : m_damages) {
+    if (IsBeyondReading(damage.reason)) return false;
+    hasRawMarkup = hasRawMarkup || damage.reason != Reason::RawBlank;
+  }
+  if (!hasRawMarkup) return true;
+  // What was taken for a value has to be judged as XML.
+  Document other;
+  other.m_bytes = m_bytes;
+  Builder(other, {}, Builder::Way::XmlAlone).Run();
+  return std::none_of(other.m_damages.begin(), other.m_damages.end(),
                       [](const Damage& damage) { return IsBeyondReading(damage.reason); });
 }
 

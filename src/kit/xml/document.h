@@ -98,8 +98,8 @@ class Document {
   /// Name of the encoding for Reason::OtherEncoding.
   const std::string& EncodingName() const { return m_encoding; }
 
-  /// No damage that keeps a parser from reading it.
-  bool IsReadable() const;
+  /// A parser takes it for well-formed. Raw markup may be that, too, with other values.
+  bool IsReadable() const { return m_isReadable; }
 
   /// Line and column of a byte. The first question counts the lines; not for several threads.
   Place PlaceOf(std::size_t offset) const;
@@ -107,9 +107,12 @@ class Document {
  private:
   friend class Builder;
 
+  bool IsWellFormed() const;
+
   /// Where they stand is where they stay, also when the document moves.
-  std::unique_ptr<const std::string> m_bytes;
+  std::shared_ptr<const std::string> m_bytes;
   std::string m_encoding;
+  bool m_isReadable = false;
   std::vector<Element> m_elements;
   std::vector<Attribute> m_attributes;
   std::deque<std::string> m_texts;

@@ -5,18 +5,28 @@
 #include <numeric>
 
 #include "kit/xml/characters.h"
+#include "kit/xml/declaration.h"
 
 namespace markup {
 namespace {
 
-constexpr std::string_view kFirstLine = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
+/// Also when only the declaration in the first line is broken, which then becomes the right one.
+bool IsPreFormatted(std::string_view bytes) {
+  const std::size_t end = bytes.find("?>");
+  if (!bytes.starts_with("<?xml") || end == std::string_view::npos) return false;
+  const std::string_view declaration = bytes.substr(0, end + 2);
+  const bool isDeclaration = Is(bytes[5], kBlankByte) || end == 5;
+  return isDeclaration && bytes.substr(end + 2).starts_with("\r\n") &&
+         (declaration == kSoundDeclaration || !ReadDeclaration(declaration).isSound);
+}
+
 /// A value may hold line breaks, but not without end.
 constexpr int kMostLines = 4;
 
 }  // namespace
 
 TagChoice::TagChoice(std::string_view bytes)
-    : m_bytes(bytes), m_isPreFormatted(bytes.starts_with(kFirstLine)) {}
+    : m_bytes(bytes), m_isPreFormatted(IsPreFormatted(bytes)) {}
 
 TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
   m_repeated.clear();

@@ -244,10 +244,21 @@ TEST(RawNames, MayHoldLineBreaks) {
   EXPECT_EQ("a\"/> b", ReadBack("a\"/>\r\nb"));
 }
 
+// A second reading must not find what the first one did not.
+TEST(RawNames, AreToldBehindABrokenDeclaration) {
+  std::string bytes =
+      Pattern(InputSignalDVBSatellite).Write(std::vector<Names>(1, Names{"a\"/>b", "shown"}));
+  bytes.replace(bytes.find("1.0"), 3, "?");
+  const Document document = Document::Read(bytes);
+  ASSERT_EQ(2U, document.Damages().size());
+  EXPECT_EQ(Reason::RawTagEnd, document.Damages()[1].reason);
+  EXPECT_TRUE(Document::Read(document.Mends().Apply(bytes).value_or("")).Damages().empty());
+}
+
 TEST(RawNames, ThatReadAsMarkupAreTold) {
   const auto reasons = [](const std::string& name) {
     const Document document = Document::Read(
-        Pattern(InputSignalDVBSatellite).Write(std::vector<Names>(1, Names{name, "shown"})));
+        Pattern(InputSignalFMRadio).Write(std::vector<Names>(1, Names{name, "shown"})));
     std::string text;
     for (const markup::Damage& damage : document.Damages()) {
       text += std::string(CodeOf(damage.reason)) + (damage.isMended ? " " : " left ") +
@@ -259,6 +270,8 @@ TEST(RawNames, ThatReadAsMarkupAreTold) {
   EXPECT_EQ("ZT020 readable ", reasons("a\"/>b"));
   EXPECT_EQ("ZT025 left readable ", reasons("a\" x=\"b"));
   EXPECT_EQ("ZT025 left ", reasons("a\" nameDisplay=\"b"));
+  // Good XML up to the end of the tag alone.
+  EXPECT_EQ("ZT020 ", reasons("a\"/></x>b"));
   EXPECT_TRUE(reasons("a\"/>\r\n<b").starts_with("ZT025 left "));
 }
 

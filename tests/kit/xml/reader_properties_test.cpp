@@ -50,7 +50,7 @@ std::string Described(const Document& document) {
 
 bool IsAllMended(const Document& document) {
   for (const markup::Damage& damage : document.Damages()) {
-    if (!damage.isMended && IsBeyondReading(damage.reason)) return false;
+    if (!damage.isMended && damage.reason != markup::Reason::RawBlank) return false;
   }
   return document.EncodingName().empty();
 }
