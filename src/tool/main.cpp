@@ -148,13 +148,18 @@ int Run(const std::vector<std::string>& arguments) {
   try {
     options = ParseOptions(arguments);
     if (!options) return 0;
+    // What the command line alone can tell comes before the directory is looked at.
+    const bool isKnown = options->country && options->signal;
+    if (isKnown) CompleteForSignal(*options);
     CompleteLocation(*options);
-    CompleteForSignal(*options);
+    if (!isKnown) CompleteForSignal(*options);
     return RunGuarded(*options);
   } catch (const UnreadableFile& failure) {
     return FailUnread(*options, failure);
   } catch (const UsageError& error) {
     return Refuse(error.command, error.what());
+  } catch (const InvalidArgument& error) {
+    return Refuse(options ? options->command : "", error.what());
   } catch (const std::bad_alloc&) {
     return Fail("tunedex", E_OUTOFMEMORY, "no memory is left");
   } catch (const std::exception& error) {

@@ -147,8 +147,11 @@ TEST_F(Batch, IsParsedBeforeAnythingIsOpened) {
   ExpectRefused(
       2, "line 1: channels list is no command of a batch",
       RunTool({"--dir", missing, "--country", "49", "--signal", "64", "batch"}, "channels list\n"));
+  ExpectRefused(2, "line 1: channels list is no command of a batch",
+                RunTool({"--dir", missing, "batch"}, "channels list\n"));
   ExpectRefused(2, "line 1: --country is required",
-                RunTool({"--dir", missing, "batch"}, "channels favor 1\n"));
+                RunTool({"--dir", m_directory.Files().Path(), "--signal", "2", "batch"},
+                        "channels favor 1\n"));
 }
 
 TEST_F(Batch, PrintsJson) {

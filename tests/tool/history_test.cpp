@@ -142,7 +142,7 @@ TEST(History, ShowsASnapshot) {
 TEST(History, IsPruned) {
   const SampleHome home;
   for (const char* mark : {"1", "2", "3", "4"}) {
-    ExpectStatus(0, home.Run({"channels", "favor", "9", mark}));
+    ExpectStatus(0, home.Run({"channels", "favor", "9", "--mark", mark}));
   }
   EXPECT_EQ("would remove snapshots: 1, 2, 3\n",
             home.Run({"history", "prune", "--keep", "2", "--dry-run"}).out);

@@ -8,6 +8,7 @@
 #include "kit/text/command_words.h"
 #include "kit/text/utf.h"
 #include "tool/commands/commands.h"
+#include "tool/options/channel_options.h"
 #include "tool/options/usage_error.h"
 
 namespace {
@@ -94,6 +95,18 @@ void CompleteBatchOptions(Options& options) {
       options.batch.push_back(std::move(line));
     } catch (const InvalidArgument& error) {
       throw UsageError{"line " + std::to_string(number) + ": " + error.what()};
+    }
+  }
+}
+
+void CompleteBatchForSignal(Options& options) {
+  for (Options& line : options.batch) {
+    line.country = options.country;
+    line.signal = options.signal;
+    try {
+      RequireFieldsOfSignal(line);
+    } catch (const InvalidArgument& error) {
+      throw UsageError{"line " + std::to_string(line.line) + ": " + error.what(), options.command};
     }
   }
 }

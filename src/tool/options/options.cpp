@@ -147,7 +147,6 @@ Options CommandParser::Parse(std::vector<std::string> words) {
     throw ExplainTyping(m_parts->app, error);
   }
   Complete(m_parts->app, m_parts->options);
-  CompleteForSignal(m_parts->options);
   return m_parts->options;
 }
 
@@ -177,6 +176,7 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
   }
   try {
     Complete(app, options);
+    CompleteBatchOptions(options);
   } catch (const UsageError& error) {
     throw UsageError{error.what(), options.command};
   }
@@ -185,5 +185,5 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments) {
 
 void CompleteForSignal(Options& options) {
   RequireFieldsOfSignal(options);
-  CompleteBatchOptions(options);
+  CompleteBatchForSignal(options);
 }
