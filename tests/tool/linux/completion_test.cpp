@@ -22,7 +22,7 @@ std::string Offered(const std::string& line) {
 }
 
 TEST(Completion, OffersCommands) {
-  EXPECT_EQ("channels catalogue countries completion format",
+  EXPECT_EQ("channels catalogue check countries completion format",
             Offered("tunedex c") + " " + Offered("tunedex f"));
   EXPECT_EQ("next", Offered("tunedex channels n"));
   EXPECT_EQ("list", Offered("tunedex --dir x --json lnbs ''"));
