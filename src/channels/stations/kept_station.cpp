@@ -28,13 +28,13 @@ HRESULT KeptStation::Assign(const _StationTuneInfo& source, InputSignalType sign
   Reset();
   const station_blocks::Layout* layout = station_blocks::Find(signalType);
   if (layout == nullptr) return E_FAIL;
-  const DWORD count =
-      source.pbInformation == nullptr ? 0 : std::min<DWORD>(source.cbInformation, layout->size);
-  const std::size_t kept = SizeWithoutZeros(source.pbInformation, count);
-  if (kept != 0) {
+  const BYTE* bytes = source.pbInformation;
+  const DWORD count = bytes == nullptr ? 0 : std::min<DWORD>(source.cbInformation, layout->size);
+  const std::size_t kept = SizeWithoutZeros(bytes, count);
+  if (bytes != nullptr && kept != 0) {
     m_block = TaskBlock::Attach(static_cast<BYTE*>(CoTaskMemAlloc(kept)));
     if (!m_block) throw std::bad_alloc();
-    std::memcpy(m_block.Get(), source.pbInformation, kept);
+    std::memcpy(m_block.Get(), bytes, kept);
   }
   m_kept = kept;
   m_station = source;

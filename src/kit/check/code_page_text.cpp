@@ -53,7 +53,7 @@ CodePageText::Narrow CodePageText::Of(std::string_view utf8) {
   const std::string key(utf8.substr(0, 4 * kMostUnits));
   const auto known = m_known.find(key);
   if (known != m_known.end()) return known->second;
-  const Narrow narrow = Convert(Wide(utf8));
+  Narrow narrow = Convert(Wide(utf8));
   if (m_known.size() < kMostKnown) m_known.emplace(key, narrow);
   return narrow;
 }

@@ -21,7 +21,7 @@ std::string Shown(std::string_view value) {
   return shown;
 }
 
-Finding OfFile(std::string_view code, std::string file, std::string text) {
+Finding OfFile(std::string_view code, std::string file, const std::string& text) {
   Finding finding;
   finding.code = FindCode(code);
   finding.file = std::move(file);

@@ -34,7 +34,7 @@ class Report {
 };
 
 /// A finding of a file as a whole.
-Finding OfFile(std::string_view code, std::string file, std::string text);
+Finding OfFile(std::string_view code, std::string file, const std::string& text);
 
 /// A repair without edits is none.
 void Settle(Finding& finding);

@@ -63,6 +63,7 @@ class TreeRules {
 
   static std::vector<Index> ElementsOf(const std::vector<Keyed>& siblings) {
     std::vector<Index> elements;
+    elements.reserve(siblings.size());
     for (const Keyed& sibling : siblings) elements.push_back(sibling.element);
     return elements;
   }
