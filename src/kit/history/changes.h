@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/interfaces.h"
@@ -26,7 +27,10 @@ struct ListKey {
   DWORD country = 0;
   InputSignalType signal = InputSignalUnknown;
 
-  auto operator<=>(const ListKey&) const = default;
+  bool operator==(const ListKey&) const = default;
+  bool operator<(const ListKey& other) const {
+    return std::pair(country, signal) < std::pair(other.country, other.signal);
+  }
 };
 
 struct ChannelPlace {

@@ -59,7 +59,8 @@ void ReplaceFiles(const std::string& directory, const FileSet& before, const Fil
     } else if (!Put(PathOf(directory, name), BytesOf(after, name), cause) &&
                !Holds(directory, name, BytesOf(after, name))) {
       problem =
-          name + " could not be " + (BytesOf(after, name) ? "written: " : "removed: ") + cause;
+          name + (BytesOf(after, name) ? " could not be written: " : " could not be removed: ");
+      problem += cause;
     }
     if (problem.empty()) {
       replaced.push_back(name);
