@@ -34,6 +34,7 @@ std::string Joined(const std::vector<std::string>& names) {
 
 std::string Joined(const std::vector<Number>& numbers) {
   std::vector<std::string> texts;
+  texts.reserve(numbers.size());
   for (const Number number : numbers) texts.push_back(std::to_string(number));
   return Joined(texts);
 }

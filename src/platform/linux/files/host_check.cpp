@@ -23,7 +23,7 @@ std::string OtherThanFile(const struct stat& state) {
 std::string WhyNotRead(const std::string& path) {
   struct stat state {};
   if (stat(path.c_str(), &state) != 0) return std::generic_category().message(errno);
-  const std::string other = OtherThanFile(state);
+  std::string other = OtherThanFile(state);
   if (!other.empty()) return other;
   if (access(path.c_str(), R_OK) != 0) return std::generic_category().message(errno);
   return "its bytes cannot be had";
@@ -44,7 +44,7 @@ std::optional<Damage> CheckFile(const std::string& path) {
 std::string WhyNotWritten(const std::string& path, std::size_t size) {
   struct stat state {};
   if (stat(path.c_str(), &state) == 0) {
-    const std::string other = OtherThanFile(state);
+    std::string other = OtherThanFile(state);
     if (!other.empty()) return other;
   }
   // Less than this would wait for more before it is written.
