@@ -65,6 +65,7 @@ void PrintTable(const std::vector<Channel>& channels, const std::vector<ChannelF
   for (const ChannelField& field : fields) rows.front().push_back(field.Name());
   for (const Channel& channel : channels) {
     std::vector<std::string> row;
+    row.reserve(fields.size());
     for (const ChannelField& field : fields) row.push_back(FieldText(field.Of(channel, narrow)));
     rows.push_back(std::move(row));
   }
