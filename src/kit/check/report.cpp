@@ -41,21 +41,21 @@ Report::Report(const markup::Document& document, std::string file, std::vector<F
     : m_document(document), m_file(std::move(file)), m_findings(findings), m_paths(document) {}
 
 Finding& Report::AddAt(std::string_view code, std::size_t offset, markup::Index element,
-                       std::string text) {
-  Finding& finding = m_findings.emplace_back(OfFile(code, m_file, std::move(text)));
+                       const std::string& text) {
+  Finding& finding = m_findings.emplace_back(OfFile(code, m_file, text));
   finding.place = m_document.PlaceOf(offset);
   finding.path = m_paths.Of(element);
   finding.element = element;
   return finding;
 }
 
-Finding& Report::Add(std::string_view code, markup::Index element, std::string text) {
-  return AddAt(code, m_document.Elements()[element].tag.begin, element, std::move(text));
+Finding& Report::Add(std::string_view code, markup::Index element, const std::string& text) {
+  return AddAt(code, m_document.Elements()[element].tag.begin, element, text);
 }
 
 Finding& Report::Add(std::string_view code, markup::Index element,
-                     const markup::Attribute& attribute, std::string text) {
-  Finding& finding = AddAt(code, attribute.name.begin, element, std::move(text));
+                     const markup::Attribute& attribute, const std::string& text) {
+  Finding& finding = AddAt(code, attribute.name.begin, element, text);
   finding.attribute = Shown(m_document.NameOf(attribute));
   finding.value = Shown(m_document.ValueOf(attribute));
   return finding;

@@ -16,13 +16,13 @@ class Report {
   Report(const markup::Document& document, std::string file, std::vector<Finding>& findings);
 
   /// At an element.
-  Finding& Add(std::string_view code, markup::Index element, std::string text);
+  Finding& Add(std::string_view code, markup::Index element, const std::string& text);
   /// At an attribute of an element.
   Finding& Add(std::string_view code, markup::Index element, const markup::Attribute& attribute,
-               std::string text);
+               const std::string& text);
   /// At any byte of an element, or outside of all with kNone.
   Finding& AddAt(std::string_view code, std::size_t offset, markup::Index element,
-                 std::string text);
+                 const std::string& text);
 
   const std::string& File() const { return m_file; }
 
