@@ -6,6 +6,7 @@
 #include "kit/home.h"
 #include "kit/json/channel_json.h"
 #include "kit/model/channel_table.h"
+#include "kit/text/printable.h"
 #include "kit/text/signal_types.h"
 
 namespace {
@@ -45,10 +46,12 @@ TEST_F(ChannelFields, AreThoseOfTheRecord) {
   EXPECT_EQ(FieldValue(), value("AudioStream[3].pid"));
 }
 
+/// As it is shown: control characters come as escapes, and some code pages have them in the samples.
 std::string AsText(const ordered_json& value) {
   if (value.is_null()) return "-";
   if (value.is_boolean()) return value.get<bool>() ? "yes" : "no";
-  return value.is_string() ? value.get<std::string>() : value.dump();
+  return value.is_string() ? Printable(std::string_view(value.get_ref<const std::string&>()))
+                           : value.dump();
 }
 
 /// Calls with the name and value of everything in the JSON of a channel that is no list or object.
