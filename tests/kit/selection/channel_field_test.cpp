@@ -46,7 +46,7 @@ TEST_F(ChannelFields, AreThoseOfTheRecord) {
   EXPECT_EQ(FieldValue(), value("AudioStream[3].pid"));
 }
 
-/// As it is shown: control characters come as escapes, and some code pages have them in the samples.
+/// As it is shown: control characters, which the samples have in some code pages, come as escapes.
 std::string AsText(const ordered_json& value) {
   if (value.is_null()) return "-";
   if (value.is_boolean()) return value.get<bool>() ? "yes" : "no";
