@@ -164,14 +164,20 @@ TEST_F(Bulk, UnknownFieldsAreNamedWithTheKnownOnes) {
 }
 
 TEST_F(Bulk, TablesAreAlignedByCharactersAndNotByBytes) {
-  for (const char* name : {"K\u00F6ln", "abcd"}) {
+  for (const char* name : {"wxyz", "abcd"}) {
     ExpectStatus(0, Run({"channels", "add", "--name", name}));
   }
+  // Display names are what they are in every code page.
+  std::string file = m_directory.Files().Read("ChanInfo.xml");
+  const std::string old = "nameDisplay=\"wxyz\"";
+  ASSERT_NE(std::string::npos, file.find(old));
+  file.replace(file.find(old), old.size(), "nameDisplay=\"K\u00F6ln\"");
+  m_directory.Files().Write("ChanInfo.xml", file);
   EXPECT_EQ(
-      "name  index\n"
-      "K\u00F6ln  5\n"
-      "abcd  6\n",
-      Run({"channels", "list", "--columns", "name,index", "--index", "5-6"}).out);
+      "displayName  index\n"
+      "K\u00F6ln         5\n"
+      "abcd         6\n",
+      Run({"channels", "list", "--columns", "displayName,index", "--index", "5-6"}).out);
 }
 
 // The list of a signal type with one channel, which is found in another way.
