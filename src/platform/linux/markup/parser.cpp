@@ -17,7 +17,12 @@ namespace domtree {
 namespace {
 
 struct ParserEnd {
-  void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
+  void operator()(xmlParserCtxt* parser) const {
+    // No tree is asked for, but entities make a document to stand in, which a parse that is broken
+    // off leaves behind.
+    if (parser->myDoc != nullptr) xmlFreeDoc(parser->myDoc);
+    xmlFreeParserCtxt(parser);
+  }
 };
 using Parser = std::unique_ptr<xmlParserCtxt, ParserEnd>;
 
