@@ -61,7 +61,12 @@ Outcome RunTool(const Arguments& arguments, const std::string& input) {
   // One shell wants the whole line in quotes again.
   const std::string quotes(ZORTUNEDEX_SHELL_QUOTES, '"');
   command = quotes + command + quotes;
-  const int status = std::system(command.c_str());
+  int status = std::system(command.c_str());
+  // A busy system now and then starts no shell: then nothing was run, and nothing was opened.
+  for (int more = 0; more < 3 && status == -1 && !std::filesystem::exists(output.File("out"));
+       ++more) {
+    status = std::system(command.c_str());
+  }
   // A status stands in the low byte on one platform and in the next one on the other.
   return {status > 0xFF ? status >> 8 : status, WithoutReturns(output.Read("out")),
           WithoutReturns(output.Read("err"))};
