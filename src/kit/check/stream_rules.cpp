@@ -59,10 +59,11 @@ class StreamRules {
     return text ? std::optional(Unsigned(ReadNumber(*text).value)) : std::nullopt;
   }
 
-  Finding& Report(const char* code, Index element, std::string_view attribute, std::string text) {
+  Finding& Report(const char* code, Index element, std::string_view attribute,
+                  const std::string& text) {
     const Attribute* found = m_document.Find(At(element), attribute);
-    if (found != nullptr) return m_subject.report.Add(code, element, *found, std::move(text));
-    Finding& finding = m_subject.report.Add(code, element, std::move(text));
+    if (found != nullptr) return m_subject.report.Add(code, element, *found, text);
+    Finding& finding = m_subject.report.Add(code, element, text);
     finding.attribute = std::string(attribute);
     return finding;
   }
