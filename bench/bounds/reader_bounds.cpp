@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kit/xml/document.h"
+#include "kit/xml/tree/document.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kit/xml/document.h"
+#include "kit/xml/tree/document.h"
 
 /// The library's own parser takes it.
 bool LibraryReads(const std::string& bytes);

@@ -4,12 +4,12 @@
 #include <iterator>
 #include <tuple>
 
-#include "kit/check/comparison.h"
-#include "kit/check/directory_rules.h"
-#include "kit/check/other_rules.h"
-#include "kit/check/put_aside_rules.h"
-#include "kit/check/rewriting.h"
-#include "kit/check/rules.h"
+#include "kit/check/prediction/comparison.h"
+#include "kit/check/rules/directory_rules.h"
+#include "kit/check/rules/other_rules.h"
+#include "kit/check/rules/put_aside_rules.h"
+#include "kit/check/rules/rewriting.h"
+#include "kit/check/rules/rules.h"
 
 namespace check {
 namespace {

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "kit/check/code_page_text.h"
-#include "kit/check/files.h"
-#include "kit/check/finding.h"
+#include "kit/check/findings/finding.h"
+#include "kit/check/subject/code_page_text.h"
+#include "kit/check/subject/files.h"
 #include "kit/files/scratch_directory.h"
 
 namespace check {

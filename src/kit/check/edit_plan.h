@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kit/xml/edits.h"
+#include "kit/xml/text/edits.h"
 
 namespace check {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "kit/check/comparison.h"
 #include "kit/check/edit_plan.h"
-#include "kit/check/preservation.h"
+#include "kit/check/prediction/comparison.h"
+#include "kit/check/prediction/preservation.h"
 #include "kit/failure.h"
 
 namespace check {

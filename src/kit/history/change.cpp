@@ -8,7 +8,7 @@
 #include "kit/history/directory_lock.h"
 #include "kit/history/put_aside.h"
 #include "kit/history/replacement.h"
-#include "kit/history/retention.h"
+#include "kit/history/snapshots/retention.h"
 
 namespace fs = std::filesystem;
 

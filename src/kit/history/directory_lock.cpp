@@ -3,7 +3,7 @@
 #include <thread>
 
 #include "kit/failure.h"
-#include "kit/history/file_set.h"
+#include "kit/history/snapshots/file_set.h"
 
 namespace history {
 namespace {

@@ -6,7 +6,7 @@
 #include "kit/failure.h"
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
-#include "kit/history/file_set.h"
+#include "kit/history/snapshots/file_set.h"
 #include "platform/host.h"
 
 namespace fs = std::filesystem;

@@ -1,7 +1,7 @@
 #include "kit/history/recording.h"
 
 #include "kit/history/replacement.h"
-#include "kit/history/retention.h"
+#include "kit/history/snapshots/retention.h"
 
 namespace history {
 namespace {

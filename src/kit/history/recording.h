@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "kit/history/store.h"
+#include "kit/history/snapshots/store.h"
 
 namespace history {
 

@@ -1,5 +1,7 @@
 #include "kit/history/replacement.h"
 
+#include <vector>
+
 #include "platform/host.h"
 
 namespace history {
@@ -35,17 +37,6 @@ bool PutBack(const std::string& directory, const std::vector<std::string>& names
 }
 
 }  // namespace
-
-std::vector<std::string> Differing(const FileSet& before, const FileSet& after) {
-  std::vector<std::string> names;
-  for (const auto& [name, bytes] : after) {
-    if (BytesOf(before, name) != bytes) names.push_back(name);
-  }
-  for (const auto& [name, bytes] : before) {
-    if (bytes && !after.contains(name)) names.push_back(name);
-  }
-  return names;
-}
 
 void ReplaceFiles(const std::string& directory, const FileSet& before, const FileSet& after) {
   std::vector<std::string> replaced;

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "kit/failure.h"
-#include "kit/history/file_set.h"
+#include "kit/history/snapshots/file_set.h"
 
 namespace history {
 
@@ -12,9 +11,6 @@ namespace history {
 class HalfDone : public Failure {
   using Failure::Failure;
 };
-
-/// Names of the files that differ.
-std::vector<std::string> Differing(const FileSet& before, const FileSet& after);
 
 /// Makes the files of a directory those of `after`, one by one. Directly before each replacement
 /// the file is compared with that of `before`: a difference is another program's, and stays.

@@ -4,7 +4,7 @@
 #include "kit/failure.h"
 #include "kit/satellites/checked_catalogue.h"
 #include "tool/commands/commands.h"
-#include "tool/commands/output_file.h"
+#include "tool/commands/running/output_file.h"
 #include "tool/printing/catalogue_report.h"
 #include "tool/printing/output.h"
 

@@ -4,16 +4,16 @@
 #include <nlohmann/json.hpp>
 
 #include "countries/country_table.h"
-#include "kit/check/directory_rules.h"
-#include "kit/check/finding_json.h"
+#include "kit/check/findings/finding_json.h"
 #include "kit/check/repair.h"
+#include "kit/check/rules/directory_rules.h"
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
 #include "kit/history/change.h"
 #include "platform/host.h"
-#include "tool/commands/change.h"
 #include "tool/commands/commands.h"
-#include "tool/commands/exit_status.h"
+#include "tool/commands/running/change.h"
+#include "tool/commands/running/exit_status.h"
 #include "tool/printing/findings.h"
 #include "tool/printing/output.h"
 

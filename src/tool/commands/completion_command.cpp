@@ -1,7 +1,7 @@
 #include <iostream>
 
 #include "tool/commands/commands.h"
-#include "tool/options/completion.h"
+#include "tool/options/typing/completion.h"
 
 namespace commands {
 

@@ -3,10 +3,10 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
-#include "kit/history/changes.h"
+#include "kit/history/comparison/changes.h"
 #include "kit/history/replacement.h"
-#include "tool/commands/change.h"
 #include "tool/commands/commands.h"
+#include "tool/commands/running/change.h"
 #include "tool/printing/change_report.h"
 #include "tool/printing/output.h"
 

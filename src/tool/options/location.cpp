@@ -8,10 +8,10 @@
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "platform/host.h"
-#include "tool/options/country_names.h"
 #include "tool/options/needs.h"
+#include "tool/options/typing/country_names.h"
+#include "tool/options/typing/words.h"
 #include "tool/options/usage_error.h"
-#include "tool/options/words.h"
 
 namespace fs = std::filesystem;
 

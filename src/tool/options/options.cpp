@@ -4,17 +4,17 @@
 #include <iostream>
 
 #include "kit/text/signal_types.h"
-#include "tool/options/batch_options.h"
-#include "tool/options/channel_options.h"
-#include "tool/options/check_options.h"
-#include "tool/options/command_tree.h"
-#include "tool/options/country_names.h"
-#include "tool/options/history_options.h"
+#include "tool/options/groups/batch_options.h"
+#include "tool/options/groups/channel_options.h"
+#include "tool/options/groups/check_options.h"
+#include "tool/options/groups/history_options.h"
+#include "tool/options/groups/option_helpers.h"
+#include "tool/options/groups/preset_options.h"
 #include "tool/options/location.h"
 #include "tool/options/needs.h"
-#include "tool/options/option_helpers.h"
-#include "tool/options/preset_options.h"
-#include "tool/options/typing_errors.h"
+#include "tool/options/typing/command_tree.h"
+#include "tool/options/typing/country_names.h"
+#include "tool/options/typing/typing_errors.h"
 #include "tool/options/usage_error.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/interfaces.h"
-#include "kit/check/codes.h"
+#include "kit/check/findings/codes.h"
 #include "kit/model/field_setter.h"
 #include "kit/reading/readable.h"
 #include "kit/selection/channel_filter.h"

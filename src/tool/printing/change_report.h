@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kit/history/changes.h"
+#include "kit/history/comparison/changes.h"
 #include "kit/history/recording.h"
 
 /// A line for each change: "49 DVBSatellite: channel 5 ProSieben: moved from 7". Nothing for none.

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "kit/check/finding.h"
+#include "kit/check/findings/finding.h"
 
 /// A line for each.
 void PrintFindings(const std::vector<check::Finding>& findings);

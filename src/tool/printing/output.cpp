@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
-#include "kit/text/text_table.h"
+#include "kit/text/columns/text_table.h"
 #include "platform/host.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "kit/check/codes.h"
+#include "kit/check/findings/codes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kit/check/comparison.h"
+#include "kit/check/prediction/comparison.h"
 
 #include "kit/check/checker.h"
 #include "kit/home.h"

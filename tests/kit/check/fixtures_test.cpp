@@ -5,9 +5,9 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "kit/check/directory_rules.h"
-#include "kit/check/finding_json.h"
+#include "kit/check/findings/finding_json.h"
 #include "kit/check/repair.h"
+#include "kit/check/rules/directory_rules.h"
 #include "kit/failure.h"
 #include "kit/home.h"
 #include "support/code_page.h"

@@ -2,7 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/check/checker.h"
-#include "kit/check/finding_json.h"
+#include "kit/check/findings/finding_json.h"
 #include "kit/home.h"
 #include "kit/model/channel_layout.h"
 #include "kit/saving/save_table.h"

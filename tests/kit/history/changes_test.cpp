@@ -1,7 +1,7 @@
-#include "kit/history/changes.h"
+#include "kit/history/comparison/changes.h"
 
-#include "kit/history/channel_changes.h"
-#include "kit/history/element_changes.h"
+#include "kit/history/comparison/channel_changes.h"
+#include "kit/history/comparison/element_changes.h"
 #include "kit/history/recorded_home.h"
 #include "kit/home.h"
 #include "kit/saving/save_table.h"

@@ -1,4 +1,4 @@
-#include "kit/history/crc32.h"
+#include "kit/history/snapshots/crc32.h"
 
 #include <gtest/gtest.h>
 

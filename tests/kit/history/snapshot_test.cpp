@@ -1,6 +1,6 @@
-#include "kit/history/snapshot.h"
+#include "kit/history/snapshots/snapshot.h"
 
-#include "kit/history/file_set.h"
+#include "kit/history/snapshots/file_set.h"
 #include "kit/home.h"
 
 namespace {

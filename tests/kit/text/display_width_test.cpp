@@ -1,8 +1,8 @@
-#include "kit/text/display_width.h"
+#include "kit/text/columns/display_width.h"
 
 #include <gtest/gtest.h>
 
-#include "kit/text/display_width_table.h"
+#include "kit/text/columns/display_width_table.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "kit/text/text_table.h"
+#include "kit/text/columns/text_table.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <sstream>
 
-#include "kit/text/display_width.h"
+#include "kit/text/columns/display_width.h"
 
 namespace {
 

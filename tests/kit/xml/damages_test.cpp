@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "kit/xml/character_runs.h"
-#include "kit/xml/document.h"
+#include "kit/xml/text/character_runs.h"
+#include "kit/xml/tree/document.h"
 
 namespace {
 

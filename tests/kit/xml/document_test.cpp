@@ -1,4 +1,4 @@
-#include "kit/xml/document.h"
+#include "kit/xml/tree/document.h"
 
 #include <gtest/gtest.h>
 

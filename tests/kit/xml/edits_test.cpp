@@ -1,4 +1,4 @@
-#include "kit/xml/edits.h"
+#include "kit/xml/text/edits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kit/xml/places.h"
+#include "kit/xml/text/places.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "kit/xml/raw_markup.h"
+#include "kit/xml/raw/raw_markup.h"
 
 #include <gtest/gtest.h>
 
-#include "kit/xml/raw_tables.h"
+#include "kit/xml/raw/raw_tables.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "kit/model/channel.h"
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
-#include "kit/xml/document.h"
+#include "kit/xml/tree/document.h"
 #include "support/random.h"
 
 namespace {

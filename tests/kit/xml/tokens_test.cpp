@@ -1,4 +1,4 @@
-#include "kit/xml/tokens.h"
+#include "kit/xml/tokens/tokens.h"
 
 #include <gtest/gtest.h>
 

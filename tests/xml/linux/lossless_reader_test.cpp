@@ -5,8 +5,8 @@
 #include <iterator>
 #include <vector>
 
-#include "kit/xml/document.h"
 #include "kit/xml/hostile_text.h"
+#include "kit/xml/tree/document.h"
 #include "platform/linux/markup/parser.h"
 
 namespace {

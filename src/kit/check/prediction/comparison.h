@@ -1,0 +1,19 @@
+// The library's own reading beside the prediction.
+#pragma once
+
+#include <vector>
+
+#include "kit/check/findings/finding.h"
+#include "kit/check/subject/code_page_text.h"
+#include "kit/check/subject/files.h"
+
+namespace check {
+
+/// ZT900: whether the library reads a channel file, or the presets, as predicted. It reads a copy
+/// of the bytes. Documents that it cannot read are not looked at.
+std::vector<Finding> CompareChannels(const markup::Document& document, std::string_view bytes,
+                                     const Database& database, CodePageText& text);
+std::vector<Finding> ComparePresets(const markup::Document& document, std::string_view bytes,
+                                    const Database& database, CodePageText& text);
+
+}  // namespace check

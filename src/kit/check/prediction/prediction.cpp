@@ -1,0 +1,165 @@
+#include "kit/check/prediction/prediction.h"
+
+#include <algorithm>
+#include <array>
+
+#include "kit/check/subject/base64.h"
+#include "kit/check/subject/schema.h"
+#include "kit/check/subject/words.h"
+#include "kit/failure.h"
+
+namespace check {
+namespace {
+
+using markup::Element;
+using markup::Index;
+using markup::kNone;
+using station_blocks::Field;
+using station_blocks::Form;
+using station_blocks::Layout;
+using station_blocks::Source;
+using station_blocks::StreamList;
+using station_blocks::Use;
+
+// Attributes of base64 are read into a buffer that has room for a line break in every group of the
+// longest text.
+constexpr std::size_t kMostEncoded = ((260 + 2) / 3 * 4 + 1) * 3 / 2 - 1;
+
+void Put(std::string_view bytes, BYTE* place) { std::copy(bytes.begin(), bytes.end(), place); }
+
+}  // namespace
+
+std::string Prediction::Text(const Element& element, const Field& field) {
+  const std::string_view value =
+      m_document.ValueOf(element, field.attribute).value_or(std::string_view());
+  if (field.form != Form::Base64) return m_text.Cut(value, NarrowText::kAttributeLimit);
+  std::string narrow = base64::Decode(m_text.Cut(value, kMostEncoded));
+  narrow.resize(std::min(narrow.size(), narrow.find('\0')));
+  return m_text.CutNarrow(narrow, NarrowText::kAttributeLimit);
+}
+
+void Prediction::ReadRow(const Element& element, const Field& field, BYTE* base) {
+  BYTE* place = base + field.offset;
+  const auto number = [&] {
+    const auto text = m_document.ValueOf(element, field.attribute);
+    return text ? Unsigned(ReadNumber(*text).value) : 0;
+  };
+  switch (field.form) {
+    case Form::Number:
+      return station_blocks::Store(place, field.width, number());
+    case Form::Language:
+      return station_blocks::StoreLanguage(place, number());
+    case Form::Text:
+    case Form::Base64:
+      return Put(m_text.CutNarrow(Text(element, field), field.width - 1U), place);
+    default:
+      if (const auto value = words::Read(field.form, Text(element, field))) {
+        station_blocks::Store(place, field.width, Unsigned(*value));
+      }
+  }
+}
+
+void Prediction::ReadChannelRow(const Element& element, const Field& field, Channel& channel) {
+  if (field.source == Source::DisplayName) {
+    channel.displayName = m_text.ToWide(Text(element, field));
+    return;
+  }
+  if (field.source != Source::Block && field.source != Source::Name) {
+    const auto text = m_document.ValueOf(element, field.attribute);
+    SetSourceValue(channel, field.source, text ? Unsigned(ReadNumber(*text).value) : 0);
+  }
+  if (field.width != 0) ReadRow(element, field, channel.block.data());
+}
+
+void Prediction::ReadComponent(const Element& component, const station_blocks::ComponentList& list,
+                               BYTE* block) {
+  const auto text = m_document.ValueOf(component, "ID");
+  const std::uint32_t slot = text ? Unsigned(ReadNumber(*text).value) : 0;
+  if (slot >= list.capacity) return;
+  const auto place = [slot](std::uint16_t first, std::size_t width) {
+    return static_cast<std::uint16_t>(first + slot * width);
+  };
+  const Field name = {"name", place(list.nameOffset, list.nameWidth), list.nameWidth, Form::Text};
+  // A shorter name of a second component with the same place leaves the rest behind its end.
+  const std::string narrow = m_text.CutNarrow(Text(component, name), name.width - 1U);
+  Put(narrow, block + name.offset);
+  block[name.offset + narrow.size()] = 0;
+  ReadRow(component, {"type", place(list.typeOffset, 4), 4}, block);
+}
+
+void Prediction::ReadStreams(const Element& streams, const Layout& layout, BYTE* block) {
+  const auto elements = m_document.Elements();
+  for (const Field& field : layout.elementStreams) {
+    if (field.use != Use::WriteOnly) ReadRow(streams, field, block);
+  }
+  std::array<std::uint16_t, 8> counts = {};
+  for (Index i = streams.firstChild; i != kNone; i = elements[i].next) {
+    const std::string_view name = m_document.NameOf(elements[i]);
+    if (layout.components != nullptr && name == "Components") {
+      ReadComponent(elements[i], *layout.components, block);
+    }
+    const StreamList* list = schema::ListOf(layout, name);
+    if (list == nullptr) continue;
+    std::uint16_t& count = counts[static_cast<std::size_t>(list - layout.lists.begin())];
+    if (count == list->capacity) continue;
+    BYTE* entry = block + list->offset + std::size_t{count} * list->entrySize;
+    ++count;
+    for (const Field& field : station_blocks::EntryFields(list->entrySize)) {
+      ReadRow(elements[i], field, entry);
+    }
+  }
+}
+
+// The record does that itself when its station is set.
+void Prediction::FillDisplayName(Channel& channel, InputSignalType signal) const {
+  const ComPtr<IChannelInfoMgr> list = m_database.List(signal);
+  ComPtr<IChannelInfo> record;
+  Require(list->CreateChannelInfo(record.Receive()), "a record cannot be made");
+  WriteChannel(channel, signal, record.Get());
+  Bstr name;
+  if (SUCCEEDED(record->GetChannelDspName(name.Receive()))) channel.displayName = name.View();
+}
+
+Channel Prediction::Of(Index index, const ChannelGroup& group) {
+  const Layout& layout = *group.layout;
+  const Element& element = m_document.Elements()[index];
+  Channel channel;
+  channel.block.resize(layout.size);
+  for (const Field& field : layout.channel) {
+    if (field.use != Use::WriteOnly) ReadChannelRow(element, field, channel);
+  }
+  const auto child = [&](const char* name) { return FirstChild(m_document, element, name); };
+  if (!layout.elementStreams.Empty()) {
+    const Index streams = child("ElementStreams");
+    if (streams != kNone) {
+      ReadStreams(m_document.Elements()[streams], layout, channel.block.data());
+    }
+  }
+  const Index params = layout.satelliteParams.Empty() ? kNone : child("SatelliteParams");
+  if (params != kNone) {
+    for (const Field& field : layout.satelliteParams) {
+      ReadRow(m_document.Elements()[params], field, channel.block.data());
+    }
+  }
+  if (channel.displayName.empty()) FillDisplayName(channel, group.signal);
+  return channel;
+}
+
+std::vector<Channel> Prediction::Of(const ChannelGroup& group) {
+  std::vector<Channel> channels;
+  channels.reserve(group.channels.size());
+  const std::vector<std::uint32_t> indexes = IndexesOf(m_document, group);
+  for (const std::size_t place : ListOrder(indexes)) {
+    // A record with this index tells none, and comes into no list.
+    if (indexes[place] == UINT32_MAX) continue;
+    channels.push_back(Of(group.channels[place], group));
+  }
+  return channels;
+}
+
+const char* FirstUnpredicted(Channel& predicted, const Channel& read, const Layout* layout) {
+  predicted.name = read.name;
+  return FirstDifference(predicted, read, layout);
+}
+
+}  // namespace check

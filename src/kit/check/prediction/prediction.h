@@ -1,0 +1,45 @@
+// What the library reads of a file, told from the file alone.
+#pragma once
+
+#include <vector>
+
+#include "kit/check/subject/channel_tree.h"
+#include "kit/check/subject/code_page_text.h"
+#include "kit/model/channel.h"
+#include "kit/model/database.h"
+
+namespace check {
+
+class Prediction {
+ public:
+  Prediction(const markup::Document& document, const Database& database, CodePageText& text)
+      : m_document(document), m_database(database), m_text(text) {}
+
+  /// The channel as a record of the library holds it. What follows from the block (name, service
+  /// type, marks) is left out: it is the same where the block is.
+  Channel Of(markup::Index channel, const ChannelGroup& group);
+  /// The channels of a group in the order of the library's list.
+  std::vector<Channel> Of(const ChannelGroup& group);
+
+ private:
+  std::string Text(const markup::Element& element, const station_blocks::Field& field);
+  void ReadRow(const markup::Element& element, const station_blocks::Field& field, BYTE* base);
+  void ReadChannelRow(const markup::Element& element, const station_blocks::Field& field,
+                      Channel& channel);
+  void ReadStreams(const markup::Element& streams, const station_blocks::Layout& layout,
+                   BYTE* block);
+  void ReadComponent(const markup::Element& component, const station_blocks::ComponentList& list,
+                     BYTE* block);
+  void FillDisplayName(Channel& channel, InputSignalType signal) const;
+
+  const markup::Document& m_document;
+  const Database& m_database;
+  CodePageText& m_text;
+};
+
+/// Name of the first thing in which a channel read by the library is not the predicted one; null
+/// when nothing is. The predicted one gets the name that follows from its block.
+const char* FirstUnpredicted(Channel& predicted, const Channel& read,
+                             const station_blocks::Layout* layout);
+
+}  // namespace check

@@ -1,0 +1,172 @@
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "kit/check/rules/rewriting.h"
+#include "kit/check/rules/rules.h"
+#include "kit/check/subject/schema.h"
+
+namespace check {
+namespace {
+
+using markup::Attribute;
+using markup::Document;
+using markup::Element;
+using markup::Index;
+using markup::kNone;
+using station_blocks::Layout;
+using station_blocks::StreamList;
+
+constexpr std::uint32_t kMostPid = 8191;
+constexpr std::uint32_t kLastTablePid = 15;
+
+class StreamRules {
+ public:
+  StreamRules(const Subject& subject, const ChannelGroup& group, Index channel)
+      : m_subject(subject),
+        m_document(subject.document),
+        m_layout(*group.layout),
+        m_signal(group.signal),
+        m_channel(channel) {}
+
+  void Check() {
+    CheckAddresses();
+    if (m_layout.elementStreams.Empty()) return;
+    m_streams = FirstChild(m_document, At(m_channel), "ElementStreams");
+    if (m_streams == kNone) return;
+    std::map<const StreamList*, std::uint32_t> counts;
+    std::vector<Index> components;
+    for (Index i = At(m_streams).firstChild; i != kNone; i = At(i).next) {
+      const std::string_view name = m_document.NameOf(At(i));
+      if (const StreamList* list = schema::ListOf(m_layout, name)) {
+        ++counts[list];
+        CheckEntry(i);
+      } else if (m_layout.components != nullptr && name == "Components") {
+        components.push_back(i);
+      }
+    }
+    for (const StreamList& list : m_layout.lists) {
+      CheckCount(list.countOffset, counts[&list], list.capacity, list.element);
+    }
+    if (m_layout.components != nullptr) CheckComponents(components);
+  }
+
+ private:
+  const Element& At(Index index) const { return m_document.Elements()[index]; }
+
+  std::optional<std::uint32_t> Read(Index element, std::string_view attribute) const {
+    const auto text = m_document.ValueOf(At(element), attribute);
+    return text ? std::optional(Unsigned(ReadNumber(*text).value)) : std::nullopt;
+  }
+
+  Finding& Report(const char* code, Index element, std::string_view attribute,
+                  const std::string& text) {
+    const Attribute* found = m_document.Find(At(element), attribute);
+    if (found != nullptr) return m_subject.report.Add(code, element, *found, text);
+    Finding& finding = m_subject.report.Add(code, element, text);
+    finding.attribute = std::string(attribute);
+    return finding;
+  }
+
+  void CheckCount(std::size_t countOffset, std::uint32_t children, std::uint32_t capacity,
+                  const char* name) {
+    const schema::CountFields fields = schema::CountFieldsOf(m_layout, countOffset);
+    if (fields.count == nullptr) return;
+    if (children > capacity) {
+      m_subject.report.Add("ZT082", m_streams,
+                           std::to_string(children) + " " + name + " elements, of which " +
+                               std::to_string(capacity) + " can be read");
+    } else {
+      CompareCount(fields.count->attribute, children, name);
+    }
+    if (fields.selected == nullptr) return;
+    const char* selected = fields.selected->attribute;
+    const std::uint32_t selection = Read(m_streams, selected).value_or(0);
+    if (selection == 0 || selection < std::min(children, capacity)) return;
+    Report("ZT083", m_streams, selected, "there is no such stream").edits =
+        SetValue(m_document, At(m_streams), selected, "0");
+  }
+
+  void CompareCount(const char* attribute, std::uint32_t children, const char* name) {
+    const std::uint32_t count = Read(m_streams, attribute).value_or(0);
+    if (count == children) return;
+    const std::string there = std::to_string(children) + " of " + name +
+                              (children == 1 ? " stands" : " stand") + " there: ";
+    const bool isAbove = count > children;
+    Finding& finding = Report(isAbove ? "ZT080" : "ZT081", m_streams, attribute,
+                              there + (isAbove ? "the next save invents the rest"
+                                               : "the next save drops those beyond the count"));
+    finding.edits = SetValue(m_document, At(m_streams), attribute, std::to_string(children));
+  }
+
+  void CheckEntry(Index entry) {
+    if (const auto pid = Read(entry, "pid")) CheckPid(entry, "pid", *pid, true);
+    const auto language = Read(entry, "lang");
+    if (!language || *language <= 0xFFF) return;
+    Report("ZT086", entry, "lang", "only the low twelve bits are kept").edits =
+        SetValue(m_document, At(entry), "lang", std::to_string(*language & 0xFFF));
+  }
+
+  void CheckPid(Index element, const char* attribute, std::uint32_t pid, bool isStream) {
+    if (pid > kMostPid) {
+      Report("ZT084", element, attribute, "there is no PID above 8191");
+    } else if (!isStream) {
+      return;
+    } else if (pid <= kLastTablePid || pid == kMostPid) {
+      Report("ZT085", element, attribute, "no stream has this PID");
+    } else if (m_signal != InputSignalDVBHandheld && !m_pids.emplace(pid, element).second) {
+      Report("ZT085", element, attribute, "another stream of the channel has this PID");
+    }
+  }
+
+  /// PIDs of the channel itself: none is 0.
+  void CheckAddresses() {
+    for (const char* attribute : {"PcrPID", "VideoPID", "AudioPID", "EsgPID"}) {
+      if (station_blocks::FindField(m_layout.channel, attribute) == nullptr) continue;
+      const auto pid = Read(m_channel, attribute);
+      if (pid) CheckPid(m_channel, attribute, *pid, false);
+    }
+  }
+
+  void CheckComponents(const std::vector<Index>& components) {
+    const std::uint32_t capacity = m_layout.components->capacity;
+    std::uint32_t count = 0;
+    std::map<std::uint32_t, Index> seen;
+    for (const Index component : components) {
+      const auto id = Read(component, "ID");
+      if (!id || *id >= capacity) {
+        Report("ZT087", component, "ID", "a component has a place from 0 to 7");
+      } else if (!seen.emplace(*id, component).second) {
+        Report("ZT087", component, "ID", "another component has this place");
+      }
+      if (id && *id < capacity) count = std::max(count, *id + 1);
+      CheckComponentName(component);
+    }
+    CheckCount(m_layout.components->countOffset, count, capacity, "Components");
+  }
+
+  void CheckComponentName(Index component) {
+    const auto name = m_document.ValueOf(At(component), "name");
+    if (!name || m_subject.text.Of(*name).bytes.size() < m_layout.components->nameWidth) return;
+    Report("ZT087", component, "name", "a component's name has room for 7 bytes");
+  }
+
+  const Subject& m_subject;
+  const Document& m_document;
+  const Layout& m_layout;
+  InputSignalType m_signal;
+  Index m_channel;
+  Index m_streams = kNone;
+  std::map<std::uint32_t, Index> m_pids;
+};
+
+}  // namespace
+
+void CheckStreams(const Subject& subject) {
+  for (const ChannelGroup& group : subject.tree.groups) {
+    if (group.layout == nullptr) continue;
+    for (const Index channel : group.channels) StreamRules(subject, group, channel).Check();
+  }
+}
+
+}  // namespace check

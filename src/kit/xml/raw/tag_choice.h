@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "kit/xml/raw/raw_markup.h"
+#include "kit/xml/tokens/tag_reader.h"
+
+namespace markup {
+
+/// Decides what a tag is: as XML has it, or an element of the pre-formatted form.
+class TagChoice {
+ public:
+  enum class Way {
+    AsRead,       ///< as the tag was read
+    Raw,          ///< raw markup: the tag was read again
+    RawEnd,       ///< the same, though as XML it is good up to where a value seems to end the tag
+    Ambiguous,    ///< raw markup that splits in more than one way: the tag is the first of these
+    Doubtful,     ///< as the tag was read, but it is raw markup just as well
+    DoubtfulEnd,  ///< ambiguous, and as XML it is good up to where a value seems to end the tag
+  };
+
+  explicit TagChoice(std::string_view bytes);
+
+  /// `table` may be empty.
+  Way Choose(Tag& tag, RawTable table);
+
+  /// For every attribute of the chosen tag whether one of that name stands in front of it; empty
+  /// when there is none.
+  const std::vector<bool>& Repeated() const { return m_repeated; }
+
+ private:
+  bool FollowsTable(const Tag& tag, RawTable table) const;
+  bool BeginsLine(std::size_t place) const;
+  bool EndsLine(std::size_t place) const;
+  bool IsLineOfElement(std::size_t begin) const;
+  bool BeginsElement(std::size_t begin) const;
+  std::size_t Search(const Tag& tag, RawTable table, bool endsAtElements);
+  void TakeRaw(Tag& tag, std::size_t end, RawTable table) const;
+  void FindRepeated(const Tag& tag);
+
+  std::string_view m_bytes;
+  bool m_isPreFormatted;  ///< by its first line
+  RawSplit m_split;
+  std::vector<bool> m_repeated;
+  std::vector<std::size_t> m_order;
+};
+
+}  // namespace markup
