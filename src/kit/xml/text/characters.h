@@ -9,6 +9,7 @@
 namespace markup {
 
 inline constexpr std::string_view kBlanks = " \t\r\n";
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // Classes of bytes.
 inline constexpr std::uint8_t kNameByte = 1;       ///< may stand in a name

@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
+#include "kit/xml/text/characters.h"
+
 namespace markup {
-namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-}  // namespace
+namespace {}  // namespace
 
 Places::Places(std::string_view text) : m_text(text) {
   m_marks.reserve(text.size() / kStep + 1);

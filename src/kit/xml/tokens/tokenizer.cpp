@@ -8,7 +8,6 @@
 namespace markup {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kComment = "<!--";
 constexpr std::string_view kCommentEnd = "-->";
 constexpr std::string_view kCdata = "<![CDATA[";

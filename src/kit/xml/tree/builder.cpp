@@ -16,8 +16,6 @@ namespace {
 constexpr std::size_t kLongestName = 50000;
 constexpr std::size_t kLongestText = 10000000;
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 /// The name behind "<?".
 std::string_view TargetOf(std::string_view instruction) {
   const std::string_view text = instruction.substr(2, instruction.size() - 4);
