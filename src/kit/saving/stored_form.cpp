@@ -47,7 +47,7 @@ class Keeper {
       if (list.use == Use::Both) KeepList(list);
     }
     if (m_layout.components != nullptr) KeepComponents(*m_layout.components);
-    return m_kept;
+    return std::move(m_kept);
   }
 
  private:
@@ -187,9 +187,13 @@ void RequireWritable(WideView text, bool preFormatted, const std::string& what) 
                                   (preFormatted ? "pre-formatted form" : "file") + " cannot keep"};
 }
 
-Channel AsStored(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
+Channel AsStored(Channel channel, InputSignalType signal, const NarrowText& narrow,
                  IChannelInfoMgr* list) {
-  const Channel kept = Keeper(channel, LayoutOf(signal), narrow).Keep();
+  Channel kept = Keeper(channel, LayoutOf(signal), narrow).Keep();
+  kept.name = channel.name;
+  const bool isWhole =
+      !kept.displayName.empty() && FirstDifference(kept, channel, nullptr) == nullptr;
+  if (isWhole) return channel;
   // A record fills an empty display name and works out what follows from the block.
   ComPtr<IChannelInfo> record;
   Require(list->CreateChannelInfo(record.Receive()), "a record cannot be made");
