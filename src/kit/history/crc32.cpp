@@ -47,8 +47,8 @@ std::uint32_t SumOf(std::uint32_t word, std::size_t behind) {
 
 }  // namespace
 
-std::uint32_t Crc32(std::string_view bytes) {
-  std::uint32_t sum = 0xFFFFFFFF;
+std::uint32_t Crc32(std::string_view bytes, std::uint32_t before) {
+  std::uint32_t sum = ~before;
   while (bytes.size() >= kStride) {
     sum = SumOf(WordAt(bytes, 0) ^ sum, 12) ^ SumOf(WordAt(bytes, 4), 8) ^
           SumOf(WordAt(bytes, 8), 4) ^ SumOf(WordAt(bytes, 12), 0);

@@ -222,12 +222,9 @@ bool ListEditor::IsAsBefore() {
 }
 
 void ListEditor::Write() {
-  // The room is taken over: where this fails the records are asked again.
-  std::vector<Channel> meant = *std::move(m_now);
+  // They are not what the records hold any more: where this fails those are asked again.
+  std::vector<Channel> channels = *std::move(m_now);
   m_now.reset();
-  for (Channel& channel : meant) {
-    channel = AsStored(std::move(channel), m_location.signal, m_narrow, m_list.Get());
-  }
   if (m_options.format) {
     Require(m_database->SetStorageType(*m_options.format), "the form cannot be chosen");
   }
@@ -235,14 +232,14 @@ void ListEditor::Write() {
     const UnreadableWatch watch(m_location.directory);
     Require(m_database->SaveChannelToFile(), "ChanInfo.xml was not written");
     watch.Report(m_options.note);
-    Verify(meant);
+    Verify(channels);
   });
-  m_now = std::move(meant);
+  m_now = std::move(channels);
   m_before.reset();
   m_replaced.clear();
 }
 
-void ListEditor::Verify(const std::vector<Channel>& meant) const {
+void ListEditor::Verify(std::vector<Channel>& channels) const {
   const auto refuse = [](const std::string& what) {
     throw Failure{E_FAIL, "ChanInfo.xml is not what was meant after saving: " + what};
   };
@@ -250,13 +247,17 @@ void ListEditor::Verify(const std::vector<Channel>& meant) const {
   const ComPtr<IChannelInfoMgr> list = written.List();
   const ChannelReader found(list.Get());
   const std::size_t count = found.Indexes().size();
-  if (count != meant.size()) {
-    refuse(std::to_string(count) + " channels instead of " + std::to_string(meant.size()));
+  if (count != channels.size()) {
+    refuse(std::to_string(count) + " channels instead of " + std::to_string(channels.size()));
   }
   // A list is loaded in the order of its indexes.
   for (std::size_t i = 0; i < count; ++i) {
-    const char* different = FirstDifference(meant[i], found.Read(i), &LayoutOf(m_location.signal));
+    Channel& meant = channels[i];
+    const Channel stored = found.Read(i);
+    if (FirstDifference(meant, stored, nullptr) == nullptr) continue;
+    meant = AsStored(meant, m_location.signal, m_narrow, m_list.Get());
+    const char* different = FirstDifference(meant, stored, &LayoutOf(m_location.signal));
     if (different == nullptr) continue;
-    refuse(std::string(different) + " of channel " + std::to_string(meant[i].index));
+    refuse(std::string(different) + " of channel " + std::to_string(meant.index));
   }
 }

@@ -58,7 +58,8 @@ class ListEditor {
   bool IsAsBefore();
   void RequireSavable(const std::vector<Channel>& channels) const;
   void Write();
-  void Verify(const std::vector<Channel>& meant) const;
+  /// Makes the channels what is meant to be in the file, and compares it with what is.
+  void Verify(std::vector<Channel>& channels) const;
 
   Location m_location;
   SaveOptions m_options;

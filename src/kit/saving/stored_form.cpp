@@ -198,13 +198,9 @@ void RequireWritable(WideView text, bool preFormatted, const std::string& what) 
                                   (preFormatted ? "pre-formatted form" : "file") + " cannot keep"};
 }
 
-Channel AsStored(Channel channel, InputSignalType signal, const NarrowText& narrow,
+Channel AsStored(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
                  IChannelInfoMgr* list) {
-  Channel kept = Keeper(channel, LayoutOf(signal), narrow).Keep();
-  kept.name = channel.name;
-  const bool isWhole =
-      !kept.displayName.empty() && FirstDifference(kept, channel, nullptr) == nullptr;
-  if (isWhole) return channel;
+  const Channel kept = Keeper(channel, LayoutOf(signal), narrow).Keep();
   // A record fills an empty display name and works out what follows from the block.
   ComPtr<IChannelInfo> record;
   Require(list->CreateChannelInfo(record.Receive()), "a record cannot be made");

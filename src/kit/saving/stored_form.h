@@ -9,9 +9,8 @@
 
 /// The channel as it reads back after a save. Differs from the channel where the file does not keep
 /// a value: bytes that no attribute names, the component index and the streams of T-DMB, languages
-/// beyond four bits a letter, satellite parameters without a word, a display name that is empty. The
-/// channel is one that was read from a record: what follows from its block does.
-Channel AsStored(Channel channel, InputSignalType signal, const NarrowText& narrow,
+/// beyond four bits a letter, satellite parameters without a word, a display name that is empty.
+Channel AsStored(const Channel& channel, InputSignalType signal, const NarrowText& narrow,
                  IChannelInfoMgr* list);
 
 /// Raises a Failure that names the first text of the channel that the file would not give back: one
