@@ -227,8 +227,8 @@ bool Store::CopyHolds(const StoredFile& file, std::string_view bytes) const {
   bool isSame = true;
   std::uintmax_t size = 0;
   std::uint32_t sum = 0;
-  const bool isRead = whole_file::ReadParts(
-      whole_file::PathOf(PathIn(file.in)), [&](std::string_view part) {
+  const bool isRead =
+      whole_file::ReadParts(whole_file::PathOf(PathIn(file.in)), [&](std::string_view part) {
         size += part.size();
         sum = Crc32(part, sum);
         isSame = isSame && bytes.starts_with(part);
