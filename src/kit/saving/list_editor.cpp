@@ -151,7 +151,9 @@ void ListEditor::Empty() {
 }
 
 void ListEditor::KeepBefore(std::vector<Channel> channels) {
-  for (auto& [index, channel] : m_replaced) *FindIn(channels, index) = std::move(channel);
+  for (auto& [index, channel] : m_replaced) {
+    if (Channel* known = FindIn(channels, index)) *known = std::move(channel);
+  }
   m_replaced.clear();
   m_before = std::move(channels);
 }

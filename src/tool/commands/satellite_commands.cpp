@@ -61,14 +61,15 @@ bool IsAskedFor(const Satellite& satellite, const Options& options) {
 }
 
 /// Where a transponder stands.
-struct Place {
+struct TransponderPlace {
   const Transponder& transponder;
   ESatFreqBand band;
   std::size_t index;  ///< in its band
 };
 
-std::vector<Place> PlacesIn(const Satellite& satellite, std::optional<ESatFreqBand> only) {
-  std::vector<Place> places;
+std::vector<TransponderPlace> PlacesIn(const Satellite& satellite,
+                                       std::optional<ESatFreqBand> only) {
+  std::vector<TransponderPlace> places;
   for (const ESatFreqBand band : {SatFreqBand_CBand, SatFreqBand_KuBand}) {
     if (only && *only != band) continue;
     const std::vector<Transponder>& list =
@@ -78,7 +79,7 @@ std::vector<Place> PlacesIn(const Satellite& satellite, std::optional<ESatFreqBa
   return places;
 }
 
-ordered_json ToJson(const Place& place) {
+ordered_json ToJson(const TransponderPlace& place) {
   const Transponder& transponder = place.transponder;
   return {{"band", BandName(place.band)},
           {"index", place.index},
@@ -91,7 +92,7 @@ ordered_json ToJson(const Place& place) {
           {"spectralInversion", WordText(Form::SpectralInversion, transponder.inversion)}};
 }
 
-Row ToRow(const Place& place) {
+Row ToRow(const TransponderPlace& place) {
   const Transponder& transponder = place.transponder;
   return {BandName(place.band),
           std::to_string(place.index),
@@ -136,13 +137,13 @@ void ShowSatellite(const Options& options) {
 void ListTransponders(const Options& options) {
   const SatelliteCatalogue catalogue = ReadCatalogue(SatelliteLocation(options));
   const Satellite& satellite = catalogue.FindSatellite(options.satellite);
-  const std::vector<Place> places = PlacesIn(satellite, options.band);
+  const std::vector<TransponderPlace> places = PlacesIn(satellite, options.band);
   if (options.json) {
     return PrintJsonArray(places.size(), [&](std::size_t i) { return ToJson(places[i]); });
   }
   std::vector<Row> rows = {{"BAND", "INDEX", "FREQUENCY", "POLARISATION", "SYMBOL RATE", "FEC",
                             "MODULATION", "INVERSION", "NAME"}};
-  for (const Place& place : places) rows.push_back(ToRow(place));
+  for (const TransponderPlace& place : places) rows.push_back(ToRow(place));
   PrintTable(rows);
 }
 
