@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <set>
+#include <tuple>
 
 #include "bench/timing.h"
 #include "bench/workspace.h"
@@ -79,6 +80,7 @@ constexpr Report::Row kToolTimes[] = {
     {"Tool/Show", "channels show"},
     {"Tool/Lock", "channels lock"},
     {"Tool/Rename", "channels rename"},
+    {"Tool/Edit", "channels edit"},
     {"Tool/OpenCatalogue", "a host loads the catalogue"},
     {"Tool/Transponders", "transponders list"},
 };
@@ -255,15 +257,18 @@ bool Report::PrintPresetRatios() const {
 
 bool Report::PrintToolRatios() const {
   bool good = true;
-  for (const auto& [name, title] :
-       {std::pair("Tool/List", "channels list of 40000 / open and save"),
-        std::pair("Tool/Show", "channels show in 40000 / open and save"),
-        std::pair("Tool/Lock", "channels lock in 40000 / open and save"),
-        std::pair("Tool/Rename", "channels rename in 40000 / open and save")}) {
-    good &= PrintWorks(title, {name, kToolMost}, {"Tool/OpenAndSave", kToolMost}, 8);
+  // The commands that change something also write a copy for the history, and their memory is the
+  // system's to give: on a busy machine that takes longer than the rest.
+  for (const auto& [name, title, limit] :
+       {std::tuple("Tool/List", "channels list of 40000 / open and save", 3),
+        std::tuple("Tool/Show", "channels show in 40000 / open and save", 3),
+        std::tuple("Tool/Lock", "channels lock in 40000 / open and save", 5),
+        std::tuple("Tool/Rename", "channels rename in 40000 / open and save", 5),
+        std::tuple("Tool/Edit", "channels edit in 40000 / open and save", 5)}) {
+    good &= PrintWorks(title, {name, kToolMost}, {"Tool/OpenAndSave", kToolMost}, limit);
   }
   good &= PrintWorks("transponders list of 40000 / load of the catalogue",
-                     {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 10);
+                     {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 4);
   return good;
 }
 

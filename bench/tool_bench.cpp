@@ -64,7 +64,8 @@ void ToolChanges(benchmark::State& state, const std::vector<std::string>& words)
     std::vector<std::string> command = words;
     const std::string next = std::to_string(++index);
     for (std::string& word : command) {
-      if (word == "INDEX") word = next;
+      const std::size_t place = word.find("INDEX");
+      if (place != std::string::npos) word.replace(place, 5, next);
     }
     if (index == 1) {
       std::filesystem::copy_file(ToolDirectory(CountOf(state)) / "source" / "ChanInfo.xml",
@@ -79,6 +80,11 @@ BENCHMARK_CAPTURE(ToolChanges, lock, {"channels", "lock", "INDEX"})
     ->Apply(ToolSizes);
 BENCHMARK_CAPTURE(ToolChanges, rename, {"channels", "rename", "INDEX", "Another name"})
     ->Name("Tool/Rename")
+    ->Apply(ToolSizes);
+
+BENCHMARK_CAPTURE(ToolChanges, edit,
+                  {"channels", "edit", "--index", "INDEX", "--set", "favorite=9INDEX"})
+    ->Name("Tool/Edit")
     ->Apply(ToolSizes);
 
 void ToolTransponders(benchmark::State& state) {

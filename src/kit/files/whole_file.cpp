@@ -8,9 +8,12 @@
 namespace whole_file {
 namespace {
 
+/// What is read at once: it stays in the processor's cache.
+constexpr std::size_t kPart = std::size_t{128} * 1024;
+
 /// Raises a Failure with the cause, found by trying, where the file does not hold the bytes.
 void RequireWritten(bool written, const std::string& path, std::string_view bytes) {
-  if (written && Read(PathOf(path)) == bytes) return;
+  if (written && Holds(PathOf(path), bytes)) return;
   const std::string cause = host::WhyNotWritten(path, bytes.size());
   throw Failure{E_FAIL, path + " could not be written" + (cause.empty() ? "" : ": " + cause)};
 }
@@ -31,6 +34,31 @@ std::optional<std::string> Read(const std::filesystem::path& path) {
   file.seekg(0).read(bytes.data(), size);
   if (!file) return std::nullopt;
   return bytes;
+}
+
+bool ReadParts(const std::filesystem::path& path,
+               const std::function<bool(std::string_view part)>& take) {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(path, ignored)) return false;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return false;
+  std::string part(kPart, '\0');
+  while (file) {
+    file.read(part.data(), static_cast<std::streamsize>(part.size()));
+    const auto size = static_cast<std::size_t>(file.gcount());
+    if (size != 0 && !take(std::string_view(part).substr(0, size))) return true;
+  }
+  return !file.bad();
+}
+
+bool Holds(const std::filesystem::path& path, std::string_view bytes) {
+  bool isSame = true;
+  const bool isRead = ReadParts(path, [&](std::string_view part) {
+    isSame = bytes.starts_with(part);
+    if (isSame) bytes.remove_prefix(part.size());
+    return isSame;
+  });
+  return isRead && isSame && bytes.empty();
 }
 
 void Replace(const std::string& path, std::string_view bytes) {

@@ -47,7 +47,7 @@ void FinishUnrecorded(const std::string& directory) {
 Snapshot Present(Store& store, const FileSet& files, const ChangeSettings& settings) {
   if (!settings.isTrial) return RecordPresent(store, files, false);
   const Snapshot* head = store.Head();
-  if (head != nullptr && Differing(store.Read(*head), files).empty()) return *head;
+  if (head != nullptr && store.Holds(*head, files)) return *head;
   Snapshot present{store.NextNumber(), std::nullopt, TimeNow(), kOutside, {}};
   if (head != nullptr) present.parent = head->number;
   return present;

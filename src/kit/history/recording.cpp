@@ -90,12 +90,12 @@ const Snapshot& RecordPresent(Store& store, const FileSet& files, bool isDamageA
   const Snapshot* head = store.Head();
   FileSet known;
   try {
+    if (head != nullptr && store.Holds(*head, files)) return *head;
     if (head != nullptr) known = store.Read(*head);
   } catch (const Failure&) {
     if (!isDamageAllowed) throw;
     head = nullptr;
   }
-  if (head != nullptr && Differing(known, files).empty()) return *head;
   const Number number = Announce(store, head, {known, files}, kOutside).number;
   try {
     store.SetHead(number);

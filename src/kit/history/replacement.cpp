@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "kit/files/whole_file.h"
 #include "platform/host.h"
 
 namespace history {
@@ -16,8 +17,9 @@ bool Put(const std::string& path, const Bytes& bytes, std::string& cause) {
 
 /// True when the file holds these bytes. One that cannot be read does not.
 bool Holds(const std::string& directory, const std::string& name, const Bytes& bytes) {
+  if (bytes) return whole_file::Holds(whole_file::PathOf(PathOf(directory, name)), *bytes);
   try {
-    return ReadFile(directory, name) == bytes;
+    return !ReadFile(directory, name);
   } catch (const Failure&) {
     return false;
   }

@@ -1,5 +1,8 @@
 #include "kit/model/channel_list.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "kit/failure.h"
 
 namespace {
@@ -44,13 +47,36 @@ std::vector<UINT> IndexesInOrder(IChannelInfoMgr* list, UINT lone) {
   return indexes;
 }
 
+ChannelReader::ChannelReader(IChannelInfoMgr* list)
+    : m_list(list), m_indexes(StoredIndexes(list)) {}
+
+Channel ChannelReader::Read(std::size_t place) const {
+  Channel channel = ReadChannel(RecordAt(m_list, static_cast<UINT>(place) + 1).Get());
+  channel.index = m_indexes.at(place);
+  return channel;
+}
+
 std::vector<Channel> ReadChannels(IChannelInfoMgr* list) {
-  const std::vector<UINT> indexes = StoredIndexes(list);
+  const ChannelReader reader(list);
+  std::vector<Channel> channels;
+  channels.reserve(reader.Indexes().size());
+  for (std::size_t place = 0; place < reader.Indexes().size(); ++place) {
+    channels.push_back(reader.Read(place));
+  }
+  return channels;
+}
+
+std::optional<std::vector<Channel>> ReadInPlace(IChannelInfoMgr* list) {
+  const std::vector<UINT> indexes = IndexesInOrder(list, 1);
+  if (std::adjacent_find(indexes.begin(), indexes.end(), std::greater_equal<>()) != indexes.end()) {
+    return std::nullopt;
+  }
   std::vector<Channel> channels;
   channels.reserve(indexes.size());
-  for (UINT position = 1; position <= indexes.size(); ++position) {
-    channels.push_back(ReadChannel(RecordAt(list, position).Get()));
-    channels.back().index = indexes[position - 1];
+  for (const UINT index : indexes) {
+    ComPtr<IChannelInfo> record;
+    if (FAILED(list->GetChannelInfoByIndex(index, record.Receive()))) return std::nullopt;
+    channels.push_back(ReadChannel(record.Get()));
   }
   return channels;
 }

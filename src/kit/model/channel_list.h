@@ -44,9 +44,29 @@ class ChannelList {
   std::vector<Channel> m_channels;
 };
 
-/// The channels of a list in list order, with their stored indexes. The list is numbered afresh,
-/// and the element that it was loaded from loses its channels: neither may be saved afterwards.
+/// The channels of a list one by one, by places that are counted from 0 in list order. The list is
+/// numbered afresh, and the element that it was loaded from loses its channels: neither may be
+/// saved afterwards.
+class ChannelReader {
+ public:
+  explicit ChannelReader(IChannelInfoMgr* list);
+
+  /// The stored indexes, in list order.
+  const std::vector<UINT>& Indexes() const { return m_indexes; }
+  /// The channel at a place, with its stored index.
+  Channel Read(std::size_t place) const;
+
+ private:
+  IChannelInfoMgr* m_list;
+  std::vector<UINT> m_indexes;
+};
+
+/// All of them.
 std::vector<Channel> ReadChannels(IChannelInfoMgr* list);
+
+/// The channels of a list in list order, without changing it. Nothing where their indexes do not
+/// ascend, so that they name no channel for certain, and for a single one that is not the first.
+std::optional<std::vector<Channel>> ReadInPlace(IChannelInfoMgr* list);
 
 /// Indexes of a list in list order, without changing it. `lone` is asked for where the list has one
 /// channel, which cannot be found otherwise.

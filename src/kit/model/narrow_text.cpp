@@ -23,8 +23,8 @@ bool IsPlain(const Text& text) {
 }  // namespace
 
 std::string_view UpToZero(const BYTE* bytes, std::size_t size) {
-  const BYTE* end = std::find(bytes, bytes + size, BYTE{0});
-  return {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(end - bytes)};
+  const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+  return text.substr(0, text.find('\0'));
 }
 
 NarrowText::NarrowText(const Database& database) {

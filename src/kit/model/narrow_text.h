@@ -18,6 +18,9 @@ class NarrowText {
   /// come cut.
   std::optional<std::string> FromWide(WideView wide) const;
 
+  /// True where ASCII is the same in the code page, as it is in nearly all.
+  bool KeepsAscii() const { return m_keepsAscii; }
+
   /// The bytes with the code page's replacement for every character that it lacks, up to kLimit of
   /// them.
   std::string Replacing(WideView wide) const;
@@ -36,7 +39,7 @@ class NarrowText {
   std::optional<std::string> AskNarrow(WideView wide) const;
 
   ComPtr<IChannelInfo> m_record;
-  /// ASCII is the same in the code page, as it is in nearly all: such texts need not be asked for.
+  /// Such texts need not be asked for.
   bool m_keepsAscii = false;
 };
 

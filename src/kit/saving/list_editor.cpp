@@ -14,11 +14,6 @@ namespace {
 
 constexpr UINT kNoIndex = 0xFFFFFFFF;
 
-void SortByIndex(std::vector<Channel>& channels) {
-  std::stable_sort(channels.begin(), channels.end(),
-                   [](const Channel& a, const Channel& b) { return a.index < b.index; });
-}
-
 bool IsBefore(const Channel& channel, UINT index) { return channel.index < index; }
 
 /// Null when there is none in the list, which is in the order of its indexes.
@@ -36,15 +31,33 @@ Failure NoChannelWith(UINT index) {
 ListEditor::ListEditor(const Location& location, const SaveOptions& options)
     : m_location(location),
       m_options(options),
-      m_before(m_location, options.unreadable),
       m_database(m_location),
       m_list(m_database.List()),
       m_narrow(m_database),
-      m_lone(m_before.Channels().empty() ? 1 : m_before.Channels().front().index) {}
+      m_now(ReadInPlace(m_list.Get())) {
+  if (!m_now) ReadBeside();
+  const std::vector<Channel>& channels = m_now ? *m_now : *m_before;
+  if (!channels.empty()) m_lone = channels.front().index;
+  // Channels come from a file that can be read.
+  if (channels.empty() && m_options.unreadable == Unreadable::Refuse) {
+    RequireReadable(m_location.directory, "ChanInfo.xml");
+  }
+}
+
+// From a list that need not be saved, where every channel can be had.
+void ListEditor::ReadBeside() {
+  std::vector<Channel> channels = ChannelList(m_location, m_options.unreadable).Take();
+  if (channels.size() < 2) {
+    m_now = std::move(channels);
+  } else {
+    m_before = std::move(channels);
+  }
+}
 
 UINT ListEditor::Add(const Channel& channel) {
   const UINT last = Now().empty() ? 0 : Now().back().index;
   if (last >= kNoIndex - 1) throw Failure{E_FAIL, "no index is left; sort the list first"};
+  if (!m_before) KeepBefore(Now());
   const ComPtr<IChannelInfo> record = AddAt(last + 1, channel);
   m_now->push_back(ReadChannel(record.Get()));
   return last + 1;
@@ -60,11 +73,14 @@ ComPtr<IChannelInfo> ListEditor::AddAt(UINT index, const Channel& channel) {
 }
 
 void ListEditor::Put(const Channel& channel) {
+  if (!m_before) Now();
   const ComPtr<IChannelInfo> record = RecordAt(m_list.Get(), channel.index);
   WriteChannel(channel, m_location.signal, record.Get());
-  if (Channel* known = m_now ? FindIn(*m_now, channel.index) : nullptr) {
-    *known = ReadChannel(record.Get());
-  }
+  Channel* known = m_now ? FindIn(*m_now, channel.index) : nullptr;
+  if (known == nullptr) return;
+  Channel now = ReadChannel(record.Get());
+  if (!m_before) m_replaced.try_emplace(channel.index, std::move(*known));
+  *known = std::move(now);
 }
 
 // One removal after the other would number the whole list as often. Emptying it makes it forget its
@@ -87,13 +103,13 @@ void ListEditor::Remove(const std::vector<UINT>& indexes) {
 
 void ListEditor::Move(UINT from, UINT to) {
   RecordAt(m_list.Get(), from);
-  m_now.reset();
+  ForgetNow();
   Require(m_list->MoveChannel(from, to),
           "channel " + std::to_string(from) + " cannot be moved to " + std::to_string(to));
 }
 
 void ListEditor::Sort(ESortType by, bool ascending) {
-  m_now.reset();
+  ForgetNow();
   Require(m_list->SortChannel(by, ascending), "the list cannot be sorted");
 }
 
@@ -111,14 +127,14 @@ void ListEditor::Replace(const std::vector<Channel>& channels) {
     throw InvalidArgument{"channel " + std::to_string(channel.index) + " has no station block of " +
                           SignalTypeName(m_location.signal)};
   }
-  const std::vector<Channel>& before = m_before.Channels();
+  if (!m_before) Now();
   const bool inPlace =
-      std::equal(before.begin(), before.end(), channels.begin(), channels.end(),
-                 [](const Channel& a, const Channel& b) { return a.index == b.index; });
+      m_now && std::equal(m_now->begin(), m_now->end(), channels.begin(), channels.end(),
+                          [](const Channel& a, const Channel& b) { return a.index == b.index; });
   if (inPlace) {
     // What the library does not know of a channel stays in the file.
     for (std::size_t i = 0; i < channels.size(); ++i) {
-      if (FirstDifference(before[i], channels[i], nullptr) != nullptr) Put(channels[i]);
+      if (FirstDifference((*m_now)[i], channels[i], nullptr) != nullptr) Put(channels[i]);
     }
     return;
   }
@@ -128,10 +144,26 @@ void ListEditor::Replace(const std::vector<Channel>& channels) {
 }
 
 void ListEditor::Empty() {
+  ForgetNow();
   Require(m_list->Clear(), "the list cannot be emptied");
-  m_now.reset();
   // An empty list is saved only when it says that something changed, and clearing does not.
   m_list->SetDirty(1);
+}
+
+void ListEditor::KeepBefore(std::vector<Channel> channels) {
+  for (auto& [index, channel] : m_replaced) {
+    if (Channel* known = FindIn(channels, index)) *known = std::move(channel);
+  }
+  m_replaced.clear();
+  m_before = std::move(channels);
+}
+
+void ListEditor::ForgetNow() {
+  if (!m_before) {
+    Now();
+    KeepBefore(*std::move(m_now));
+  }
+  m_now.reset();
 }
 
 const std::vector<Channel>& ListEditor::Now() {
@@ -178,21 +210,23 @@ void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
 }
 
 void ListEditor::Save() {
-  const std::vector<Channel>& channels = Now();
-  if (SameChannels(channels, m_before.Channels())) {
-    m_after = m_before.Channels();
-    return;
-  }
-  RequireSavable(channels);
-  Write(channels);
+  if (IsAsBefore()) return;
+  RequireSavable(Now());
+  Write();
 }
 
-void ListEditor::Write(const std::vector<Channel>& channels) {
-  std::vector<Channel> meant;
-  meant.reserve(channels.size());
-  for (const Channel& channel : channels) {
-    meant.push_back(AsStored(channel, m_location.signal, m_narrow, m_list.Get()));
-  }
+bool ListEditor::IsAsBefore() {
+  const std::vector<Channel>& channels = Now();
+  if (m_before) return SameChannels(channels, *m_before);
+  return std::all_of(m_replaced.begin(), m_replaced.end(), [&](const auto& replaced) {
+    return FirstDifference(replaced.second, Find(replaced.first), nullptr) == nullptr;
+  });
+}
+
+void ListEditor::Write() {
+  // They are not what the records hold any more: where this fails those are asked again.
+  std::vector<Channel> channels = *std::move(m_now);
+  m_now.reset();
   if (m_options.format) {
     Require(m_database->SetStorageType(*m_options.format), "the form cannot be chosen");
   }
@@ -200,30 +234,32 @@ void ListEditor::Write(const std::vector<Channel>& channels) {
     const UnreadableWatch watch(m_location.directory);
     Require(m_database->SaveChannelToFile(), "ChanInfo.xml was not written");
     watch.Report(m_options.note);
-    Verify(meant);
+    Verify(channels);
   });
-  m_after = std::move(meant);
+  m_now = std::move(channels);
+  m_before.reset();
+  m_replaced.clear();
 }
 
-void ListEditor::Verify(const std::vector<Channel>& meant) const {
+void ListEditor::Verify(std::vector<Channel>& channels) const {
   const auto refuse = [](const std::string& what) {
     throw Failure{E_FAIL, "ChanInfo.xml is not what was meant after saving: " + what};
   };
-  std::vector<Channel> found = ChannelList(m_location, Unreadable::TakeAsEmpty).Take();
-  SortByIndex(found);
-  if (found.size() != meant.size()) {
-    refuse(std::to_string(found.size()) + " channels instead of " + std::to_string(meant.size()));
+  const Database written(m_location);
+  const ComPtr<IChannelInfoMgr> list = written.List();
+  const ChannelReader found(list.Get());
+  const std::size_t count = found.Indexes().size();
+  if (count != channels.size()) {
+    refuse(std::to_string(count) + " channels instead of " + std::to_string(channels.size()));
   }
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    const char* different = FirstDifference(meant[i], found[i], &LayoutOf(m_location.signal));
+  // A list is loaded in the order of its indexes.
+  for (std::size_t i = 0; i < count; ++i) {
+    Channel& meant = channels[i];
+    const Channel stored = found.Read(i);
+    if (FirstDifference(meant, stored, nullptr) == nullptr) continue;
+    meant = AsStored(meant, m_location.signal, m_narrow, m_list.Get());
+    const char* different = FirstDifference(meant, stored, &LayoutOf(m_location.signal));
     if (different == nullptr) continue;
-    refuse(std::string(different) + " of channel " + std::to_string(meant[i].index));
+    refuse(std::string(different) + " of channel " + std::to_string(meant.index));
   }
-}
-
-const Channel& ListEditor::After(UINT index) const {
-  // It ascends: what was written does, and what stayed was found to.
-  const auto channel = std::lower_bound(m_after.begin(), m_after.end(), index, IsBefore);
-  if (channel == m_after.end() || channel->index != index) throw NoChannelWith(index);
-  return *channel;
 }

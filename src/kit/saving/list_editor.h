@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -13,8 +14,6 @@ class ListEditor {
  public:
   ListEditor(const Location& location, const SaveOptions& options);
 
-  /// The list as it was.
-  const ChannelList& Before() const { return m_before; }
   /// The list as it stands, in the order of its indexes. Failure when two channels have one index.
   const std::vector<Channel>& Now();
   /// One of these. Failure when there is none.
@@ -44,24 +43,34 @@ class ListEditor {
   /// afterwards.
   void Save();
   /// The channels as they read after Save, in the order of their indexes.
-  const std::vector<Channel>& After() const { return m_after; }
-  const Channel& After(UINT index) const;
+  const std::vector<Channel>& After() { return Now(); }
+  const Channel& After(UINT index) { return Find(index); }
 
  private:
   ComPtr<IChannelInfo> AddAt(UINT index, const Channel& channel);
   void Empty();
   std::vector<Channel> ReadIndexes() const;
+  void ReadBeside();
+  /// Keeps these channels as those of the file, but for what was replaced of them.
+  void KeepBefore(std::vector<Channel> channels);
+  /// Before the list becomes more different than m_replaced could tell.
+  void ForgetNow();
+  bool IsAsBefore();
   void RequireSavable(const std::vector<Channel>& channels) const;
-  void Write(const std::vector<Channel>& channels);
-  void Verify(const std::vector<Channel>& meant) const;
+  void Write();
+  /// Makes the channels what is meant to be in the file, and compares it with what is.
+  void Verify(std::vector<Channel>& channels) const;
 
   Location m_location;
   SaveOptions m_options;
-  ChannelList m_before;
   Database m_database;
   ComPtr<IChannelInfoMgr> m_list;
   NarrowText m_narrow;
+  /// What the records hold; none where they have to be asked.
   std::optional<std::vector<Channel>> m_now;
-  UINT m_lone;  ///< index that a single channel has, unless it is 1
-  std::vector<Channel> m_after;
+  /// The list as the file has it, once more is different than m_replaced tells.
+  std::optional<std::vector<Channel>> m_before;
+  /// Without m_before: channels as the file has them, for those that were changed where they stand.
+  std::map<UINT, Channel> m_replaced;
+  UINT m_lone = 1;  ///< index that a single channel has, unless it is 1
 };

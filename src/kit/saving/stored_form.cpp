@@ -47,7 +47,7 @@ class Keeper {
       if (list.use == Use::Both) KeepList(list);
     }
     if (m_layout.components != nullptr) KeepComponents(*m_layout.components);
-    return m_kept;
+    return std::move(m_kept);
   }
 
  private:
@@ -136,9 +136,19 @@ class TextJudge {
     return "channel " + std::to_string(m_channel.index) + ": " + field;
   }
 
+  /// ASCII of the page's own that no form has to escape: there is nothing to ask.
+  template <typename Text>
+  bool IsPlain(const Text& text, std::size_t limit) const {
+    return text.size() <= limit && m_narrow.KeepsAscii() &&
+           std::all_of(text.begin(), text.end(), [](auto unit) {
+             return unit >= ' ' && unit < 0x7F && unit != '"' && unit != '<' && unit != '&';
+           });
+  }
+
   // Bytes that are no text of the code page come out as U+FFFD and would be written as that.
   void RequireNarrow(const std::string& field, std::string_view bytes, std::size_t limit,
                      bool isXml) const {
+    if (IsPlain(bytes, limit)) return;
     const WideText wide = m_narrow.ToWide(bytes);
     const std::optional<std::string> again = m_narrow.FromWide(wide);
     const bool replaced = wide.find(OLECHAR{utf::kReplacement}) != WideText::npos;
@@ -151,6 +161,7 @@ class TextJudge {
   }
 
   void RequireWide(const std::string& field, WideView wide, std::size_t limit, bool isXml) const {
+    if (IsPlain(wide, limit)) return;
     const std::string what = Name(field);
     m_narrow.Require(wide, limit, what);
     if (isXml) RequireWritable(wide, m_preFormatted, what);

@@ -61,6 +61,18 @@ std::span<const Word> Of(Form form) {
   return {};
 }
 
+namespace {
+
+/// Null where a value has none.
+const Word* WordOf(Form form, std::int32_t value) {
+  for (const Word& word : Of(form)) {
+    if (word.value == value || (word.value == -1 && value == 0)) return &word;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
 std::optional<std::int32_t> Value(Form form, std::string_view text) {
   for (const Word& word : Of(form)) {
     if (EqualIgnoringCase(word.text, text)) return word.value;
@@ -69,15 +81,14 @@ std::optional<std::int32_t> Value(Form form, std::string_view text) {
 }
 
 const char* Text(Form form, std::int32_t value) {
-  for (const Word& word : Of(form)) {
-    if (word.value == value || (word.value == -1 && value == 0)) return word.text;
-  }
-  return nullptr;
+  const Word* word = WordOf(form, value);
+  return word == nullptr ? nullptr : word->text;
 }
 
+// No two words of a form are the same.
 std::int32_t AsRead(Form form, std::int32_t value) {
-  const char* text = Text(form, value);
-  return text == nullptr ? 0 : *Value(form, text);
+  const Word* word = WordOf(form, value);
+  return word == nullptr ? 0 : word->value;
 }
 
 std::string Choices(Form form) {

@@ -60,9 +60,29 @@ bool IsAskedFor(const Satellite& satellite, const Options& options) {
          (!options.division || satellite.division == *options.division);
 }
 
-ordered_json ToJson(const Transponder& transponder, ESatFreqBand band, std::size_t index) {
-  return {{"band", BandName(band)},
-          {"index", index},
+/// Where a transponder stands.
+struct TransponderPlace {
+  const Transponder& transponder;
+  ESatFreqBand band;
+  std::size_t index;  ///< in its band
+};
+
+std::vector<TransponderPlace> PlacesIn(const Satellite& satellite,
+                                       std::optional<ESatFreqBand> only) {
+  std::vector<TransponderPlace> places;
+  for (const ESatFreqBand band : {SatFreqBand_CBand, SatFreqBand_KuBand}) {
+    if (only && *only != band) continue;
+    const std::vector<Transponder>& list =
+        band == SatFreqBand_CBand ? satellite.cBand : satellite.kuBand;
+    for (std::size_t i = 0; i < list.size(); ++i) places.push_back({list[i], band, i});
+  }
+  return places;
+}
+
+ordered_json ToJson(const TransponderPlace& place) {
+  const Transponder& transponder = place.transponder;
+  return {{"band", BandName(place.band)},
+          {"index", place.index},
           {"name", utf::FromWide(transponder.name)},
           {"frequency", transponder.frequency},
           {"polarisation", WordText(Form::Polarisation, transponder.polarisation)},
@@ -72,9 +92,10 @@ ordered_json ToJson(const Transponder& transponder, ESatFreqBand band, std::size
           {"spectralInversion", WordText(Form::SpectralInversion, transponder.inversion)}};
 }
 
-Row ToRow(const Transponder& transponder, ESatFreqBand band, std::size_t index) {
-  return {BandName(band),
-          std::to_string(index),
+Row ToRow(const TransponderPlace& place) {
+  const Transponder& transponder = place.transponder;
+  return {BandName(place.band),
+          std::to_string(place.index),
           std::to_string(transponder.frequency),
           WordText(Form::Polarisation, transponder.polarisation),
           std::to_string(transponder.symbolRate),
@@ -93,8 +114,7 @@ void ListSatellites(const Options& options) {
   for (std::size_t i = 0; i < catalogue.satellites.size(); ++i) {
     const Satellite& satellite = catalogue.satellites[i];
     if (!IsAskedFor(satellite, options)) continue;
-    array.push_back(ToJson(satellite, i));
-    rows.push_back(ToRow(satellite, i));
+    options.json ? array.push_back(ToJson(satellite, i)) : rows.push_back(ToRow(satellite, i));
   }
   options.json ? PrintJson(array) : PrintTable(rows);
 }
@@ -117,19 +137,14 @@ void ShowSatellite(const Options& options) {
 void ListTransponders(const Options& options) {
   const SatelliteCatalogue catalogue = ReadCatalogue(SatelliteLocation(options));
   const Satellite& satellite = catalogue.FindSatellite(options.satellite);
-  ordered_json array = ordered_json::array();
+  const std::vector<TransponderPlace> places = PlacesIn(satellite, options.band);
+  if (options.json) {
+    return PrintJsonArray(places.size(), [&](std::size_t i) { return ToJson(places[i]); });
+  }
   std::vector<Row> rows = {{"BAND", "INDEX", "FREQUENCY", "POLARISATION", "SYMBOL RATE", "FEC",
                             "MODULATION", "INVERSION", "NAME"}};
-  for (const ESatFreqBand band : {SatFreqBand_CBand, SatFreqBand_KuBand}) {
-    if (options.band && *options.band != band) continue;
-    const std::vector<Transponder>& list =
-        band == SatFreqBand_CBand ? satellite.cBand : satellite.kuBand;
-    for (std::size_t i = 0; i < list.size(); ++i) {
-      array.push_back(ToJson(list[i], band, i));
-      rows.push_back(ToRow(list[i], band, i));
-    }
-  }
-  options.json ? PrintJson(array) : PrintTable(rows);
+  for (const TransponderPlace& place : places) rows.push_back(ToRow(place));
+  PrintTable(rows);
 }
 
 void ListLnbs(const Options& options) {

@@ -27,6 +27,8 @@ TEST(Crc32, IsThatOfEveryByteAtEveryLength) {
   std::string bytes;
   for (int length = 0; length < 100; ++length) {
     EXPECT_EQ(SlowCrc32(bytes), Crc32(bytes)) << length;
+    const std::string_view behind = std::string_view(bytes).substr(bytes.size() / 3);
+    EXPECT_EQ(Crc32(bytes), Crc32(behind, Crc32(bytes.substr(0, bytes.size() / 3)))) << length;
     bytes += static_cast<char>(random(256));
   }
 }

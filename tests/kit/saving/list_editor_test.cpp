@@ -3,6 +3,7 @@
 #include "kit/failure.h"
 #include "kit/home.h"
 #include "kit/saving/inventory.h"
+#include "kit/saving/save_table.h"
 
 namespace {
 
@@ -79,6 +80,85 @@ TEST_F(ListEditors, ChangesThatComeToNothingWriteNothing) {
   editor.Remove({added});
   editor.Save();
   EXPECT_EQ(before, m_home.Channels());
+}
+
+TEST_F(ListEditors, TakeAChangeBackAfterItWasSaved) {
+  const std::vector<Channel> before = Saved();
+  ListEditor editor(At(), {});
+  Channel channel = editor.Find(2);
+  channel.favorite = 77;
+  editor.Put(channel);
+  editor.Save();
+  EXPECT_EQ(77U, Saved()[1].favorite);
+  editor.Put(before[1]);
+  editor.Save();
+  EXPECT_TRUE(SameChannels(before, Saved()));
+}
+
+TEST_F(ListEditors, ReplaceWhatStandsThereAndNotWhatDid) {
+  const std::vector<Channel> before = Saved();
+  ListEditor editor(At(), {});
+  Channel channel = editor.Find(2);
+  channel.favorite = 77;
+  editor.Put(channel);
+  editor.Replace(before);
+  EXPECT_TRUE(SameChannels(before, editor.Now()));
+  editor.Move(3, 1);
+  editor.Replace(before);
+  EXPECT_TRUE(SameChannels(before, editor.Now()));
+}
+
+class ListsOfTheirOwn : public testing::Test {
+ protected:
+  Location At() const { return m_home.At(49, InputSignalDVBSatellite); }
+
+  /// A file with these indexes alone.
+  void Write(const std::vector<UINT>& indexes) const {
+    const Home samples;
+    ChannelTable table = ReadTable(samples.At(49, InputSignalDVBSatellite));
+    table.channels.resize(indexes.size());
+    for (std::size_t i = 0; i < indexes.size(); ++i) table.channels[i].index = indexes[i];
+    SaveTable(m_home.Path(), table);
+  }
+  void Change(const std::string& from, const std::string& to) const {
+    std::string bytes = m_home.Channels();
+    const std::size_t place = bytes.find(from);
+    ASSERT_NE(std::string::npos, place);
+    m_home.Files().Write("ChanInfo.xml", bytes.replace(place, from.size(), to));
+  }
+
+  const Home m_home{Home::Start::Empty};
+};
+
+// It cannot be found but by its index, which nothing tells while it stands alone.
+TEST_F(ListsOfTheirOwn, ChangeASingleChannelWhereItStands) {
+  Write({7});
+  Change(" nameDisplay=", " note=\"kept\" nameDisplay=");
+  ListEditor editor(At(), {});
+  Channel channel = editor.Find(7);
+  channel.favorite = 5;
+  editor.Put(channel);
+  editor.Save();
+  EXPECT_EQ(5U, editor.After(7).favorite);
+  const ChannelTable saved = ReadTable(At());
+  ASSERT_EQ(1U, saved.channels.size());
+  EXPECT_EQ(7U, saved.channels[0].index);
+  EXPECT_EQ(5U, saved.channels[0].favorite);
+  EXPECT_NE(std::string::npos, m_home.Channels().find(" note=\"kept\""));
+}
+
+TEST_F(ListsOfTheirOwn, SortChannelsThatHaveOneIndex) {
+  Write({1, 2, 3});
+  Change(" index=\"3\"", " index=\"2\"");
+  ListEditor editor(At(), {});
+  const std::string message = "two channels have index 2 and would become one; sort the list first";
+  ExpectRaised<Failure>(message, [&] { editor.Now(); });
+  ExpectRaised<Failure>(message, [&] { editor.Save(); });
+  editor.Sort(SortChannelByNo, true);
+  editor.Save();
+  const std::vector<Channel> saved = ReadTable(At()).channels;
+  ASSERT_EQ(3U, saved.size());
+  for (UINT i = 0; i < 3; ++i) EXPECT_EQ(i + 1, saved[i].index);
 }
 
 }  // namespace

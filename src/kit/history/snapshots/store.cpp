@@ -209,12 +209,56 @@ FileSet Store::ReadUnexplained(const Snapshot& snapshot) const {
   return files;
 }
 
+void Store::Explain(const Snapshot& snapshot, const std::string& damage) const {
+  throw Failure{E_FAIL, "snapshot " + std::to_string(snapshot.number) + " is damaged: " + damage +
+                            "; " + Restorable()};
+}
+
 FileSet Store::Read(const Snapshot& snapshot) const {
   try {
     return ReadUnexplained(snapshot);
   } catch (const Damage& damage) {
-    throw Failure{E_FAIL, "snapshot " + std::to_string(snapshot.number) +
-                              " is damaged: " + damage.what() + "; " + Restorable()};
+    Explain(snapshot, damage.what());
+  }
+}
+
+// Files are large: none is taken into memory only to be compared.
+bool Store::CopyHolds(const StoredFile& file, std::string_view bytes) const {
+  bool isSame = true;
+  std::uintmax_t size = 0;
+  std::uint32_t sum = 0;
+  const bool isRead =
+      whole_file::ReadParts(whole_file::PathOf(PathIn(file.in)), [&](std::string_view part) {
+        size += part.size();
+        sum = Crc32(part, sum);
+        isSame = isSame && bytes.starts_with(part);
+        if (isSame) bytes.remove_prefix(part.size());
+        return true;
+      });
+  if (!isRead) throw Damage{Shown(file.in) + " is missing"};
+  if (size != file.size || sum != file.crc32) {
+    throw Damage{Shown(file.in) + " is not what was stored"};
+  }
+  return isSame && bytes.empty();
+}
+
+bool Store::HoldsUnexplained(const Snapshot& snapshot, const FileSet& files) const {
+  bool isSame = std::all_of(files.begin(), files.end(), [&](const auto& file) {
+    return !file.second || snapshot.Find(file.first) != nullptr;
+  });
+  for (const auto& [name, stored] : snapshot.files) {
+    if (!stored) continue;
+    const std::optional<std::string>& bytes = BytesOf(files, name);
+    if (!CopyHolds(*stored, bytes ? *bytes : std::string_view()) || !bytes) isSame = false;
+  }
+  return isSame;
+}
+
+bool Store::Holds(const Snapshot& snapshot, const FileSet& files) const {
+  try {
+    return HoldsUnexplained(snapshot, files);
+  } catch (const Damage& damage) {
+    Explain(snapshot, damage.what());
   }
 }
 

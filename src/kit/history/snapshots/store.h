@@ -40,6 +40,8 @@ class Store {
   std::vector<std::string> Differing(const Snapshot& snapshot) const;
   /// The snapshot's files, checked against their sizes and sums. Failure with what can be restored.
   FileSet Read(const Snapshot& snapshot) const;
+  /// True when these are the snapshot's files, which are checked as well; fails as Read does.
+  bool Holds(const Snapshot& snapshot, const FileSet& files) const;
 
   Number NextNumber() const { return m_last + 1; }
   /// Writes a snapshot, whose file comes last. Copies of files that are those of `parentFiles` are
@@ -68,6 +70,9 @@ class Store {
   void ReadPending();
   void NoteMissing();
   std::string ReadCopy(const StoredFile& file) const;
+  bool CopyHolds(const StoredFile& file, std::string_view bytes) const;
+  bool HoldsUnexplained(const Snapshot& snapshot, const FileSet& files) const;
+  [[noreturn]] void Explain(const Snapshot& snapshot, const std::string& damage) const;
   FileSet ReadUnexplained(const Snapshot& snapshot) const;
   std::string Restorable() const;
   void WriteIn(const std::string& name, const std::string& bytes) const;

@@ -34,6 +34,8 @@ std::size_t Of(std::uint32_t character) {
 }
 
 std::size_t Of(std::string_view utf8) {
+  const auto isPlain = [](char unit) { return unit > 0; };
+  if (std::all_of(utf8.begin(), utf8.end(), isPlain)) return utf8.size();
   std::size_t columns = 0;
   while (!utf8.empty()) columns += Take(utf8);
   return columns;

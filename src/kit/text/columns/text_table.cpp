@@ -80,7 +80,9 @@ std::string TextTable(const Rows& rows, std::optional<std::size_t> lineWidth) {
   std::string text;
   for (const std::vector<std::string>& row : rows) {
     for (std::size_t i = 0; i < row.size(); ++i) {
-      const std::string entry = lineWidth ? display_width::Cut(row[i], widths[i]) : row[i];
+      std::string cut;
+      if (lineWidth) cut = display_width::Cut(row[i], widths[i]);
+      const std::string& entry = lineWidth ? cut : row[i];
       text += entry;
       if (i + 1 < row.size()) text.append(widths[i] - display_width::Of(entry) + kGap, ' ');
     }
