@@ -216,8 +216,8 @@ bool Report::PrintWorks(const char* title, const Key& a, const Key& b, double li
 bool Report::PrintLoadingRatios() const {
   const Key load("Load/ZorTunedex", kMiddle);
   const Key catalogue("Catalogue/Load", kCatalogue);
-  bool good = PrintWorks("load / SAX2 pass", load, {"Load/SaxPass", kMiddle}, 4);
-  good &= PrintWorks("load / libdvbv5's load", load, {"Load/Dvbv5", kMiddle}, 2);
+  bool good = PrintWorks("load / SAX2 pass", load, {"Load/SaxPass", kMiddle}, 3);
+  good &= PrintWorks("load / libdvbv5's load", load, {"Load/Dvbv5", kMiddle}, 1.6);
   good &= PrintWorks("load, 100000 / 10000", {load.first, kLarge}, load, 15);
   good &= PrintWorks("catalogue load / SAX2 pass", catalogue, {"Catalogue/SaxPass", kCatalogue}, 5);
   good &= PrintWorks("catalogue load, 200000 / 20000", {catalogue.first, 10 * kCatalogue},
@@ -227,7 +227,7 @@ bool Report::PrintLoadingRatios() const {
 
 bool Report::PrintSavingRatios() const {
   const Key save("Save/First", kMiddle);
-  bool good = PrintWorks("first save / libdvbv5's save", save, {"Save/Dvbv5", kMiddle}, 5);
+  bool good = PrintWorks("first save / libdvbv5's save", save, {"Save/Dvbv5", kMiddle}, 3);
   good &= PrintWorks("first save, 100000 / 10000", {save.first, kLarge}, save, 15);
   return good;
 }

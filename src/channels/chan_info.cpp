@@ -244,7 +244,7 @@ HRESULT CChanInfo::StoreChanged(T& field, T value) {
   return S_OK;
 }
 
-std::optional<std::uint32_t> CChanInfo::Word(std::size_t offset) const {
+inline std::optional<std::uint32_t> CChanInfo::Word(std::size_t offset) const {
   StationView view;
   view.bytes = m_station.Kept();
   view.blockSize = m_station.BlockSize();
@@ -260,9 +260,7 @@ std::optional<std::string> CChanInfo::NarrowName() const {
 }
 
 // A name never reaches the place of the code, whatever its length.
-void CChanInfo::NoteService() {
-  m_service = service_type::Answer(m_signalType, Word(kServiceType));
-}
+void CChanInfo::NoteService() { m_service.Learn(m_signalType, Word(kServiceType)); }
 
 void CChanInfo::FillDisplayName() {
   if (!IsAtsc(m_signalType)) {

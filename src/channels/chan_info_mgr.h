@@ -75,7 +75,7 @@ class CChanInfoMgr : public CGenComObj<CChanInfoMgr, IChannelInfoMgr> {
   void NumberChannels(Numbering from);
   void DropElements() const;
   HRESULT LoadFrom(const dom::Element& set);
-  HRESULT LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded);
+  HRESULT LoadOne(const dom::Element& channel, Loaded& loaded);
   HRESULT SaveTo(const dom::Element& set);
   HRESULT SaveRecords(xml::ChannelElementIndex& elements);
 

@@ -30,13 +30,13 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   Open();
   const PutBack element(m_element);
   if (set.Get() != m_element.Get()) m_element = set;
-  dom::ElementList channels;
-  HRESULT hr = xml::SelectChildren(set, xml::paths::kChannel, channels);
-  if (FAILED(hr)) return hr;
+  constexpr dom::Name kChannel = xml::paths::NameOf(xml::paths::kChannel);
   Loaded loaded;
-  for (LONG position = 0; position < channels.Count(); ++position) {
-    hr = LoadOne(channels, position, loaded);
-  }
+  HRESULT hr = S_OK;
+  const HRESULT visited = set.VisitChildElements([&](const dom::Element& child) {
+    if (child.HasTag(kChannel)) hr = LoadOne(child, loaded);
+  });
+  if (FAILED(visited)) return visited;
   {
     const Locked locked(*this);
     m_channels.AddLoaded(loaded);
@@ -45,12 +45,9 @@ HRESULT CChanInfoMgr::LoadFrom(const dom::Element& set) {
   return hr;
 }
 
-HRESULT CChanInfoMgr::LoadOne(const dom::ElementList& channels, LONG position, Loaded& loaded) {
-  dom::Element channel;
-  HRESULT hr = xml::GetChild(channels, position, &channel);
-  if (FAILED(hr)) return hr;
+HRESULT CChanInfoMgr::LoadOne(const dom::Element& channel, Loaded& loaded) {
   Record record;
-  hr = LoadChannel(channel, m_signalType, record);
+  HRESULT hr = LoadChannel(channel, m_signalType, record);
   if (FAILED(hr)) return hr;
   UINT index = 0;
   hr = record->GetChannelIndex(&index);

@@ -30,6 +30,7 @@
 
 #include "platform/bstr.h"
 #include "platform/com.h"
+#include "platform/dom_name.h"
 
 namespace dom {
 
@@ -70,7 +71,7 @@ class Element {
 
   HRESULT TagName(std::string& name) const;
   /// True when the tag, with its prefix, is this name. Takes no memory of ours.
-  bool HasTag(std::string_view name) const;
+  bool HasTag(Name name) const;
   HRESULT OwnerDocument(Document& out) const;
 
   /// First match of a relative path.
@@ -78,6 +79,8 @@ class Element {
   /// All matches in document order, as they stand now.
   HRESULT Select(const char* path, ElementList& out) const;
 
+  /// A new element of the same document, without a parent.
+  HRESULT CreateElement(Name name, Element& out) const;
   HRESULT AppendChild(const Element& child) const;
   /// An empty `before` appends.
   HRESULT InsertBefore(const Element& child, const Element& before) const;
@@ -86,28 +89,46 @@ class Element {
   bool HasChildNodes() const;
   HRESULT FirstChildElement(Element& out) const;
   HRESULT NextSiblingElement(Element& out) const;
+  /// Calls `visit` with every child that is an element, in document order. The handle is lent for
+  /// the call, a copy keeps the element. The children must stay where they are meanwhile.
+  template <typename Visit>
+  HRESULT VisitChildElements(Visit visit) const {
+    return VisitChildren(std::ref(visit));
+  }
+  /// Makes an element, calls `fill` with it, lent as above, and appends it. What `fill` raises
+  /// leaves no half of one.
+  template <typename Fill>
+  HRESULT AppendNew(Name name, Fill fill) const {
+    return AppendFilled(name, std::ref(fill));
+  }
 
   /// The value by the decimal rule of text::ToInt. `value` is untouched unless S_OK.
-  HRESULT GetInt(const char* name, std::int32_t& value) const;
+  HRESULT GetInt(Name name, std::int32_t& value) const;
   /// The value in the system's ANSI code page, terminated, cut on a character boundary to what fits
   /// `size`. The buffer is untouched unless S_OK.
-  HRESULT GetNarrow(const char* name, char* buffer, std::size_t size) const;
+  HRESULT GetNarrow(Name name, char* buffer, std::size_t size) const;
   /// The whole value; `value` is untouched unless S_OK.
-  HRESULT GetWide(const char* name, Bstr& value) const;
+  HRESULT GetWide(Name name, Bstr& value) const;
   /// The whole value as UTF-8; `value` is untouched unless S_OK.
-  HRESULT GetUtf8(const char* name, std::string& value) const;
+  HRESULT GetUtf8(Name name, std::string& value) const;
 
-  HRESULT SetInt(const char* name, std::int32_t value) const;
+  HRESULT SetInt(Name name, std::int32_t value) const;
   /// A null text is written as the empty one.
-  HRESULT SetWide(const char* name, BSTR value) const;
+  HRESULT SetWide(Name name, BSTR value) const;
   /// Text in the thread's ANSI code page.
-  HRESULT SetNarrow(const char* name, std::string_view value) const;
+  HRESULT SetNarrow(Name name, std::string_view value) const;
 
   /// Every attribute in stored order, names and values as UTF-8 without escapes.
   using AttributeVisitor = std::function<void(std::string_view name, std::string_view value)>;
   HRESULT VisitAttributes(const AttributeVisitor& visit) const;
 
  private:
+  /// A handle without a reference of its own.
+  struct Lent;
+  using ChildVisitor = std::function<void(const Element& child)>;
+  HRESULT VisitChildren(const ChildVisitor& visit) const;
+  HRESULT AppendFilled(Name name, const ChildVisitor& fill) const;
+
   IUnknown* m_node = nullptr;
   // Where the next attribute is expected: files that we wrote keep the order in which we read.
   mutable std::uint32_t m_hint = 0;

@@ -207,6 +207,19 @@ HRESULT TextToSatDivision(BSTR text, ESatDivision* value) {
 
 namespace tuning_texts {
 
+std::string_view FecRateWord(BinaryConvolutionCodeRate value) {
+  return WordOf(kFecRate, value).value_or("");
+}
+std::string_view ModulationWord(ModulationType value) {
+  return WordOf(kModulation, value).value_or("");
+}
+std::string_view PolarisationWord(Polarisation value) {
+  return WordOf(kPolarisation, value).value_or("");
+}
+std::string_view SpectralInversionWord(SpectralInversion value) {
+  return WordOf(kSpectralInversion, value).value_or("");
+}
+
 HRESULT FecRateFromNarrow(std::string_view narrow, BinaryConvolutionCodeRate* value) {
   return ReadNarrow(kFecRate, narrow, value);
 }

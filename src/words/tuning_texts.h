@@ -34,9 +34,15 @@ HRESULT TextToSatRegion(BSTR text, ESatRegion* value);
 HRESULT SatDivisionToText(ESatDivision value, BSTR* text);
 HRESULT TextToSatDivision(BSTR text, ESatDivision* value);
 
-/// The same readers for callers that hold narrow text (ANSI code page), as the codecs do for every
-/// word of a file: without any allocation.
+/// The same for callers that hold narrow text (ANSI code page), as the codecs do for every word of
+/// a file: without any allocation.
 namespace tuning_texts {
+
+/// The word that is written; empty for a value without one.
+std::string_view FecRateWord(BinaryConvolutionCodeRate value);
+std::string_view ModulationWord(ModulationType value);
+std::string_view PolarisationWord(Polarisation value);
+std::string_view SpectralInversionWord(SpectralInversion value);
 
 /// Result and `*value` as those of the readers above; the caller keeps `narrow`.
 HRESULT FecRateFromNarrow(std::string_view narrow, BinaryConvolutionCodeRate* value);

@@ -1,6 +1,9 @@
 // Moving in the tree and changing it.
 #include <gtest/gtest.h>
 
+#include <new>
+#include <string>
+
 #include "platform/dom.h"
 #include "support/dom_tools.h"
 #include "support/expect.h"
@@ -21,6 +24,68 @@ TEST(DomTree, ChildrenKeepTheirOrder) {
   EXPECT_EQ("R(b a c)", Describe(root));
   ExpectHr(S_OK, root.InsertBefore(NewElement(document, "d"), a));
   EXPECT_EQ("R(b d a c)", Describe(root));
+}
+
+TEST(DomTree, ChildElementsAreVisitedInOrder) {
+  const dom::Document document = LoadBytes("<R>t<a/><!--c--><b n='1'><x/></b><a/></R>");
+  std::string visited;
+  dom::Element kept;
+  ExpectHr(S_OK, Root(document).VisitChildElements([&](const dom::Element& child) {
+    visited += Describe(child) + ' ';
+    if (child.HasTag("b")) kept = child;
+  }));
+  EXPECT_EQ("a b[n=1](x) a ", visited);
+  EXPECT_EQ("b[n=1](x)", Describe(kept)) << "a copy keeps what was lent";
+  ExpectHr(S_OK, kept.VisitChildElements([](const dom::Element& child) {
+    ExpectHr(S_OK, child.VisitChildElements([](const dom::Element&) { FAIL(); }));
+  }));
+  ExpectHr(E_INVALIDARG, dom::Element().VisitChildElements([](const dom::Element&) { FAIL(); }));
+}
+
+TEST(DomTree, NewElementsAreFilledBeforeTheyAreAppended) {
+  const dom::Document document = NewDocumentWithRoot("R");
+  const dom::Element root = Root(document);
+  dom::Element kept;
+  ExpectHr(S_OK, root.AppendNew("a", [&](const dom::Element& child) {
+    ExpectHr(S_OK, child.SetInt("n", 1));
+    EXPECT_EQ("R", Describe(root));
+    kept = child;
+  }));
+  EXPECT_EQ("R(a[n=1])", Describe(root));
+  ExpectHr(S_OK, kept.SetInt("n", 2));
+  EXPECT_EQ("R(a[n=2])", Describe(root));
+  ExpectHr(E_INVALIDARG, root.AppendNew("no name", [](const dom::Element&) { FAIL(); }));
+  ExpectHr(E_INVALIDARG, dom::Element().AppendNew("a", [](const dom::Element&) { FAIL(); }));
+}
+
+TEST(DomTree, WhatRaisesWhileItIsFilledIsNotAppended) {
+  const dom::Document document = NewDocumentWithRoot("R");
+  const dom::Element root = Root(document);
+  dom::Element kept;
+  for (const bool keeps : {false, true}) {
+    EXPECT_THROW(root.AppendNew("a",
+                                [&](const dom::Element& child) {
+                                  ExpectHr(S_OK, child.SetInt("n", 1));
+                                  if (keeps) kept = child;
+                                  throw std::bad_alloc();
+                                }),
+                 std::bad_alloc);
+    EXPECT_EQ("R", Describe(root));
+  }
+  EXPECT_EQ("a[n=1]", Describe(kept));
+}
+
+TEST(DomTree, ElementsMakeOthersOfTheirDocument) {
+  const dom::Document document = NewDocumentWithRoot("R");
+  const dom::Element root = Root(document);
+  dom::Element made;
+  ExpectHr(S_OK, root.CreateElement("a", made));
+  EXPECT_EQ("R", Describe(root));
+  ExpectHr(S_OK, root.AppendChild(made));
+  EXPECT_EQ("R(a)", Describe(root));
+  ExpectHr(E_INVALIDARG, root.CreateElement("no name", made));
+  ExpectHr(E_INVALIDARG, root.CreateElement(nullptr, made));
+  ExpectHr(E_INVALIDARG, dom::Element().CreateElement("a", made));
 }
 
 TEST(DomTree, InsertingAgainMoves) {

@@ -5,8 +5,11 @@
 #include <cctype>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/bstr.h"
+#include "platform/text.h"
 #include "support/expect.h"
 
 namespace {
@@ -212,6 +215,23 @@ TEST(TuningTexts, NullArguments) {
   CheckNulls(Inversion());
   CheckNulls(Region());
   CheckNulls(Division());
+}
+
+template <typename Enum>
+void CheckWords(HRESULT (*toText)(Enum, BSTR*), std::string_view (*wordOf)(Enum)) {
+  for (int value = -2; value < 300; ++value) {
+    Bstr text;
+    toText(static_cast<Enum>(value), text.Receive());
+    EXPECT_EQ(text::ToUtf8(text.View()), wordOf(static_cast<Enum>(value))) << value;
+  }
+}
+
+TEST(TuningTexts, WordsAreThoseOfTheTexts) {
+  using namespace tuning_texts;
+  CheckWords(FecRateToText, FecRateWord);
+  CheckWords(ModulationToText, ModulationWord);
+  CheckWords(PolarisationToText, PolarisationWord);
+  CheckWords(SpectralInversionToText, SpectralInversionWord);
 }
 
 TEST(TuningTexts, ZeroDoesNotSurviveARoundTrip) {

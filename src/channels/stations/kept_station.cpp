@@ -12,11 +12,14 @@ namespace {
 
 // How many bytes there are up to the last one that is not zero.
 std::size_t SizeWithoutZeros(const BYTE* bytes, std::size_t size) {
-  while (size >= sizeof(std::uint64_t)) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes + size - sizeof(word), sizeof(word));
-    if (word != 0) break;
-    size -= sizeof(word);
+  const auto word = [&](std::size_t back) {
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes + size - back * sizeof(value), sizeof(value));
+    return value;
+  };
+  // Half of a block and more is zeros: four words at once.
+  while (size >= 4 * sizeof(std::uint64_t) && (word(1) | word(2) | word(3) | word(4)) == 0) {
+    size -= 4 * sizeof(std::uint64_t);
   }
   while (size > 0 && bytes[size - 1] == 0) --size;
   return size;

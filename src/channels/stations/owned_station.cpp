@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "core/station_blocks.h"
@@ -11,10 +12,12 @@ HRESULT OwnedStation::Assign(const _StationTuneInfo& source, InputSignalType sig
   Reset();
   const station_blocks::Layout* layout = station_blocks::Find(signalType);
   if (layout == nullptr) return E_FAIL;
-  TaskBlock block(layout->size);
+  TaskBlock block = TaskBlock::Attach(static_cast<BYTE*>(CoTaskMemAlloc(layout->size)));
+  if (!block) throw std::bad_alloc();
   const DWORD count =
       source.pbInformation == nullptr ? 0 : std::min<DWORD>(source.cbInformation, layout->size);
   if (count != 0) std::memcpy(block.Get(), source.pbInformation, count);
+  std::memset(block.Get() + count, 0, layout->size - count);
   m_station = source;
   m_station.InputSignal = signalType;
   m_station.cbInformation = count;

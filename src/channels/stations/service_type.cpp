@@ -46,7 +46,7 @@ EServiceType FromTdmb(std::uint32_t code) {
 
 }  // namespace
 
-HRESULT FromCode(InputSignalType signalType, std::optional<std::uint32_t> code,
+HRESULT FromCode(InputSignalType signalType, const std::optional<std::uint32_t>& code,
                  EServiceType& serviceType) {
   switch (signalType) {
     case InputSignalAnalogAntenna:

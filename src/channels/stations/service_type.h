@@ -10,15 +10,18 @@ namespace service_type {
 /// The service type of a channel with that service-type code in its block (none: no block). E_FAIL
 /// for DVB-H and where the block is needed and missing. Types that name no service answer S_OK and
 /// leave `serviceType` as it was: counting and navigation then judge the channel by the one before.
-HRESULT FromCode(InputSignalType signalType, std::optional<std::uint32_t> code,
+HRESULT FromCode(InputSignalType signalType, const std::optional<std::uint32_t>& code,
                  EServiceType& serviceType);
 
 /// That answer, kept.
 class Answer {
  public:
   Answer() = default;
-  Answer(InputSignalType signalType, std::optional<std::uint32_t> code)
-      : m_result(FromCode(signalType, code, m_serviceType)) {}
+
+  void Learn(InputSignalType signalType, const std::optional<std::uint32_t>& code) {
+    m_serviceType = ServiceUnknown;
+    m_result = FromCode(signalType, code, m_serviceType);
+  }
 
   HRESULT Give(EServiceType& serviceType) const {
     if (m_serviceType != ServiceUnknown) serviceType = m_serviceType;

@@ -17,6 +17,11 @@ constexpr std::uint32_t Fetch(const BYTE* bytes, std::size_t width) {
 
 /// Stores the low bytes of a value.
 constexpr void Store(BYTE* bytes, std::size_t width, std::uint32_t value) {
+  // Most values, as one.
+  if (width == 4) {
+    for (std::size_t i = 0; i < 4; ++i) bytes[i] = static_cast<BYTE>(value >> (8 * i));
+    return;
+  }
   for (std::size_t i = 0; i < width; ++i) bytes[i] = static_cast<BYTE>(value >> (8 * i));
 }
 

@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "words/tuning_texts.h"
 #include "xml/codecs/base64.h"
+#include "xml/codecs/row_names.h"
 #include "xml/elements/element_paths.h"
 
 namespace xml {
@@ -18,6 +19,9 @@ using station_blocks::Form;
 using station_blocks::Source;
 using station_blocks::StreamList;
 using station_blocks::Use;
+
+constexpr dom::Name kElementStreams = paths::NameOf(paths::kElementStreams);
+constexpr dom::Name kSatelliteParams = paths::NameOf(paths::kSatelliteParams);
 
 // Stream lists of a layout.
 constexpr std::size_t kMostLists = 6;
@@ -44,11 +48,11 @@ struct NarrowText {
 
   void Read(const dom::Element& element, const Field& field) {
     if (field.form != Form::Base64) {
-      element.GetNarrow(field.attribute, text, kTextSize);
+      element.GetNarrow(NameOf(field), text, kTextSize);
       return;
     }
     char encoded[kEncodedSize] = {};
-    element.GetNarrow(field.attribute, encoded, sizeof(encoded));
+    element.GetNarrow(NameOf(field), encoded, sizeof(encoded));
     Base64Decode(encoded, static_cast<LONG>(std::strlen(encoded)), reinterpret_cast<BYTE*>(text));
     text[text::CutLength(text, kTextSize - 1)] = '\0';
   }
@@ -73,7 +77,7 @@ void ReadText(const dom::Element& element, const Field& field, BYTE* place) {
     value.Read(element, field);
     return text::CopyCut(value.text, text, field.width);
   }
-  element.GetNarrow(field.attribute, text, std::min<std::size_t>(field.width, kTextSize));
+  element.GetNarrow(NameOf(field), text, std::min<std::size_t>(field.width, kTextSize));
   // A value that a host put into the document may hold a zero: what stands behind it is no text.
   const std::size_t length = strnlen(text, field.width);
   std::memset(text + length, 0, field.width - length);
@@ -81,7 +85,7 @@ void ReadText(const dom::Element& element, const Field& field, BYTE* place) {
 
 void ReadBlockField(const dom::Element& element, const Field& field, BYTE* base) {
   BYTE* place = base + field.offset;
-  const auto number = [&] { return static_cast<std::uint32_t>(AttrInt(element, field.attribute)); };
+  const auto number = [&] { return static_cast<std::uint32_t>(AttrInt(element, NameOf(field))); };
   switch (field.form) {
     case Form::Number:
       return station_blocks::Store(place, field.width, number());
@@ -141,7 +145,7 @@ void ReadChannelField(const dom::Element& channel, const Field& field, IChannelI
     return;
   }
   if (field.source != Source::Block && field.source != Source::Name) {
-    ReadRecordNumber(field, AttrInt(channel, field.attribute), channelInfo, station);
+    ReadRecordNumber(field, AttrInt(channel, NameOf(field)), channelInfo, station);
   }
   // A row may have its home in the block, or a second one.
   if (field.width != 0) ReadBlockField(channel, field, station.pbInformation);
@@ -151,7 +155,7 @@ void ReadChannelField(const dom::Element& channel, const Field& field, IChannelI
 // list before.
 const StreamList* FindList(const dom::Element& child, station_blocks::Rows<StreamList> lists,
                            const StreamList* expected) {
-  const auto isOf = [&child](const StreamList& row) { return child.HasTag(row.element); };
+  const auto isOf = [&child](const StreamList& row) { return child.HasTag(NameOf(row)); };
   const StreamList* found = std::find_if(expected, lists.end(), isOf);
   if (found != lists.end()) return found;
   found = std::find_if(lists.begin(), expected, isOf);
@@ -162,21 +166,19 @@ const StreamList* FindList(const dom::Element& child, station_blocks::Rows<Strea
 void ReadStreamLists(const dom::Element& streams, station_blocks::Rows<StreamList> lists,
                      BYTE* block) {
   std::array<std::uint16_t, kMostLists> counts = {};
-  dom::Element child;
   const StreamList* expected = lists.begin();
-  for (HRESULT hr = streams.FirstChildElement(child); hr == S_OK;
-       hr = child.NextSiblingElement(child)) {
+  streams.VisitChildElements([&](const dom::Element& child) {
     const StreamList* list = FindList(child, lists, expected);
-    if (list == nullptr) continue;
+    if (list == nullptr) return;
     expected = list;
     std::uint16_t& count = counts[static_cast<std::size_t>(list - lists.begin())];
-    if (count == list->capacity) continue;
+    if (count == list->capacity) return;
     BYTE* entry = block + list->offset + std::size_t{count} * list->entrySize;
     ++count;
     for (const Field& field : station_blocks::EntryFields(list->entrySize)) {
       ReadBlockField(child, field, entry);
     }
-  }
+  });
 }
 
 // Every component says by its "ID" which slot it fills.
@@ -193,24 +195,29 @@ void ReadComponents(const dom::Element& streams, const station_blocks::Component
   });
 }
 
-HRESULT ReadStreams(const dom::Element& channel, const station_blocks::Layout& layout,
-                    BYTE* block) {
-  dom::Element streams;
-  const HRESULT hr = GetElementStreams(channel, streams, false);
-  if (hr != S_OK) return hr;
+void ReadStreams(const dom::Element& streams, const station_blocks::Layout& layout, BYTE* block) {
   for (const Field& field : layout.elementStreams) {
     if (field.use != Use::WriteOnly) ReadBlockField(streams, field, block);
   }
   if (layout.components != nullptr) ReadComponents(streams, *layout.components, block);
   ReadStreamLists(streams, layout.lists, block);
-  return S_OK;
 }
 
-void ReadSatelliteParams(const dom::Element& channel, const station_blocks::Layout& layout,
-                         BYTE* block) {
-  dom::Element params;
-  if (channel.SelectSingle(paths::kSatelliteParams, params) != S_OK) return;
-  for (const Field& field : layout.satelliteParams) ReadBlockField(params, field, block);
+// The first child of each name counts.
+void ReadChildren(const dom::Element& channel, const station_blocks::Layout& layout, BYTE* block) {
+  bool needsStreams = !layout.elementStreams.Empty();
+  bool needsParams = !layout.satelliteParams.Empty();
+  channel.VisitChildElements([&](const dom::Element& child) {
+    if (needsStreams && child.HasTag(kElementStreams)) {
+      needsStreams = false;
+      ReadStreams(child, layout, block);
+    } else if (needsParams && child.HasTag(kSatelliteParams)) {
+      needsParams = false;
+      for (const Field& field : layout.satelliteParams) ReadBlockField(child, field, block);
+    }
+  });
+  dom::Element added;
+  if (needsStreams) GetElementStreams(channel, added, false);
 }
 
 }  // namespace
@@ -234,8 +241,7 @@ HRESULT ReadChannel(const dom::Element& channel, IChannelInfo* channelInfo,
   for (const Field& field : layout.channel) {
     if (field.use != Use::WriteOnly) ReadChannelField(channel, field, channelInfo, station);
   }
-  if (!layout.elementStreams.Empty()) ReadStreams(channel, layout, block);
-  if (!layout.satelliteParams.Empty()) ReadSatelliteParams(channel, layout, block);
+  ReadChildren(channel, layout, block);
   return channelInfo->SetStationInfo(&station);
 }
 

@@ -10,6 +10,7 @@
 #include "words/tuning_texts.h"
 #include "xml/codecs/base64.h"
 #include "xml/codecs/channel_reader.h"
+#include "xml/codecs/row_names.h"
 #include "xml/elements/element_paths.h"
 #include "xml/elements/xml_nodes.h"
 
@@ -74,16 +75,13 @@ std::string_view BlockText(const BYTE* place, std::size_t width) {
   return {text, strnlen(text, width)};
 }
 
-// A value without a word is written as the empty text.
 template <typename Enum>
-HRESULT WriteWord(const dom::Element& element, const char* attribute,
-                  HRESULT (*toText)(Enum, BSTR*), LONG value) {
-  Bstr word;
-  toText(static_cast<Enum>(value), word.Receive());
-  return SetAttr(element, attribute, word.Get());
+HRESULT WriteWord(const dom::Element& element, dom::Name attribute,
+                  std::string_view (*wordOf)(Enum), LONG value) {
+  return element.SetNarrow(attribute, wordOf(static_cast<Enum>(value)));
 }
 
-HRESULT WriteBase64(const dom::Element& element, const char* attribute, std::string_view narrow) {
+HRESULT WriteBase64(const dom::Element& element, dom::Name attribute, std::string_view narrow) {
   const std::size_t length = text::CutLength(narrow, kTextSize - 1);
   char encoded[Base64EncodedSize(kTextSize)] = {};
   Base64Encode(reinterpret_cast<const BYTE*>(narrow.data()), static_cast<LONG>(length), encoded);
@@ -95,35 +93,35 @@ HRESULT WriteBlockField(const dom::Element& element, const Field& field, const B
   const auto number = [&] { return static_cast<LONG>(station_blocks::Fetch(place, field.width)); };
   switch (field.form) {
     case Form::Number:
-      return SetAttr(element, field.attribute, number());
+      return SetAttr(element, NameOf(field), number());
     case Form::Language:
-      return SetAttr(element, field.attribute,
+      return SetAttr(element, NameOf(field),
                      static_cast<LONG>(station_blocks::FetchLanguage(place)));
     case Form::Text:
-      return element.SetNarrow(field.attribute, BlockText(place, field.width));
+      return element.SetNarrow(NameOf(field), BlockText(place, field.width));
     case Form::Base64:
-      return WriteBase64(element, field.attribute, BlockText(place, field.width));
+      return WriteBase64(element, NameOf(field), BlockText(place, field.width));
     case Form::Polarisation:
-      return WriteWord(element, field.attribute, PolarisationToText, number());
+      return WriteWord(element, NameOf(field), tuning_texts::PolarisationWord, number());
     case Form::FecRate:
-      return WriteWord(element, field.attribute, FecRateToText, number());
+      return WriteWord(element, NameOf(field), tuning_texts::FecRateWord, number());
     case Form::Modulation:
-      return WriteWord(element, field.attribute, ModulationToText, number());
+      return WriteWord(element, NameOf(field), tuning_texts::ModulationWord, number());
     case Form::SpectralInversion:
-      return WriteWord(element, field.attribute, SpectralInversionToText, number());
+      return WriteWord(element, NameOf(field), tuning_texts::SpectralInversionWord, number());
   }
   return E_UNEXPECTED;
 }
 
 HRESULT WriteName(const dom::Element& channel, const Field& field, const Bstr& name) {
-  if (field.form != Form::Base64) return SetAttr(channel, field.attribute, name.Get());
-  return WriteBase64(channel, field.attribute, text::ToNarrow(name.View()));
+  if (field.form != Form::Base64) return SetAttr(channel, NameOf(field), name.Get());
+  return WriteBase64(channel, NameOf(field), text::ToNarrow(name.View()));
 }
 
 HRESULT WriteChannelField(const dom::Element& channel, const Field& field,
                           const ChannelValues& values) {
   const auto number = [&](auto value) {
-    return SetAttr(channel, field.attribute, static_cast<LONG>(value));
+    return SetAttr(channel, NameOf(field), static_cast<LONG>(value));
   };
   switch (field.source) {
     case Source::Name:
@@ -199,7 +197,7 @@ HRESULT WriteStreamList(const dom::Element& streams, const station_blocks::Strea
   if (count == 0) return E_INVALIDARG;
   for (std::uint32_t i = 0; i < count && i < list.capacity; ++i) {
     const BYTE* entry = block + list.offset + std::size_t{i} * list.entrySize;
-    const HRESULT hr = AppendNew(streams, list.element, [&](const dom::Element& child) {
+    const HRESULT hr = AppendNew(streams, NameOf(list), [&](const dom::Element& child) {
       for (const Field& field : station_blocks::EntryFields(list.entrySize)) {
         WriteBlockField(child, field, entry);
       }

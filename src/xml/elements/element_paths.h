@@ -1,6 +1,8 @@
 // Where the elements of the four files stand: each below its parent, in one step.
 #pragma once
 
+#include "platform/dom_name.h"
+
 namespace xml::paths {
 
 // ChanInfo.xml
@@ -29,7 +31,7 @@ inline constexpr char kSatSetting[] = "./SAT_SETTING";
 inline constexpr const char* kDishes[] = {"./DISH_1", "./DISH_2", "./DISH_3", "./DISH_4"};
 inline constexpr char kDishSat[] = "./SAT";
 
-/// The name of the element that such a path leads to.
-constexpr const char* NameOf(const char* path) { return path + 2; }
+/// The name of the element that one of these paths leads to.
+constexpr dom::Name NameOf(const char* path) { return dom::Name::Lasting(path + 2); }
 
 }  // namespace xml::paths

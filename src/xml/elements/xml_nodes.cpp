@@ -8,8 +8,8 @@
 
 namespace xml {
 
-HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
-  if (!element || name == nullptr || value == nullptr) return E_POINTER;
+HRESULT GetAttrInt(const dom::Element& element, dom::Name name, LONG* value) {
+  if (!element || name.text == nullptr || value == nullptr) return E_POINTER;
   *value = 0;
   std::int32_t number = 0;
   const HRESULT hr = element.GetInt(name, number);
@@ -17,28 +17,22 @@ HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value) {
   return hr;
 }
 
-LONG AttrInt(const dom::Element& element, const char* name) {
-  std::int32_t number = 0;
-  element.GetInt(name, number);
-  return number;
-}
-
-DWORD AttrUnsigned(const dom::Element& element, const char* name) {
+DWORD AttrUnsigned(const dom::Element& element, dom::Name name) {
   return static_cast<DWORD>(AttrInt(element, name));
 }
 
-HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer) {
-  if (!element || name == nullptr) return E_POINTER;
+HRESULT GetAttrText(const dom::Element& element, dom::Name name, TextBuffer& buffer) {
+  if (!element || name.text == nullptr) return E_POINTER;
   return element.GetNarrow(name, buffer, sizeof(buffer));
 }
 
-HRESULT SetAttr(const dom::Element& element, const char* name, LONG value) {
-  if (!element || name == nullptr) return E_POINTER;
+HRESULT SetAttr(const dom::Element& element, dom::Name name, LONG value) {
+  if (!element || name.text == nullptr) return E_POINTER;
   return element.SetInt(name, value);
 }
 
-HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value) {
-  if (!element || name == nullptr) return E_POINTER;
+HRESULT SetAttr(const dom::Element& element, dom::Name name, BSTR value) {
+  if (!element || name.text == nullptr) return E_POINTER;
   return element.SetWide(name, value);
 }
 
@@ -70,14 +64,11 @@ HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, cons
   return parent.AppendChild(child);
 }
 
-HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Element& out) {
-  if (!parent || name == nullptr) return E_POINTER;
-  dom::Document document;
-  const HRESULT hr = parent.OwnerDocument(document);
-  return hr == S_OK ? document.CreateElement(name, out) : hr;
+HRESULT CreateElementFor(const dom::Element& parent, dom::Name name, dom::Element& out) {
+  return parent && name.text != nullptr ? parent.CreateElement(name, out) : E_POINTER;
 }
 
-HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& child) {
+HRESULT AppendNew(const dom::Element& parent, dom::Name name, dom::Element& child) {
   dom::Element created;
   HRESULT hr = CreateElementFor(parent, name, created);
   if (hr == S_OK) hr = parent.AppendChild(created);
@@ -110,7 +101,7 @@ HRESULT FindChild(const dom::Element& parent, const char* path, dom::Element* ch
   if (name.empty()) return E_INVALIDARG;
   dom::Element found;
   HRESULT hr = parent.FirstChildElement(found);
-  while (hr == S_OK && !found.HasTag(name)) {
+  while (hr == S_OK && !found.HasTag(name.data())) {
     dom::Element next;
     hr = found.NextSiblingElement(next);
     found = std::move(next);
@@ -136,7 +127,7 @@ HRESULT RemoveAllChildren(const dom::Element& parent, const char* path) {
   while (child) {
     dom::Element next;
     child.NextSiblingElement(next);
-    if (child.HasTag(name)) hr = parent.RemoveChild(child);
+    if (child.HasTag(name.data())) hr = parent.RemoveChild(child);
     child = std::move(next);
   }
   return hr;

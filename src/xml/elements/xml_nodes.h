@@ -17,19 +17,23 @@ using TextBuffer = char[kTextSize];
 
 /// Sets `*value` to 0, then to the attribute's number. S_FALSE when it is missing; E_POINTER for a
 /// null argument or an empty element.
-HRESULT GetAttrInt(const dom::Element& element, const char* name, LONG* value);
+HRESULT GetAttrInt(const dom::Element& element, dom::Name name, LONG* value);
 
 /// The number alone; 0 when it is missing.
-LONG AttrInt(const dom::Element& element, const char* name);
-DWORD AttrUnsigned(const dom::Element& element, const char* name);
+inline LONG AttrInt(const dom::Element& element, dom::Name name) {
+  std::int32_t number = 0;
+  element.GetInt(name, number);
+  return number;
+}
+DWORD AttrUnsigned(const dom::Element& element, dom::Name name);
 
 /// The attribute in the system's ANSI code page, cut to 259 bytes on a character boundary. Missing:
 /// S_FALSE, and the buffer keeps what it held.
-HRESULT GetAttrText(const dom::Element& element, const char* name, TextBuffer& buffer);
+HRESULT GetAttrText(const dom::Element& element, dom::Name name, TextBuffer& buffer);
 
-HRESULT SetAttr(const dom::Element& element, const char* name, LONG value);
+HRESULT SetAttr(const dom::Element& element, dom::Name name, LONG value);
 /// A null text is written empty.
-HRESULT SetAttr(const dom::Element& element, const char* name, BSTR value);
+HRESULT SetAttr(const dom::Element& element, dom::Name name, BSTR value);
 
 /// "path[@key='value']"
 std::string KeyPath(const char* path, const char* key, LONG value);
@@ -47,18 +51,14 @@ HRESULT InsertSorted(const dom::Element& parent, const dom::Element& child, cons
                      const char* key, LONG value);
 
 /// Makes an element in the document that `parent` belongs to. It has no parent yet.
-HRESULT CreateElementFor(const dom::Element& parent, const char* name, dom::Element& out);
+HRESULT CreateElementFor(const dom::Element& parent, dom::Name name, dom::Element& out);
 
 /// Makes an element and appends it to `parent`; `child` is untouched unless S_OK.
-HRESULT AppendNew(const dom::Element& parent, const char* name, dom::Element& child);
+HRESULT AppendNew(const dom::Element& parent, dom::Name name, dom::Element& child);
 /// The same with `fill(child)` before it is appended: what that raises leaves no half of one.
 template <typename Fill>
-HRESULT AppendNew(const dom::Element& parent, const char* name, Fill fill) {
-  dom::Element child;
-  const HRESULT hr = CreateElementFor(parent, name, child);
-  if (hr != S_OK) return hr;
-  fill(child);
-  return parent.AppendChild(child);
+HRESULT AppendNew(const dom::Element& parent, dom::Name name, Fill fill) {
+  return parent && name.text != nullptr ? parent.AppendNew(name, std::move(fill)) : E_POINTER;
 }
 
 /// The children that a path selects, as they stand now. E_POINTER for an empty element.

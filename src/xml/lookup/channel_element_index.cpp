@@ -32,7 +32,7 @@ void ChannelElementIndex::Build() {
   m_others.clear();
   m_built = ForEachChild(Parent(), paths::kChannel, [this](dom::Element channel) {
     const IndexValue index = ReadIndex(channel);
-    if (m_maxima.empty() || m_maxima.rbegin()->first < index.key) {
+    if (IsAboveAll(index.key)) {
       m_maxima.emplace_hint(m_maxima.end(), index.key, Entry{std::move(channel), index.plain});
     } else if (index.plain) {
       m_others.emplace(index.key, std::move(channel));
@@ -47,7 +47,7 @@ HRESULT ChannelElementIndex::FindOrCreate(IChannelInfo* channelInfo, dom::Elemen
   HRESULT hr = channelInfo->GetChannelIndex(&index);
   if (FAILED(hr)) return hr;
   m_lastKey = static_cast<LONG>(index);
-  const auto maximum = m_maxima.find(m_lastKey);
+  const auto maximum = IsAboveAll(m_lastKey) ? m_maxima.end() : m_maxima.find(m_lastKey);
   if (maximum != m_maxima.end() && maximum->second.plain) {
     HandOut(maximum->second.element, false, channel);
   } else if (const auto other = m_others.find(m_lastKey); other != m_others.end()) {
@@ -64,7 +64,7 @@ HRESULT ChannelElementIndex::Create(LONG key, dom::Element& channel) {
   dom::Element created;
   HRESULT hr = CreateElementFor(Parent(), paths::NameOf(paths::kChannel), created);
   if (hr != S_OK) return hr;
-  const auto greater = m_maxima.upper_bound(key);
+  const auto greater = IsAboveAll(key) ? m_maxima.end() : m_maxima.upper_bound(key);
   hr = greater == m_maxima.end() ? Parent().AppendChild(created)
                                  : Parent().InsertBefore(created, greater->second.element);
   if (hr == S_OK) channel = std::move(created);
@@ -87,6 +87,10 @@ void ChannelElementIndex::NoteWritten(const dom::Element& channel, bool isNew) {
 
 // The element stands right before the first maximum above m_lastKey.
 void ChannelElementIndex::Note(LONG key, Entry entry) {
+  if (key == m_lastKey && IsAboveAll(key)) {
+    m_maxima.emplace_hint(m_maxima.end(), key, std::move(entry));
+    return;
+  }
   const auto greater = m_maxima.upper_bound(m_lastKey);
   const bool isMaximum = greater == m_maxima.begin() || std::prev(greater)->first < key;
   if (isMaximum) {

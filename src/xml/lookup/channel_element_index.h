@@ -28,6 +28,8 @@ class ChannelElementIndex : private ElementIndex {
   using Entries = std::map<LONG, Entry>;
 
   void Build();
+  /// As every index is while a list is saved for the first time, in its order.
+  bool IsAboveAll(LONG key) const { return m_maxima.empty() || m_maxima.rbegin()->first < key; }
   /// Takes note of what the codec made of an element.
   void NoteWritten(const dom::Element& channel, bool isNew);
   void Note(LONG key, Entry entry);

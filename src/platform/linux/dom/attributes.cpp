@@ -9,7 +9,6 @@
 #include "platform/linux/dom/handles.h"
 #include "platform/linux/text/code_page.h"
 #include "platform/linux/text/utf8.h"
-#include "platform/linux/tree/namespaces.h"
 #include "platform/linux/tree/store.h"
 #include "platform/text.h"
 
@@ -23,18 +22,17 @@ using domtree::Node;
 using domtree::NodeOf;
 
 /// The attribute that stands where `hint` expects it, which then moves on; null for another one.
-Attribute* FindExpected(const Node& node, const char* name, std::uint32_t& hint) {
+inline Attribute* FindExpected(const Node& node, Name name, std::uint32_t& hint) {
   if (hint >= node.AttributeCount()) return nullptr;
   Attribute& expected = node.At(hint);
-  const std::string_view text = node.Owner().GetNames().Text(expected.Name());
-  if (std::strcmp(text.data(), name) != 0) return nullptr;
+  if (!node.Owner().GetNames().Is(expected.Name(), name)) return nullptr;
   ++hint;
   return &expected;
 }
 
 /// The attribute wherever it stands; the next one is then expected behind it.
-Attribute* Find(const Node& node, domtree::NameId name, std::uint32_t& hint) {
-  if (name == domtree::kNoName) return nullptr;
+inline Attribute* Find(const Node& node, domtree::NameId name, std::uint32_t& hint) {
+  if (name == domtree::kNoName || node.LacksSurely(name)) return nullptr;
   Attribute* const found = node.FindAttribute(name);
   if (found) hint = static_cast<std::uint32_t>(found - &node.At(0)) + 1;
   return found;
@@ -48,11 +46,11 @@ domtree::NameId NameBefore(const Node& node, std::uint32_t hint) {
 
 /// Calls `use` with an attribute's value; S_FALSE when there is no such attribute.
 template <typename Use>
-HRESULT Read(IUnknown* unknown, const char* name, std::uint32_t& hint, Use use) {
-  if (unknown == nullptr || name == nullptr) return E_INVALIDARG;
+HRESULT Read(IUnknown* unknown, Name name, std::uint32_t& hint, Use use) {
+  if (unknown == nullptr || name.text == nullptr) return E_INVALIDARG;
   const Node& node = NodeOf(unknown);
   const Attribute* attribute = FindExpected(node, name, hint);
-  if (!attribute) attribute = Find(node, node.Owner().GetNames().Find(name), hint);
+  if (!attribute) attribute = Find(node, node.Owner().GetNames().Find(name.text), hint);
   if (!attribute) return S_FALSE;
   use(node.ValueOf(*attribute));
   return S_OK;
@@ -71,7 +69,7 @@ bool CopyAscii(WideView wide, char (&buffer)[kShortText]) {
   return all < 0x80;
 }
 
-HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::string_view value) {
+HRESULT Write(IUnknown* unknown, Name name, std::uint32_t& hint, std::string_view value) {
   Node& node = NodeOf(unknown);
   domtree::Store& store = node.Owner();
   Names& names = store.GetNames();
@@ -79,10 +77,10 @@ HRESULT Write(IUnknown* unknown, const char* name, std::uint32_t& hint, std::str
   domtree::NameId id =
       attribute ? attribute->Name() : names.FindAfter(NameBefore(node, hint), name);
   if (!attribute) attribute = Find(node, id, hint);
-  if (!attribute && id == domtree::kNoName) id = names.InternPlain(name);
+  if (!attribute && id == domtree::kNoName) id = names.InternPlain(std::string_view(name.text));
   if (id == domtree::kNoName || (!attribute && !names.IsPlain(id))) return E_INVALIDARG;
   // Another meaning of a prefix would change or break the names that have it.
-  if (domtree::IsNamespaceDeclaration(names.Text(id))) return E_INVALIDARG;
+  if (names.IsDeclaration(id)) return E_INVALIDARG;
   if (attribute) {
     store.Assign(*attribute, value);
     return S_OK;
@@ -96,7 +94,7 @@ constexpr std::int32_t kMostDigits = 99'999'999;
 
 /// Most numbers: their digits are put together in a register. Digits that were stored one by one
 /// and are then fetched as one word make the processor wait.
-HRESULT WriteShort(IUnknown* unknown, const char* name, std::uint32_t& hint, std::int32_t value) {
+HRESULT WriteShort(IUnknown* unknown, Name name, std::uint32_t& hint, std::int32_t value) {
   auto rest = static_cast<std::uint32_t>(value);
   std::uint64_t digits = 0;
   std::size_t count = 0;
@@ -112,11 +110,11 @@ HRESULT WriteShort(IUnknown* unknown, const char* name, std::uint32_t& hint, std
 
 }  // namespace
 
-HRESULT Element::GetInt(const char* name, std::int32_t& value) const {
+HRESULT Element::GetInt(Name name, std::int32_t& value) const {
   return Read(m_node, name, m_hint, [&](std::string_view text) { value = text::ToInt(text); });
 }
 
-HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) const {
+HRESULT Element::GetNarrow(Name name, char* buffer, std::size_t size) const {
   if (buffer == nullptr) return E_INVALIDARG;
   return Read(m_node, name, m_hint, [&](std::string_view text) {
     const CodePage* page = CodePage::Current();
@@ -128,32 +126,32 @@ HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) con
   });
 }
 
-HRESULT Element::GetWide(const char* name, Bstr& value) const {
+HRESULT Element::GetWide(Name name, Bstr& value) const {
   return Read(m_node, name, m_hint, [&](std::string_view text) { value = text::FromUtf8(text); });
 }
 
-HRESULT Element::GetUtf8(const char* name, std::string& value) const {
+HRESULT Element::GetUtf8(Name name, std::string& value) const {
   return Read(m_node, name, m_hint, [&](std::string_view text) { value = text; });
 }
 
-HRESULT Element::SetInt(const char* name, std::int32_t value) const {
-  if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+HRESULT Element::SetInt(Name name, std::int32_t value) const {
+  if (m_node == nullptr || name.text == nullptr) return E_INVALIDARG;
   if (value >= 0 && value <= kMostDigits) return WriteShort(m_node, name, m_hint, value);
   char text[12];
   const std::to_chars_result end = std::to_chars(text, text + sizeof(text), value);
   return Write(m_node, name, m_hint, {text, static_cast<std::size_t>(end.ptr - text)});
 }
 
-HRESULT Element::SetWide(const char* name, BSTR value) const {
-  if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+HRESULT Element::SetWide(Name name, BSTR value) const {
+  if (m_node == nullptr || name.text == nullptr) return E_INVALIDARG;
   const WideView wide(value ? value : OLESTR(""), SysStringLen(value));
   char ascii[kShortText];
   if (CopyAscii(wide, ascii)) return Write(m_node, name, m_hint, {ascii, wide.size()});
   return Write(m_node, name, m_hint, text::ToUtf8(wide));
 }
 
-HRESULT Element::SetNarrow(const char* name, std::string_view value) const {
-  if (m_node == nullptr || name == nullptr) return E_INVALIDARG;
+HRESULT Element::SetNarrow(Name name, std::string_view value) const {
+  if (m_node == nullptr || name.text == nullptr) return E_INVALIDARG;
   if (IsAscii(value)) return Write(m_node, name, m_hint, value);
   return Write(m_node, name, m_hint, text::ToUtf8(text::FromNarrow(value).View()));
 }

@@ -1,5 +1,4 @@
 // Document handles.
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -95,16 +94,10 @@ HRESULT Document::AppendProcessingInstruction(const char* target, const char* da
 
 HRESULT Document::CreateElement(const char* name, Element& out) const {
   if (m_document == nullptr || name == nullptr) return E_INVALIDARG;
-  Store& store = SharedOf(m_document).Contents();
-  const domtree::NameId id = store.GetNames().InternPlain(name);
-  if (id == domtree::kNoName) return E_INVALIDARG;
-  // Room for what the smallest of the files' elements have, at least.
-  constexpr std::size_t kUsualAttributes = 4;
-  const std::size_t room =
-      std::max<std::size_t>(kUsualAttributes, store.GetNames().UsualAttributes(id));
-  Node& element = store.NewNode(Kind::Element, id, room);
-  element.AddRef();
-  out = Element::Attach(&element);
+  Node* const created = SharedOf(m_document).Contents().NewElement(name);
+  if (created == nullptr) return E_INVALIDARG;
+  created->AddRef();
+  out = Element::Attach(created);
   return S_OK;
 }
 

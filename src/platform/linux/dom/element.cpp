@@ -7,6 +7,7 @@
 
 #include "platform/dom.h"
 #include "platform/dom_path.h"
+#include "platform/lack_of_memory.h"
 #include "platform/linux/dom/handles.h"
 #include "platform/linux/dom/path_matches.h"
 #include "platform/linux/dom/shared_document.h"
@@ -100,10 +101,10 @@ HRESULT Element::TagName(std::string& name) const {
   return S_OK;
 }
 
-bool Element::HasTag(std::string_view name) const {
+bool Element::HasTag(Name name) const {
   if (m_node == nullptr) return false;
   const Node& node = NodeOf(m_node);
-  return node.Owner().GetNames().Text(node.Name()) == name;
+  return node.Owner().GetNames().Is(node.Name(), name);
 }
 
 HRESULT Element::OwnerDocument(Document& out) const {
@@ -140,6 +141,12 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
   });
 }
 
+HRESULT Element::CreateElement(Name name, Element& out) const {
+  if (m_node == nullptr || name.text == nullptr) return E_INVALIDARG;
+  Node* const created = NodeOf(m_node).Owner().NewElement(name);
+  return created ? Answer(created, out) : E_INVALIDARG;
+}
+
 HRESULT Element::AppendChild(const Element& child) const { return InsertBefore(child, {}); }
 
 HRESULT Element::InsertBefore(const Element& child, const Element& before) const {
@@ -172,6 +179,40 @@ HRESULT Element::FirstChildElement(Element& out) const {
 HRESULT Element::NextSiblingElement(Element& out) const {
   if (m_node == nullptr) return E_INVALIDARG;
   return Answer(Node::ElementFrom(NodeOf(m_node).Next()), out);
+}
+
+struct Element::Lent {
+  explicit Lent(Node& node) { element.m_node = &node; }
+  Lent(const Lent&) = delete;
+  Lent& operator=(const Lent&) = delete;
+  ~Lent() { element.m_node = nullptr; }
+
+  Element element;
+};
+
+// Counting is atomic, and takes longer than most of what is asked of a child.
+HRESULT Element::VisitChildren(const ChildVisitor& visit) const {
+  if (m_node == nullptr) return E_INVALIDARG;
+  for (Node* node = NodeOf(m_node).First(); (node = Node::ElementFrom(node)) != nullptr;
+       node = node->Next()) {
+    visit(Lent(*node).element);
+  }
+  return S_OK;
+}
+
+HRESULT Element::AppendFilled(Name name, const ChildVisitor& fill) const {
+  if (m_node == nullptr || name.text == nullptr) return E_INVALIDARG;
+  Node& parent = NodeOf(m_node);
+  Node* const created = parent.Owner().NewElement(name);
+  if (created == nullptr) return E_INVALIDARG;
+  // Goes unless somebody kept it.
+  const WhenRaised unfilled([created] {
+    created->AddRef();
+    created->Release();
+  });
+  fill(Lent(*created).element);
+  parent.Owner().Insert(parent, *created, nullptr);
+  return S_OK;
 }
 
 ElementList::~ElementList() {

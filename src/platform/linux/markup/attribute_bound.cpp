@@ -1,5 +1,7 @@
 #include "platform/linux/markup/attribute_bound.h"
 
+#include <algorithm>
+
 namespace domtree {
 namespace {
 
@@ -31,9 +33,24 @@ std::string_view EndMark(std::string_view text) {
   return {};
 }
 
+/// Whether so much stands somewhere behind a "<" without another one that it may be a tag of too
+/// many attributes. No value holds a "<" as it is: files of ordinary tags are looked at only here
+/// and there.
+bool HasLongStretch(std::string_view text) {
+  constexpr std::size_t kShort = kMostAttributes * kShortestAttribute;
+  text.remove_prefix(std::min(text.find('<'), text.size()));
+  while (text.size() > kShort) {
+    const std::size_t last = text.rfind('<', kShort);
+    if (last == 0) return true;
+    text.remove_prefix(last);
+  }
+  return false;
+}
+
 }  // namespace
 
 bool IsWithinAttributeBound(std::string_view text) {
+  if (!HasLongStretch(text)) return true;
   std::size_t start = text.find('<');
   while (start != std::string_view::npos) {
     const std::string_view mark = EndMark(text.substr(start));

@@ -77,6 +77,12 @@ xmlSAXHandler TreeBuilder::Handler() {
   return handler;
 }
 
+inline void TreeBuilder::TakeAttribute(const xmlChar**& next) {
+  const auto length = static_cast<std::size_t>(next[4] - next[3]);
+  m_store.Append(*m_current, NameOf(next[0], next[1]), ViewOf(next[3], length));
+  next += 5;
+}
+
 void TreeBuilder::StartElement(const xmlChar* local, const xmlChar* prefix, int namespaceCount,
                                const xmlChar** namespaces, int attributeCount,
                                const xmlChar** attributes) {
@@ -91,15 +97,22 @@ void TreeBuilder::StartElement(const xmlChar* local, const xmlChar* prefix, int 
   m_current = &element;
   const xmlChar** const namespacesEnd = namespaces + std::ptrdiff_t{2} * namespaceCount;
   const xmlChar** const attributesEnd = attributes + std::ptrdiff_t{5} * attributeCount;
+  if (namespaces != namespacesEnd) {
+    TakeDeclarations(namespaces, namespacesEnd, attributes, attributesEnd);
+  }
+  while (attributes != attributesEnd) TakeAttribute(attributes);
+}
+
+void TreeBuilder::TakeDeclarations(const xmlChar** namespaces, const xmlChar** namespacesEnd,
+                                   const xmlChar**& attributes, const xmlChar** attributesEnd) {
   // The parser tells both in their order, but not how they stood among each other.
-  StartTag tag(namespaceCount > 0 ? CurrentTag() : std::string_view());
+  StartTag tag(CurrentTag());
   while (namespaces != namespacesEnd && attributes != attributesEnd) {
     const std::string_view name = tag.NextName();
     if (name == "xmlns:xml") continue;  // always in force: not among them
     IsNamespaceDeclaration(name) ? TakeDeclaration(namespaces) : TakeAttribute(attributes);
   }
   while (namespaces != namespacesEnd) TakeDeclaration(namespaces);
-  while (attributes != attributesEnd) TakeAttribute(attributes);
 }
 
 std::string_view TreeBuilder::CurrentTag() const {
@@ -116,12 +129,6 @@ void TreeBuilder::TakeDeclaration(const xmlChar**& next) {
   const NameId name = next[0] ? NameOf(next[0], kXmlns) : NameOf(kXmlns, nullptr);
   m_store.Append(*m_current, name, ViewOf(next[1]));
   next += 2;
-}
-
-void TreeBuilder::TakeAttribute(const xmlChar**& next) {
-  const auto length = static_cast<std::size_t>(next[4] - next[3]);
-  m_store.Append(*m_current, NameOf(next[0], next[1]), ViewOf(next[3], length));
-  next += 5;
 }
 
 void TreeBuilder::EndElement() {

@@ -42,6 +42,10 @@ class TreeBuilder {
                     const xmlChar** namespaces, int attributeCount, const xmlChar** attributes);
   /// The bytes of the start tag that the parser reports, up to the end of its last attribute.
   std::string_view CurrentTag() const;
+  /// Gives the current element its declarations and the attributes in front of the last of these,
+  /// which `attributes` moves behind.
+  void TakeDeclarations(const xmlChar** namespaces, const xmlChar** namespacesEnd,
+                        const xmlChar**& attributes, const xmlChar** attributesEnd);
   /// Both give the current element what stands at `next`, which moves on.
   void TakeDeclaration(const xmlChar**& next);
   void TakeAttribute(const xmlChar**& next);

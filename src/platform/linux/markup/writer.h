@@ -28,12 +28,17 @@ class Writer {
   void Indent(std::uint32_t level);
 
   void Put(std::string_view bytes);
+  void Put(char byte) {
+    *Room(1) = byte;
+    ++m_used;
+  }
   /// Makes room for `size` bytes, at most kChunk, and answers where they go. What was put there is
   /// then counted by Advance.
   char* Room(std::size_t size);
   void Advance(const char* end) { m_used = static_cast<std::size_t>(end - m_buffer.get()); }
   void Flush();
   void PutName(NameId name);
+  /// `name` is one of the tree's names.
   void PutAttribute(std::string_view name, std::string_view value);
   /// Text with references in place of the bytes of the `escaped` classes.
   void PutText(std::string_view text, std::uint8_t escaped);

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "platform/dom_path.h"
+#include "platform/linux/tree/namespaces.h"
 
 namespace domtree {
 namespace {
@@ -43,12 +44,17 @@ std::uint32_t HashOf(std::string_view name) {
 
 NameId Names::Find(std::string_view name) const { return FindHashed(name, HashOf(name)); }
 
-NameId Names::FindAfter(NameId previous, const char* name) {
-  const NameId expected = m_entries[previous].next;
-  if (expected != kNoName && std::strcmp(m_entries[expected].text, name) == 0) return expected;
-  const NameId found = Find(name);
+NameId Names::FindAnew(NameId previous, dom::Name name) {
+  const NameId found = Find(name.text);
   if (found != kNoName) m_entries[previous].next = found;
   return found;
+}
+
+bool Names::IsSpelt(NameId id, dom::Name name) {
+  Entry& entry = m_entries[id];
+  if (std::strcmp(entry.text, name.text) != 0) return false;
+  if (name.isLasting) entry.lasting = name.text;
+  return true;
 }
 
 NameId Names::FindHashed(std::string_view name, std::uint32_t hash) const {
@@ -74,17 +80,28 @@ NameId Names::InternPlain(std::string_view name) {
   return dom::IsPlainName(name) ? Add(name, hash) : kNoName;
 }
 
+NameId Names::InternPlain(dom::Name name) {
+  for (const Recent& recent : m_recent) {
+    if (recent.lasting == name.text) return recent.id;
+  }
+  const NameId id = InternPlain(std::string_view(name.text));
+  if (name.isLasting && id != kNoName) {
+    m_recent[m_nextRecent++ % m_recent.size()] = {name.text, id};
+  }
+  return id;
+}
+
 NameId Names::Add(std::string_view name, std::uint32_t hash) {
   const bool fits = name.size() < std::numeric_limits<std::uint32_t>::max();
   if (!fits || m_entries.size() == kNoName) throw std::bad_alloc();
   if (2 * (m_entries.size() + 1) > m_slots.size()) Grow();
-  char* text = static_cast<char*>(m_pool.Allocate(name.size() + 1));
-  std::memcpy(text, name.data(), name.size());
-  text[name.size()] = '\0';
+  const std::size_t room = (name.size() / kTextStep + 1) * kTextStep;
+  char* text = static_cast<char*>(m_pool.Allocate(room));
+  std::memset(std::copy(name.begin(), name.end(), text), 0, room - name.size());
   const auto id = static_cast<NameId>(m_entries.size());
   const bool hasPrefix = name.find(':') != std::string_view::npos;
-  m_entries.push_back(
-      {text, static_cast<std::uint32_t>(name.size()), hash, hasPrefix, dom::IsPlainName(name)});
+  m_entries.push_back({text, static_cast<std::uint32_t>(name.size()), hash, hasPrefix,
+                       dom::IsPlainName(name), IsNamespaceDeclaration(name)});
   m_hasPrefixes = m_hasPrefixes || hasPrefix;
   const std::size_t mask = m_slots.size() - 1;
   std::size_t slot = hash & mask;

@@ -46,10 +46,6 @@ ULONG Node::Release() {
   return left;
 }
 
-std::string_view Node::ValueOf(const Attribute& attribute) const {
-  return attribute.Value(m_store->File().Data());
-}
-
 Attribute* Node::FindAttribute(NameId name) const {
   Attribute* const first = Attributes();
   for (std::uint32_t i = 0; i < m_count; ++i) {

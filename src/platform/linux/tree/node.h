@@ -52,6 +52,10 @@ class Node final : public IUnknown {
   std::string_view ValueOf(const Attribute& attribute) const;
   /// Null when there is none.
   Attribute* FindAttribute(NameId name) const;
+  /// True only when there is none; the last one tells.
+  bool LacksSurely(NameId name) const {
+    return m_count == 0 || (m_ascends && At(m_count - 1).Name() < name);
+  }
 
   /// White space stood in front of the node, or in front of an element's end tag, in the file.
   bool HasSpaceBefore() const { return m_spaceBefore; }
@@ -80,6 +84,8 @@ class Node final : public IUnknown {
     if (m_isOutgrown) return Elsewhere()->attributes;
     return reinterpret_cast<Attribute*>(const_cast<Node*>(this) + 1);
   }
+  /// Attributes that fit where they are.
+  std::uint32_t Capacity() const { return m_isOutgrown ? Elsewhere()->capacity : m_room; }
   bool IsHeld() const { return m_references.load(std::memory_order_acquire) != 0; }
 
   Store* m_store = nullptr;
@@ -97,6 +103,8 @@ class Node final : public IUnknown {
   bool m_spaceBefore : 1 = false;
   bool m_spaceAtEnd : 1 = false;
   bool m_isOutgrown : 1 = false;
+  /// The attributes' names are known to ascend, as those of elements that are made alike do.
+  bool m_ascends : 1 = false;
 };
 static_assert(sizeof(Node) == 64);
 

@@ -56,6 +56,17 @@ Node& Store::NewNode(Kind kind, NameId name, std::size_t attributes) {
   return *node;
 }
 
+Node* Store::NewElement(dom::Name name) {
+  const NameId id = m_names.InternPlain(name);
+  if (id == kNoName) return nullptr;
+  // Room for what the smallest of the files' elements have, at least.
+  constexpr std::size_t kUsualAttributes = 4;
+  const std::size_t room = std::max<std::size_t>(kUsualAttributes, m_names.UsualAttributes(id));
+  Node& element = NewNode(Kind::Element, id, room);
+  element.m_ascends = true;
+  return &element;
+}
+
 Node& Store::NewLeaf(Kind kind, NameId target, std::string_view text) {
   Node& leaf = NewNode(kind, target, 1);
   Append(leaf, kNoName, text);
@@ -116,15 +127,8 @@ void Store::Delete(Node& node) {
   m_pool.Free(&node, Node::SizeWith(node.m_room));
 }
 
-void Store::Append(Node& element, NameId name, std::string_view value) {
-  const std::uint32_t capacity =
-      element.m_isOutgrown ? element.Elsewhere()->capacity : element.m_room;
-  if (element.m_count == capacity) Grow(element, capacity);
-  new (element.Attributes() + element.m_count) Attribute(Make(name, value));
-  ++element.m_count;
-}
-
-void Store::Grow(Node& element, std::uint32_t capacity) {
+void Store::Grow(Node& element) {
+  const std::uint32_t capacity = element.Capacity();
   if (capacity > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
   const std::uint32_t larger = std::max(4U, 2 * capacity);
   // One element of very many attributes is no example for others.
@@ -146,21 +150,20 @@ void Store::Assign(Attribute& attribute, std::string_view value) {
     WriteBlock(attribute.Block(), value);
     return;
   }
-  const Attribute fresh = Make(attribute.Name(), value);
-  Discard(attribute);
-  attribute = fresh;
+  const Attribute before = attribute;
+  Make(&attribute, attribute.Name(), value);
+  Discard(before);
 }
 
-Attribute Store::Make(NameId name, std::string_view value) {
-  if (value.size() > kLongestValue) throw std::bad_alloc();
-  if (m_file.Holds(value.data(), value.size())) {
-    return Attribute::InFile(name, static_cast<std::uint32_t>(value.data() - m_file.Data()),
-                             static_cast<std::uint32_t>(value.size()));
+void Store::MakeOutside(Attribute* place, NameId name, std::string_view value) {
+  if (value.size() <= Attribute::kInline) {
+    new (place) Attribute(Attribute::Inline(name, value));
+    return;
   }
-  if (value.size() <= Attribute::kInline) return Attribute::Inline(name, value);
+  if (value.size() > kLongestValue) throw std::bad_alloc();
   char* block = static_cast<char*>(m_pool.Allocate(Attribute::kBlockHeader + value.size()));
   WriteBlock(block, value);
-  return Attribute::Pooled(name, block);
+  new (place) Attribute(Attribute::Pooled(name, block));
 }
 
 void Store::Discard(const Attribute& attribute) noexcept {

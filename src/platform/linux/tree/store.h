@@ -56,6 +56,9 @@ class Store {
 
   /// A node without a parent, with room for so many attributes.
   Node& NewNode(Kind kind, NameId name, std::size_t attributes = 0);
+  /// An element of a plain name with room for as many attributes as others of the name came to
+  /// have; null for any other name.
+  Node* NewElement(dom::Name name);
   /// A node that is no element, with its text.
   Node& NewLeaf(Kind kind, NameId target, std::string_view text);
   /// Puts a node in front of a child of `parent` or, with none, behind the last one. It leaves its
@@ -64,7 +67,12 @@ class Store {
   /// Makes the node a root of its own.
   void Unlink(Node& node);
 
-  void Append(Node& element, NameId name, std::string_view value);
+  void Append(Node& element, NameId name, std::string_view value) {
+    if (element.m_count == element.Capacity()) Grow(element);
+    element.m_ascends = element.m_ascends && element.LacksSurely(name);
+    Make(element.Attributes() + element.m_count, name, value);
+    ++element.m_count;
+  }
   void Assign(Attribute& attribute, std::string_view value);
 
  private:
@@ -73,9 +81,18 @@ class Store {
   /// Frees a root and what is below it, but for what is held.
   void Free(Node& root);
   void Delete(Node& node);
-  Attribute Make(NameId name, std::string_view value);
+  /// Makes an attribute where it is to stand: one that is handed over is put together in memory,
+  /// and fetching it from there makes the processor wait.
+  void Make(Attribute* place, NameId name, std::string_view value) {
+    if (!m_file.Holds(value.data(), value.size())) return MakeOutside(place, name, value);
+    new (place)
+        Attribute(Attribute::InFile(name, static_cast<std::uint32_t>(value.data() - m_file.Data()),
+                                    static_cast<std::uint32_t>(value.size())));
+  }
+  /// The same for a value that is no part of the file.
+  void MakeOutside(Attribute* place, NameId name, std::string_view value);
   void Discard(const Attribute& attribute) noexcept;
-  void Grow(Node& element, std::uint32_t capacity);
+  void Grow(Node& element);
 
   Pool m_pool;
   Names m_names;
@@ -86,6 +103,10 @@ class Store {
   std::atomic<std::uint32_t> m_users{1};
   Declaration m_declaration = Declaration::None;
 };
+
+inline std::string_view Node::ValueOf(const Attribute& attribute) const {
+  return attribute.Value(m_store->File().Data());
+}
 
 struct StoreEnd {
   void operator()(Store* store) const { store->Abandon(); }

@@ -51,41 +51,41 @@ HRESULT Visit(IXMLDOMNode* attribute, const Element::AttributeVisitor& visit) {
 
 }  // namespace
 
-HRESULT Element::GetInt(const char* name, std::int32_t& value) const {
+HRESULT Element::GetInt(Name name, std::int32_t& value) const {
   Bstr read;
-  const HRESULT hr = Read(m_node, name, read);
+  const HRESULT hr = Read(m_node, name.text, read);
   if (hr == S_OK) value = text::ToInt(text::ToUtf8(read.View()));
   return hr;
 }
 
-HRESULT Element::GetNarrow(const char* name, char* buffer, std::size_t size) const {
+HRESULT Element::GetNarrow(Name name, char* buffer, std::size_t size) const {
   if (buffer == nullptr) return E_INVALIDARG;
   Bstr read;
-  const HRESULT hr = Read(m_node, name, read);
+  const HRESULT hr = Read(m_node, name.text, read);
   if (hr == S_OK) text::CopyCut(text::ToNarrow(read.View()), buffer, size);
   return hr;
 }
 
-HRESULT Element::GetWide(const char* name, Bstr& value) const { return Read(m_node, name, value); }
+HRESULT Element::GetWide(Name name, Bstr& value) const { return Read(m_node, name.text, value); }
 
-HRESULT Element::GetUtf8(const char* name, std::string& value) const {
+HRESULT Element::GetUtf8(Name name, std::string& value) const {
   Bstr read;
-  const HRESULT hr = Read(m_node, name, read);
+  const HRESULT hr = Read(m_node, name.text, read);
   if (hr == S_OK) value = text::ToUtf8(read.View());
   return hr;
 }
 
 // The number is made text here: the platform's conversion follows the user's locale.
-HRESULT Element::SetInt(const char* name, std::int32_t value) const {
+HRESULT Element::SetInt(Name name, std::int32_t value) const {
   return SetNarrow(name, std::to_string(value));
 }
 
-HRESULT Element::SetWide(const char* name, BSTR value) const {
-  return Write(m_node, name, value ? Bstr::Copy(value) : Bstr(WideView()));
+HRESULT Element::SetWide(Name name, BSTR value) const {
+  return Write(m_node, name.text, value ? Bstr::Copy(value) : Bstr(WideView()));
 }
 
-HRESULT Element::SetNarrow(const char* name, std::string_view value) const {
-  return Write(m_node, name, text::FromNarrow(value));
+HRESULT Element::SetNarrow(Name name, std::string_view value) const {
+  return Write(m_node, name.text, text::FromNarrow(value));
 }
 
 HRESULT Element::VisitAttributes(const AttributeVisitor& visit) const {

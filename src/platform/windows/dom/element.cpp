@@ -56,7 +56,8 @@ HRESULT Element::TagName(std::string& name) const {
   return hr;
 }
 
-bool Element::HasTag(std::string_view name) const {
+bool Element::HasTag(Name expected) const {
+  const std::string_view name(expected.text);
   Bstr tag;
   if (!m_node || msxml::ElementOf(m_node)->get_tagName(tag.Receive()) != S_OK) return false;
   const WideView wide = tag.View();
@@ -105,6 +106,12 @@ HRESULT Element::Select(const char* path, ElementList& out) const {
   return out.m_count == count ? S_OK : E_FAIL;
 }
 
+HRESULT Element::CreateElement(Name name, Element& out) const {
+  Document document;
+  const HRESULT hr = OwnerDocument(document);
+  return hr == S_OK ? document.CreateElement(name.text, out) : hr;
+}
+
 HRESULT Element::AppendChild(const Element& child) const {
   if (!m_node || !child) return E_INVALIDARG;
   ComPtr<IXMLDOMNode> appended;
@@ -146,6 +153,22 @@ HRESULT Element::NextSiblingElement(Element& out) const {
   const HRESULT hr = msxml::ElementOf(m_node)->get_nextSibling(sibling.Receive());
   out = Element();
   return FAILED(hr) ? hr : FirstElementFrom(std::move(sibling), out);
+}
+
+HRESULT Element::VisitChildren(const ChildVisitor& visit) const {
+  if (!m_node) return E_INVALIDARG;
+  Element child;
+  HRESULT hr = FirstChildElement(child);
+  for (; hr == S_OK; hr = child.NextSiblingElement(child)) visit(child);
+  return FAILED(hr) ? hr : S_OK;
+}
+
+HRESULT Element::AppendFilled(Name name, const ChildVisitor& fill) const {
+  Element child;
+  const HRESULT hr = CreateElement(name, child);
+  if (hr != S_OK) return hr;
+  fill(child);
+  return AppendChild(child);
 }
 
 ElementList::~ElementList() {

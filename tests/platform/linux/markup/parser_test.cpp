@@ -146,6 +146,15 @@ TEST(DomParser, LimitsAttributesOfAnElement) {
       << "the limit is that of one element";
 }
 
+TEST(DomParser, LimitsAttributesWhereverTheElementStands) {
+  for (int before = 0; before < 1500; before += 73) {
+    std::string text = "<a>";
+    for (int i = 0; i < before; ++i) text += "<b/>";
+    EXPECT_FALSE(Loads(text + "<c" + Attributes(1025) + "/></a>")) << before;
+    EXPECT_TRUE(Loads(text + "<c" + Attributes(1024) + "/></a>")) << before;
+  }
+}
+
 TEST(DomParser, LimitsNothingThatOnlyLooksLikeAttributes) {
   const std::string many = Attributes(5000);
   EXPECT_TRUE(Loads("<a>" + many + "</a>"));

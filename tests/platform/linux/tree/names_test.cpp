@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
 
 #include "support/dom_tools.h"
@@ -26,6 +27,63 @@ TEST(Names, AreFoundBehindAnyOther) {
       EXPECT_EQ(domtree::kNoName, names.FindAfter(previous, "secon"));
       EXPECT_EQ(domtree::kNoName, names.FindAfter(previous, "second2"));
     }
+  }
+}
+
+TEST(Names, ThatLastAreKnownByTheirAddress) {
+  static constexpr char kFirst[] = "first";
+  static constexpr char kSame[] = "first";
+  const auto lasting = [](const char* name) { return dom::Name::Lasting(name); };
+  domtree::Pool pool;
+  domtree::Names names(pool);
+  const domtree::NameId first = names.Intern("first");
+  const domtree::NameId other = names.Intern("other");
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_TRUE(names.Is(first, lasting(kFirst)));
+    EXPECT_FALSE(names.Is(other, lasting(kFirst)));
+    EXPECT_TRUE(names.Is(first, lasting(kSame)));
+    EXPECT_EQ(first, names.InternPlain(lasting(kFirst)));
+    EXPECT_EQ(domtree::kNoName, names.InternPlain(lasting("no name")));
+  }
+}
+
+// Others may stand where something else stood.
+TEST(Names, ThatDoNotLastAreReadEachTime) {
+  domtree::Pool pool;
+  domtree::Names names(pool);
+  char name[] = "first";
+  const domtree::NameId first = names.InternPlain(dom::Name(name));
+  EXPECT_TRUE(names.Is(first, name));
+  name[0] = 'F';
+  EXPECT_FALSE(names.Is(first, name));
+  EXPECT_NE(first, names.InternPlain(dom::Name(name)));
+}
+
+TEST(Names, OfManyElementsAreFoundAgain) {
+  static constexpr const char* kNames[] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k"};
+  domtree::Pool pool;
+  domtree::Names names(pool);
+  for (int round = 0; round < 3; ++round) {
+    for (domtree::NameId id = 0; id < std::size(kNames); ++id) {
+      EXPECT_EQ(id, names.InternPlain(dom::Name::Lasting(kNames[id])));
+      EXPECT_EQ(id, names.InternPlain(dom::Name::Lasting(kNames[id])));
+    }
+  }
+}
+
+// The order in which names are met decides how they are looked for, and nothing else.
+TEST(Names, OfAttributesStandOnceInWhateverOrderTheyAreWritten) {
+  const dom::Document document = NewDocumentWithRoot("T");
+  for (const std::string order : {"abcd", "dcba", "bdac", "acbd", "cadb"}) {
+    const dom::Element child = AddChild(Root(document), "C");
+    std::string expected = "C";
+    for (const char letter : order) expected += '[' + std::string(1, letter) + "=2]";
+    for (const char* const value : {"1", "2"}) {
+      for (const char letter : order) {
+        ExpectHr(S_OK, child.SetNarrow(std::string(1, letter).c_str(), value));
+      }
+    }
+    EXPECT_EQ(expected, Describe(child));
   }
 }
 
