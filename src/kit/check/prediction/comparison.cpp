@@ -19,7 +19,7 @@ class Comparison {
   Comparison(const Document& document, std::string_view file, std::string_view bytes,
              const Database& database, CodePageText& text)
       : m_report(document, std::string(file), m_findings), m_prediction(document, database, text) {
-    Write({{std::string(file), std::string(bytes)}}, m_scratch.Path());
+    data_files::WriteCopy(data_files::PathOf(m_scratch.Path(), file), file, bytes);
   }
 
   std::string Directory() const { return m_scratch.Path(); }
