@@ -136,13 +136,9 @@ void Checker::CheckMissing(const Files& files, Checked& checked) {
 
 std::vector<Finding> Checker::Compare(const Documents& documents) {
   std::vector<Finding> findings;
-  const Document* channels = DocumentOf(documents, kChannels);
-  if (channels != nullptr && IsAsked(kChannels)) {
-    MoveInto(CompareChannels(*channels, channels->Bytes(), m_database, m_text), findings);
-  }
-  const Document* presets = DocumentOf(documents, kPresets);
-  if (presets != nullptr && IsAsked(kPresets)) {
-    MoveInto(ComparePresets(*presets, presets->Bytes(), m_database, m_text), findings);
+  for (const auto& [name, document] : documents) {
+    if (!IsAsked(name)) continue;
+    MoveInto(CompareFile(name, document, document.Bytes(), m_database, m_text), findings);
   }
   return findings;
 }

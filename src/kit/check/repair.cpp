@@ -6,6 +6,7 @@
 #include "kit/check/edit_plan.h"
 #include "kit/check/prediction/comparison.h"
 #include "kit/check/prediction/preservation.h"
+#include "kit/check/prediction/satellite_comparison.h"
 #include "kit/failure.h"
 
 namespace check {
@@ -135,22 +136,30 @@ class Repairer {
   void RequireKept(const Checked& checked, const std::string& name,
                    const std::vector<const Finding*>& mended, const std::string& changed) {
     const auto before = checked.documents.find(name);
-    if (before == checked.documents.end() || (name != kChannels && name != kPresets)) return;
+    if (before == checked.documents.end()) return;
     std::vector<const Finding*> here;
     for (const Finding* finding : mended) {
       if (finding->file == name || finding->target == name) here.push_back(finding);
     }
-    const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
-    const markup::Document after = m_checker.Read(changed);
-    std::optional<std::string> lost =
-        WhatIsLost(before->second, here, after, kind, m_checker.Library(), m_checker.Text());
-    if (before->second.Elements().empty() && name == kChannels) {
+    const std::optional<std::string> lost = Lost(name, before->second, here, changed);
+    if (lost) throw Failure{E_FAIL, name + " is left as it is: " + *lost};
+  }
+
+  std::optional<std::string> Lost(const std::string& name, const Document& before,
+                                  const std::vector<const Finding*>& mended,
+                                  const std::string& changed) {
+    const Document after = m_checker.Read(changed);
+    if (before.Elements().empty()) {
       // Only the library can read what it was.
       const auto differences =
-          CompareChannels(after, before->second.Bytes(), m_checker.Library(), m_checker.Text());
-      if (!differences.empty()) lost = differences.front().text;
+          CompareFile(name, after, before.Bytes(), m_checker.Library(), m_checker.Text());
+      return differences.empty() ? std::nullopt : std::optional(differences.front().text);
     }
-    if (lost) throw Failure{E_FAIL, name + " is left as it is: " + *lost};
+    if (after.Elements().empty()) return "nothing can be read any more";
+    if (name == kCatalogue) return WhatIsLostOfCatalogue(before, mended, after, m_checker.Text());
+    if (name == kSettings) return WhatIsLostOfDishes(before, mended, after, m_checker.Text());
+    const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
+    return WhatIsLost(before, mended, after, kind, m_checker.Library(), m_checker.Text());
   }
 
   /// A file that cannot be read all the same stays as it is, to the letter.

@@ -4,6 +4,7 @@
 
 #include "kit/check/findings/report.h"
 #include "kit/check/prediction/prediction.h"
+#include "kit/check/prediction/satellite_comparison.h"
 #include "kit/failure.h"
 #include "kit/files/scratch_directory.h"
 #include "kit/model/channel_table.h"
@@ -107,6 +108,16 @@ std::vector<Finding> ComparePresets(const Document& document, std::string_view b
     }
   }
   return comparison.Findings();
+}
+
+std::vector<Finding> CompareFile(std::string_view name, const Document& document,
+                                 std::string_view bytes, const Database& database,
+                                 CodePageText& text) {
+  if (name == kChannels) return CompareChannels(document, bytes, database, text);
+  if (name == kPresets) return ComparePresets(document, bytes, database, text);
+  if (!IsComparable(document)) return {};
+  if (name == kCatalogue) return CompareCatalogue(document, bytes, text);
+  return name == kSettings ? CompareDishes(document, bytes, text) : std::vector<Finding>();
 }
 
 }  // namespace check
