@@ -193,12 +193,6 @@ class ValueRules {
 
 }  // namespace
 
-void CheckValues(const Subject& subject) {
-  for (const ChannelGroup& group : subject.tree.groups) {
-    if (group.layout == nullptr) continue;
-    ValueRules rules(subject, group);
-    for (const Index channel : group.channels) rules.Check(channel);
-  }
-}
+void CheckValues(const Subject& subject) { CheckEachChannel<ValueRules>(subject); }
 
 }  // namespace check
