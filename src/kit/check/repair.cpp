@@ -77,8 +77,9 @@ class Repairer {
     if (mended.empty()) return false;
     // What is mended together with another one.
     std::vector<const Finding*> all = mended;
+    const Fellows fellows(mended);
     for (const Finding* finding : chosen) {
-      if (!IsOwn(*finding) && HasFellow(*finding, mended)) all.push_back(finding);
+      if (!IsOwn(*finding) && fellows.HasOne(*finding)) all.push_back(finding);
     }
     for (const Finding* finding : all) Note(*finding);
     Apply(checked, all);
@@ -99,12 +100,25 @@ class Repairer {
     return !finding.edits.empty() || finding.fate != Finding::Fate::Stays;
   }
 
-  static bool HasFellow(const Finding& finding, const std::vector<const Finding*>& mended) {
-    return std::ranges::any_of(mended, [&](const Finding* one) {
-      if (one->file != finding.file) return false;
-      return finding.code->name == "ZT001" ? IsMarkup(*one) : one->code == finding.code;
-    });
-  }
+  /// Findings that are mended together with others: the rest of a list that is numbered, and a file
+  /// that cannot be read, with what is broken in it.
+  class Fellows {
+   public:
+    explicit Fellows(const std::vector<const Finding*>& mended) {
+      for (const Finding* one : mended) {
+        m_codes.emplace(one->file, one->code);
+        if (IsMarkup(*one)) m_markup.insert(one->file);
+      }
+    }
+    bool HasOne(const Finding& finding) const {
+      return finding.code->name == "ZT001" ? m_markup.contains(finding.file)
+                                           : m_codes.contains({finding.file, finding.code});
+    }
+
+   private:
+    std::set<std::pair<std::string_view, const Code*>> m_codes;
+    std::set<std::string_view> m_markup;
+  };
 
   /// A file is mended as text first; what it means is looked at when it can be read.
   bool IsReady(const Finding& finding, const Checked& checked) const {

@@ -44,14 +44,18 @@ std::vector<UINT> IndexesInOrder(IChannelInfoMgr* list, UINT lone) {
   return indexes;
 }
 
-std::vector<Channel> ReadChannels(IChannelInfoMgr* list) {
+void WalkChannels(IChannelInfoMgr* list, const std::function<void(Channel&& channel)>& take) {
   const std::vector<UINT> indexes = StoredIndexes(list);
-  std::vector<Channel> channels;
-  channels.reserve(indexes.size());
   for (UINT position = 1; position <= indexes.size(); ++position) {
-    channels.push_back(ReadChannel(RecordAt(list, position).Get()));
-    channels.back().index = indexes[position - 1];
+    Channel channel = ReadChannel(RecordAt(list, position).Get());
+    channel.index = indexes[position - 1];
+    take(std::move(channel));
   }
+}
+
+std::vector<Channel> ReadChannels(IChannelInfoMgr* list) {
+  std::vector<Channel> channels;
+  WalkChannels(list, [&](Channel&& channel) { channels.push_back(std::move(channel)); });
   return channels;
 }
 

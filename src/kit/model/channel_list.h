@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -47,6 +48,8 @@ class ChannelList {
 /// The channels of a list in list order, with their stored indexes. The list is numbered afresh,
 /// and the element that it was loaded from loses its channels: neither may be saved afterwards.
 std::vector<Channel> ReadChannels(IChannelInfoMgr* list);
+/// The same one after the other, without keeping them.
+void WalkChannels(IChannelInfoMgr* list, const std::function<void(Channel&& channel)>& take);
 
 /// Indexes of a list in list order, without changing it. `lone` is asked for where the list has one
 /// channel, which cannot be found otherwise.
