@@ -75,6 +75,8 @@ constexpr Report::Row kPresetTimes[] = {
 };
 
 constexpr Report::Row kToolTimes[] = {
+    {"Tool/Open", "a host opens the list"},
+    {"Tool/Check", "check"},
     {"Tool/OpenAndSave", "a host opens and saves the list"},
     {"Tool/List", "channels list"},
     {"Tool/Show", "channels show"},
@@ -267,6 +269,9 @@ bool Report::PrintToolRatios() const {
         std::tuple("Tool/Edit", "channels edit in 40000 / open and save", 5)}) {
     good &= PrintWorks(title, {name, kToolMost}, {"Tool/OpenAndSave", kToolMost}, limit);
   }
+  const Key check("Tool/Check", kMiddle);
+  good &= PrintWorks("check / load", check, {"Tool/Open", kMiddle}, 6);
+  good &= PrintWorks("check, 40000 / 10000", {check.first, kToolMost}, check, 6);
   good &= PrintWorks("transponders list of 40000 / load of the catalogue",
                      {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 4);
   return good;

@@ -40,6 +40,8 @@ void OwnWork(benchmark::State& state, const char* work) {
 }
 void OpenAndSave(benchmark::State& state) { OwnWork(state, "open-save"); }
 BENCHMARK(OpenAndSave)->Name("Tool/OpenAndSave")->Apply(ToolSizes);
+void OpenList(benchmark::State& state) { OwnWork(state, "load"); }
+BENCHMARK(OpenList)->Name("Tool/Open")->Apply(ToolSizes);
 void OpenCatalogue(benchmark::State& state) { OwnWork(state, "catalogue-open"); }
 BENCHMARK(OpenCatalogue)->Name("Tool/OpenCatalogue")->Apply(ToolSizes);
 
@@ -56,6 +58,8 @@ void ToolReads(benchmark::State& state, const std::vector<std::string>& words) {
 }
 BENCHMARK_CAPTURE(ToolReads, list, {"channels", "list"})->Name("Tool/List")->Apply(ToolSizes);
 BENCHMARK_CAPTURE(ToolReads, show, {"channels", "show", "1"})->Name("Tool/Show")->Apply(ToolSizes);
+
+BENCHMARK_CAPTURE(ToolReads, check, {"check"})->Name("Tool/Check")->Apply(ToolSizes);
 
 // Each time something else, so that there is something to save.
 void ToolChanges(benchmark::State& state, const std::vector<std::string>& words) {

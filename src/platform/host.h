@@ -58,6 +58,11 @@ bool WriteNewFile(const std::string& path, std::string_view bytes);
 /// Removes a file, durably. True also where none stands.
 bool RemoveFile(const std::string& path, std::string& cause);
 
+/// Gives a file another name in its directory, durably and in one step. False, and nothing is
+/// changed, also where something else has that name. Where letters of either case are the same, a
+/// name may become itself in other letters.
+bool RenameFile(const std::string& from, const std::string& to, std::string& cause);
+
 /// Makes a folder whose parent is there, durably, with the parent's rights as far as this process
 /// gives any. True also where one stands already.
 bool MakeFolder(const std::string& path, std::string& cause);

@@ -72,9 +72,7 @@ Document Checker::Read(const std::string& bytes) {
 Checked Checker::Check(const Files& files) {
   Checked checked;
   for (const std::string_view name : kDataFiles) {
-    if (const std::string* bytes = BytesOf(files, name)) {
-      CheckFile(std::string(name), *bytes, checked);
-    }
+    if (const auto& bytes = BytesOf(files, name)) CheckFile(std::string(name), *bytes, checked);
   }
   for (const auto& [name, bytes] : files) {
     if (bytes && !PutAsideOf(name).empty()) CheckPutAside(name, *bytes, checked);
@@ -130,7 +128,7 @@ void Checker::CheckPutAside(const std::string& name, const std::string& bytes, C
 void Checker::CheckMissing(const Files& files, Checked& checked) {
   const Document* channels = DocumentOf(checked.documents, kChannels);
   if (channels == nullptr || channels->Elements().empty()) return;
-  if (BytesOf(files, kCatalogue) != nullptr || !HasSatelliteChannels(*channels)) return;
+  if (BytesOf(files, kCatalogue) || !HasSatelliteChannels(*channels)) return;
   checked.findings.push_back(
       OfFile("ZT005", std::string(kCatalogue),
              "satellite channels are there, and no catalogue of satellites"));
@@ -138,13 +136,9 @@ void Checker::CheckMissing(const Files& files, Checked& checked) {
 
 std::vector<Finding> Checker::Compare(const Documents& documents) {
   std::vector<Finding> findings;
-  const Document* channels = DocumentOf(documents, kChannels);
-  if (channels != nullptr && IsAsked(kChannels)) {
-    MoveInto(CompareChannels(*channels, channels->Bytes(), m_database, m_text), findings);
-  }
-  const Document* presets = DocumentOf(documents, kPresets);
-  if (presets != nullptr && IsAsked(kPresets)) {
-    MoveInto(ComparePresets(*presets, presets->Bytes(), m_database, m_text), findings);
+  for (const auto& [name, document] : documents) {
+    if (!IsAsked(name)) continue;
+    MoveInto(CompareFile(name, document, document.Bytes(), m_database, m_text), findings);
   }
   return findings;
 }

@@ -6,6 +6,7 @@
 #include "kit/check/edit_plan.h"
 #include "kit/check/prediction/comparison.h"
 #include "kit/check/prediction/preservation.h"
+#include "kit/check/prediction/satellite_comparison.h"
 #include "kit/failure.h"
 
 namespace check {
@@ -76,8 +77,9 @@ class Repairer {
     if (mended.empty()) return false;
     // What is mended together with another one.
     std::vector<const Finding*> all = mended;
+    const Fellows fellows(mended);
     for (const Finding* finding : chosen) {
-      if (!IsOwn(*finding) && HasFellow(*finding, mended)) all.push_back(finding);
+      if (!IsOwn(*finding) && fellows.HasOne(*finding)) all.push_back(finding);
     }
     for (const Finding* finding : all) Note(*finding);
     Apply(checked, all);
@@ -98,12 +100,25 @@ class Repairer {
     return !finding.edits.empty() || finding.fate != Finding::Fate::Stays;
   }
 
-  static bool HasFellow(const Finding& finding, const std::vector<const Finding*>& mended) {
-    return std::ranges::any_of(mended, [&](const Finding* one) {
-      if (one->file != finding.file) return false;
-      return finding.code->name == "ZT001" ? IsMarkup(*one) : one->code == finding.code;
-    });
-  }
+  /// Findings that are mended together with others: the rest of a list that is numbered, and a file
+  /// that cannot be read, with what is broken in it.
+  class Fellows {
+   public:
+    explicit Fellows(const std::vector<const Finding*>& mended) {
+      for (const Finding* one : mended) {
+        m_codes.emplace(one->file, one->code);
+        if (IsMarkup(*one)) m_markup.insert(one->file);
+      }
+    }
+    bool HasOne(const Finding& finding) const {
+      return finding.code->name == "ZT001" ? m_markup.contains(finding.file)
+                                           : m_codes.contains({finding.file, finding.code});
+    }
+
+   private:
+    std::set<std::pair<std::string_view, const Code*>> m_codes;
+    std::set<std::string_view> m_markup;
+  };
 
   /// A file is mended as text first; what it means is looked at when it can be read.
   bool IsReady(const Finding& finding, const Checked& checked) const {
@@ -135,22 +150,30 @@ class Repairer {
   void RequireKept(const Checked& checked, const std::string& name,
                    const std::vector<const Finding*>& mended, const std::string& changed) {
     const auto before = checked.documents.find(name);
-    if (before == checked.documents.end() || (name != kChannels && name != kPresets)) return;
+    if (before == checked.documents.end()) return;
     std::vector<const Finding*> here;
     for (const Finding* finding : mended) {
       if (finding->file == name || finding->target == name) here.push_back(finding);
     }
-    const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
-    const markup::Document after = m_checker.Read(changed);
-    std::optional<std::string> lost =
-        WhatIsLost(before->second, here, after, kind, m_checker.Library(), m_checker.Text());
-    if (before->second.Elements().empty() && name == kChannels) {
+    const std::optional<std::string> lost = Lost(name, before->second, here, changed);
+    if (lost) throw Failure{E_FAIL, name + " is left as it is: " + *lost};
+  }
+
+  std::optional<std::string> Lost(const std::string& name, const Document& before,
+                                  const std::vector<const Finding*>& mended,
+                                  const std::string& changed) {
+    const Document after = m_checker.Read(changed);
+    if (before.Elements().empty()) {
       // Only the library can read what it was.
       const auto differences =
-          CompareChannels(after, before->second.Bytes(), m_checker.Library(), m_checker.Text());
-      if (!differences.empty()) lost = differences.front().text;
+          CompareFile(name, after, before.Bytes(), m_checker.Library(), m_checker.Text());
+      return differences.empty() ? std::nullopt : std::optional(differences.front().text);
     }
-    if (lost) throw Failure{E_FAIL, name + " is left as it is: " + *lost};
+    if (after.Elements().empty()) return "nothing can be read any more";
+    if (name == kCatalogue) return WhatIsLostOfCatalogue(before, mended, after, m_checker.Text());
+    if (name == kSettings) return WhatIsLostOfDishes(before, mended, after, m_checker.Text());
+    const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
+    return WhatIsLost(before, mended, after, kind, m_checker.Library(), m_checker.Text());
   }
 
   /// A file that cannot be read all the same stays as it is, to the letter.

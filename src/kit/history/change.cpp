@@ -86,6 +86,24 @@ Outcome RunOnCopy(FileSet files, const std::function<void(const std::string& scr
   return {{std::move(files), std::move(after)}, PutAside(scratch.Path())};
 }
 
+/// Replaces the files. Failure: they are as they were.
+void Make(const ChangeSettings& settings, std::optional<Store>& store, Outcome& outcome) {
+  const Difference& difference = outcome.difference;
+  outcome.aside.CarryTo(settings.directory);
+  try {
+    if (store) {
+      Record(*store, difference, settings.by, false);
+    } else {
+      ReplaceFiles(settings.directory, difference.before, difference.after);
+    }
+  } catch (const HalfDone&) {
+    throw;
+  } catch (const Failure&) {
+    outcome.aside.TakeBack();
+    throw;
+  }
+}
+
 /// The files of before with those of a snapshot in their place, or one of them.
 FileSet Restored(const FileSet& before, const FileSet& wanted, const std::string& file) {
   FileSet after = before;
@@ -101,7 +119,8 @@ FileSet Restored(const FileSet& before, const FileSet& wanted, const std::string
 }  // namespace
 
 Difference MakeChange(const ChangeSettings& settings,
-                      const std::function<void(const std::string& scratch)>& work) {
+                      const std::function<void(const std::string& scratch)>& work,
+                      const FolderWork& folder) {
   const std::unique_ptr<DirectoryLock> lock = Locked(settings);
   std::optional<Store> store;
   if (settings.isRecorded) {
@@ -111,23 +130,21 @@ Difference MakeChange(const ChangeSettings& settings,
   } else if (!settings.isTrial) {
     FinishUnrecorded(settings.directory);
   }
-  Outcome outcome = RunOnCopy(ReadFiles(settings.directory), work);
-  Difference& difference = outcome.difference;
-  if (settings.isTrial || difference.IsNone()) return std::move(difference);
-  outcome.aside.CarryTo(settings.directory);
+  Renamings renamings(settings.directory,
+                      folder.renamings ? folder.renamings() : std::vector<Renaming>());
+  Outcome outcome = RunOnCopy(renamings.ReadFiles(), work);
+  if (settings.isTrial) return std::move(outcome.difference);
+  renamings.Make();
   try {
-    if (store) {
-      Record(*store, difference, settings.by, false);
-    } else {
-      ReplaceFiles(settings.directory, difference.before, difference.after);
-    }
+    if (!outcome.difference.IsNone()) Make(settings, store, outcome);
   } catch (const HalfDone&) {
     throw;
   } catch (const Failure&) {
-    outcome.aside.TakeBack();
+    renamings.TakeBack();
     throw;
   }
-  return std::move(difference);
+  if (folder.last) folder.last();
+  return std::move(outcome.difference);
 }
 
 void ChangeInPlace(const ChangeSettings& settings, const std::function<void()>& work) {

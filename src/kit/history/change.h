@@ -5,8 +5,10 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "kit/history/recording.h"
+#include "kit/history/renaming.h"
 
 namespace history {
 
@@ -18,12 +20,23 @@ struct ChangeSettings {
   std::chrono::seconds wait{10};  ///< for others that change the directory
 };
 
+/// What a change does to files of the directory that a history does not keep. Each may be empty,
+/// and is called with the lock.
+struct FolderWork {
+  /// What is to be renamed. Asked before the files are read: the work finds them under their new
+  /// names, and they get these when it is done.
+  std::function<std::vector<Renaming>()> renamings;
+  /// The last step, when all files are replaced. What it raises takes nothing back.
+  std::function<void()> last;
+};
+
 /// Runs `work` on a copy of the directory, whose path it gets, and then replaces the files that are
 /// different there. A history that cannot be written, and work that raises something, leave
 /// everything as it was; so does a replacement that fails, unless it raises HalfDone. Files that
 /// the work put aside (NAME.unreadable) are carried over.
 Difference MakeChange(const ChangeSettings& settings,
-                      const std::function<void(const std::string& scratch)>& work);
+                      const std::function<void(const std::string& scratch)>& work,
+                      const FolderWork& folder = {});
 
 /// Runs `work` on the directory itself, with its lock alone: for a directory that cannot be copied.
 void ChangeInPlace(const ChangeSettings& settings, const std::function<void()>& work);

@@ -29,10 +29,10 @@ std::string FreePath(const std::string& file) {
 
 PutAside::PutAside(const std::string& scratch) {
   for (const std::string& name : NamesIn(scratch)) {
-    const std::size_t end = name.find(kEnd);
-    if (end == std::string::npos || !IsDataFile(name.substr(0, end))) continue;
+    const std::string_view file = data_files::PutAsideOf(name);
+    if (file.empty()) continue;
     std::optional<std::string> bytes = whole_file::Read(whole_file::PathOf(PathOf(scratch, name)));
-    if (bytes) m_files.push_back({name.substr(0, end), *std::move(bytes)});
+    if (bytes) m_files.push_back({std::string(file), *std::move(bytes)});
   }
 }
 

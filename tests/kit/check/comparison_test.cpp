@@ -28,4 +28,28 @@ TEST(CheckComparison, TellsWhatTheLibraryReadsOtherwise) {
   EXPECT_EQ(1U, compare("<CHANNELTABLE/>").size());
 }
 
+// Of a large file all lists but the first are read out of a part of it.
+TEST(CheckComparison, ReadsTheListsOfALargeFile) {
+  std::string bytes = "\xEF\xBB\xBF<?xml version='1.0'?>\n<!-- a >b< -->\n<CHANNELTABLE a='1'>";
+  bytes += "<!--" + std::string(5'000'000, 'x') + "-->";
+  for (const std::string country : {"49", "44", "33"}) {
+    bytes += "<Country name='A' countrycode='" + country + "'>";
+    for (const std::string signal : {"5", "64"}) {
+      bytes += "<ChannelSet inputSignalType='" + signal + "'>";
+      for (const std::string index : {"2", "1", "7"}) {
+        bytes += "<Channel index='" + index + "' name='N" + country + signal + "\xC3\xA9' freq='" +
+                 index + "'/>";
+      }
+      bytes += "</ChannelSet>";
+    }
+    bytes += "<ChannelSet inputSignalType='80'/></Country>";
+  }
+  bytes += "</CHANNELTABLE>";
+  check::Checker checker({});
+  const markup::Document document = checker.Read(bytes);
+  ASSERT_TRUE(document.IsReadable());
+  EXPECT_TRUE(check::CompareChannels(document, document.Bytes(), checker.Library(), checker.Text())
+                  .empty());
+}
+
 }  // namespace

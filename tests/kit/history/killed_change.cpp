@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "kit/check/directory_repair.h"
 #include "kit/failure.h"
 #include "kit/history/directory_lock.h"
 #include "kit/history/recorded_home.h"
@@ -15,6 +16,9 @@ void Operate(const std::string& directory, Operation operation) {
       break;
     case Operation::Undo:
       history::Undo(settings);
+      break;
+    case Operation::Repair:
+      check::RepairDirectory(settings, {});
       break;
     case Operation::DieWithLock: {
       const history::DirectoryLock lock(directory, std::chrono::seconds(0));

@@ -8,6 +8,7 @@
 enum class Operation {
   Change,  ///< of two files
   Undo,
+  Repair,
   DieWithLock,  ///< the process ends while it holds the directory's lock
 };
 

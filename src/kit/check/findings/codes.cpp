@@ -101,7 +101,8 @@ const char* NameOf(Severity severity) {
   return kNames[static_cast<std::size_t>(severity)];
 }
 
-const char* NameOf(Repair repair) {
+// A function has the same name.
+const char* NameOf(enum Repair repair) {
   constexpr const char* kNames[] = {"no", "yes", "option"};
   return kNames[static_cast<std::size_t>(repair)];
 }

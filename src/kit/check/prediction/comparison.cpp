@@ -4,39 +4,47 @@
 
 #include "kit/check/findings/report.h"
 #include "kit/check/prediction/prediction.h"
+#include "kit/check/prediction/satellite_comparison.h"
 #include "kit/failure.h"
 #include "kit/files/scratch_directory.h"
-#include "kit/model/channel_table.h"
+#include "kit/model/channel_list.h"
 #include "kit/presets/presets.h"
 
 namespace check {
 namespace {
 
 using markup::Document;
+using markup::Element;
+using markup::Index;
 
 class Comparison {
  public:
   Comparison(const Document& document, std::string_view file, std::string_view bytes,
              const Database& database, CodePageText& text)
       : m_report(document, std::string(file), m_findings), m_prediction(document, database, text) {
-    Write({{std::string(file), std::string(bytes)}}, m_scratch.Path());
+    data_files::WriteCopy(data_files::PathOf(m_scratch.Path(), file), file, bytes);
   }
 
   std::string Directory() const { return m_scratch.Path(); }
 
-  void Compare(const ChannelGroup& group, const std::vector<Channel>& read) {
-    std::vector<Channel> predicted = m_prediction.Of(group);
-    if (predicted.size() != read.size()) {
-      return Add(group, std::to_string(predicted.size()) +
-                            " channels stand there, the library reads " +
-                            std::to_string(read.size()));
+  /// `walk` gives what it is called with every channel that the library reads, in its order.
+  template <typename Walk>
+  void Compare(const ChannelGroup& group, Walk walk) {
+    const std::vector<Index> elements = m_prediction.InListOrder(group);
+    std::size_t count = 0;
+    std::string difference;
+    walk([&](const Channel& read) {
+      if (count++ >= elements.size() || !difference.empty()) return;
+      Channel predicted = m_prediction.Of(elements[count - 1], group);
+      const char* what = FirstUnpredicted(predicted, read, group.layout);
+      if (what == nullptr) return;
+      difference = "channel " + std::to_string(read.index) + " of the library's list: " + what;
+    });
+    if (count != elements.size()) {
+      difference = std::to_string(elements.size()) + " channels stand there, the library reads " +
+                   std::to_string(count);
     }
-    for (std::size_t i = 0; i < read.size(); ++i) {
-      const char* difference = FirstUnpredicted(predicted[i], read[i], group.layout);
-      if (difference == nullptr) continue;
-      return Add(group, "channel " + std::to_string(read[i].index) +
-                            " of the library's list: " + difference);
-    }
+    if (!difference.empty()) Add(group, difference);
   }
 
   void Add(const ChannelGroup& group, const std::string& text) {
@@ -46,10 +54,64 @@ class Comparison {
   std::vector<Finding> Findings() { return std::move(m_findings); }
 
  private:
-  ScratchDirectory m_scratch;
+  const ScratchDirectory m_scratch;
   std::vector<Finding> m_findings;
   Report m_report;
   Prediction m_prediction;
+};
+
+/// Lets the library read the lists of a file one by one: it loads one at a time. A large file is
+/// read as a whole for the first of them alone, and a part of it for each of the others, so that
+/// all take time proportional to its size.
+class LibraryLists {
+ public:
+  LibraryLists(const Document& document, std::string_view bytes, std::string directory)
+      : m_document(document), m_bytes(bytes), m_directory(std::move(directory)) {}
+
+  template <typename Take>
+  void Walk(const ChannelGroup& group, Take take) {
+    const bool isPart = m_read != 0 && m_read + m_bytes.size() > kMostReadAgain &&
+                        m_bytes.data() == m_document.Bytes().data();
+    if (!isPart) {
+      m_read += m_bytes.size();
+      return WalkIn(m_directory, group, take);
+    }
+    if (!m_part) m_part.emplace();
+    data_files::WriteCopy(data_files::PathOf(m_part->Path(), kChannels), kChannels,
+                          PartOf(group.holder));
+    WalkIn(m_part->Path(), group, take);
+  }
+
+ private:
+  static constexpr std::size_t kMostReadAgain = 4'000'000;
+
+  template <typename Take>
+  static void WalkIn(const std::string& directory, const ChannelGroup& group, Take take) {
+    const Database database({directory, static_cast<DWORD>(group.country), group.signal});
+    const ComPtr<IChannelInfoMgr> list = database.List();
+    const ChannelReader reader(list.Get());
+    for (std::size_t place = 0; place < reader.Indexes().size(); ++place) take(reader.Read(place));
+  }
+
+  /// The file with one channel set in it.
+  std::string PartOf(Index set) const {
+    const auto elements = m_document.Elements();
+    const Element& root = elements[0];
+    const Element& country = elements[elements[set].parent];
+    std::string part(m_bytes.substr(0, root.tag.end));
+    part += m_document.Text(country.tag);
+    part += m_document.Text(elements[set].Whole());
+    for (const Element* element : {&country, &root}) {
+      part.append("</").append(m_document.NameOf(*element)).append(">");
+    }
+    return part;
+  }
+
+  const Document& m_document;
+  std::string_view m_bytes;
+  std::string m_directory;
+  std::optional<ScratchDirectory> m_part;
+  std::size_t m_read = 0;
 };
 
 /// Only of a document without mends the library reads what stands there.
@@ -77,11 +139,10 @@ std::vector<Finding> CompareChannels(const Document& document, std::string_view 
                                      const Database& database, CodePageText& text) {
   if (!IsComparable(document)) return {};
   Comparison comparison(document, kChannels, bytes, database, text);
+  LibraryLists lists(document, bytes, comparison.Directory());
   for (const ChannelGroup& group : ReadTree(document, ChannelFile::Channels).groups) {
     if (!IsLooked(group)) continue;
-    const ChannelTable table =
-        ReadTable({comparison.Directory(), static_cast<DWORD>(group.country), group.signal});
-    comparison.Compare(group, table.channels);
+    comparison.Compare(group, [&](auto take) { lists.Walk(group, take); });
   }
   return comparison.Findings();
 }
@@ -101,12 +162,22 @@ std::vector<Finding> ComparePresets(const Document& document, std::string_view b
     // Numbers beyond the count of areas are not asked for.
     const bool isAsked = group.area >= 0 && group.area < presets.AreaCount();
     if (list != nullptr) {
-      comparison.Compare(group, list->channels);
+      comparison.Compare(group, [&](auto take) { std::ranges::for_each(list->channels, take); });
     } else if (isAsked && group.subArea == 0) {
       comparison.Add(group, "the library does not find this list");
     }
   }
   return comparison.Findings();
+}
+
+std::vector<Finding> CompareFile(std::string_view name, const Document& document,
+                                 std::string_view bytes, const Database& database,
+                                 CodePageText& text) {
+  if (name == kChannels) return CompareChannels(document, bytes, database, text);
+  if (name == kPresets) return ComparePresets(document, bytes, database, text);
+  if (!IsComparable(document)) return {};
+  if (name == kCatalogue) return CompareCatalogue(document, bytes, text);
+  return name == kSettings ? CompareDishes(document, bytes, text) : std::vector<Finding>();
 }
 
 }  // namespace check

@@ -16,4 +16,9 @@ std::vector<Finding> CompareChannels(const markup::Document& document, std::stri
 std::vector<Finding> ComparePresets(const markup::Document& document, std::string_view bytes,
                                     const Database& database, CodePageText& text);
 
+/// The same for the data file of any name.
+std::vector<Finding> CompareFile(std::string_view name, const markup::Document& document,
+                                 std::string_view bytes, const Database& database,
+                                 CodePageText& text);
+
 }  // namespace check

@@ -29,19 +29,18 @@ void Put(std::string_view bytes, BYTE* place) { std::copy(bytes.begin(), bytes.e
 
 }  // namespace
 
-std::string Prediction::Text(const Element& element, const Field& field) {
-  const std::string_view value =
-      m_document.ValueOf(element, field.attribute).value_or(std::string_view());
+std::string Prediction::Text(AttributeLookup& element, const Field& field) {
+  const std::string_view value = element.ValueOf(field.attribute).value_or(std::string_view());
   if (field.form != Form::Base64) return m_text.Cut(value, NarrowText::kAttributeLimit);
   std::string narrow = base64::Decode(m_text.Cut(value, kMostEncoded));
   narrow.resize(std::min(narrow.size(), narrow.find('\0')));
   return m_text.CutNarrow(narrow, NarrowText::kAttributeLimit);
 }
 
-void Prediction::ReadRow(const Element& element, const Field& field, BYTE* base) {
+void Prediction::ReadRow(AttributeLookup& element, const Field& field, BYTE* base) {
   BYTE* place = base + field.offset;
   const auto number = [&] {
-    const auto text = m_document.ValueOf(element, field.attribute);
+    const auto text = element.ValueOf(field.attribute);
     return text ? Unsigned(ReadNumber(*text).value) : 0;
   };
   switch (field.form) {
@@ -59,21 +58,22 @@ void Prediction::ReadRow(const Element& element, const Field& field, BYTE* base)
   }
 }
 
-void Prediction::ReadChannelRow(const Element& element, const Field& field, Channel& channel) {
+void Prediction::ReadChannelRow(AttributeLookup& element, const Field& field, Channel& channel) {
   if (field.source == Source::DisplayName) {
     channel.displayName = m_text.ToWide(Text(element, field));
     return;
   }
   if (field.source != Source::Block && field.source != Source::Name) {
-    const auto text = m_document.ValueOf(element, field.attribute);
+    const auto text = element.ValueOf(field.attribute);
     SetSourceValue(channel, field.source, text ? Unsigned(ReadNumber(*text).value) : 0);
   }
   if (field.width != 0) ReadRow(element, field, channel.block.data());
 }
 
-void Prediction::ReadComponent(const Element& component, const station_blocks::ComponentList& list,
+void Prediction::ReadComponent(const Element& element, const station_blocks::ComponentList& list,
                                BYTE* block) {
-  const auto text = m_document.ValueOf(component, "ID");
+  AttributeLookup component(m_document, element);
+  const auto text = component.ValueOf("ID");
   const std::uint32_t slot = text ? Unsigned(ReadNumber(*text).value) : 0;
   if (slot >= list.capacity) return;
   const auto place = [slot](std::uint16_t first, std::size_t width) {
@@ -89,8 +89,9 @@ void Prediction::ReadComponent(const Element& component, const station_blocks::C
 
 void Prediction::ReadStreams(const Element& streams, const Layout& layout, BYTE* block) {
   const auto elements = m_document.Elements();
+  AttributeLookup values(m_document, streams);
   for (const Field& field : layout.elementStreams) {
-    if (field.use != Use::WriteOnly) ReadRow(streams, field, block);
+    if (field.use != Use::WriteOnly) ReadRow(values, field, block);
   }
   std::array<std::uint16_t, 8> counts = {};
   for (Index i = streams.firstChild; i != kNone; i = elements[i].next) {
@@ -104,8 +105,9 @@ void Prediction::ReadStreams(const Element& streams, const Layout& layout, BYTE*
     if (count == list->capacity) continue;
     BYTE* entry = block + list->offset + std::size_t{count} * list->entrySize;
     ++count;
+    AttributeLookup ofEntry(m_document, elements[i]);
     for (const Field& field : station_blocks::EntryFields(list->entrySize)) {
-      ReadRow(elements[i], field, entry);
+      ReadRow(ofEntry, field, entry);
     }
   }
 }
@@ -125,8 +127,9 @@ Channel Prediction::Of(Index index, const ChannelGroup& group) {
   const Element& element = m_document.Elements()[index];
   Channel channel;
   channel.block.resize(layout.size);
+  AttributeLookup values(m_document, element);
   for (const Field& field : layout.channel) {
-    if (field.use != Use::WriteOnly) ReadChannelRow(element, field, channel);
+    if (field.use != Use::WriteOnly) ReadChannelRow(values, field, channel);
   }
   const auto child = [&](const char* name) { return FirstChild(m_document, element, name); };
   if (!layout.elementStreams.Empty()) {
@@ -137,24 +140,24 @@ Channel Prediction::Of(Index index, const ChannelGroup& group) {
   }
   const Index params = layout.satelliteParams.Empty() ? kNone : child("SatelliteParams");
   if (params != kNone) {
+    AttributeLookup ofParams(m_document, m_document.Elements()[params]);
     for (const Field& field : layout.satelliteParams) {
-      ReadRow(m_document.Elements()[params], field, channel.block.data());
+      ReadRow(ofParams, field, channel.block.data());
     }
   }
   if (channel.displayName.empty()) FillDisplayName(channel, group.signal);
   return channel;
 }
 
-std::vector<Channel> Prediction::Of(const ChannelGroup& group) {
-  std::vector<Channel> channels;
-  channels.reserve(group.channels.size());
+std::vector<Index> Prediction::InListOrder(const ChannelGroup& group) const {
+  std::vector<Index> elements;
+  elements.reserve(group.channels.size());
   const std::vector<std::uint32_t> indexes = IndexesOf(m_document, group);
   for (const std::size_t place : ListOrder(indexes)) {
     // A record with this index tells none, and comes into no list.
-    if (indexes[place] == UINT32_MAX) continue;
-    channels.push_back(Of(group.channels[place], group));
+    if (indexes[place] != UINT32_MAX) elements.push_back(group.channels[place]);
   }
-  return channels;
+  return elements;
 }
 
 const char* FirstUnpredicted(Channel& predicted, const Channel& read, const Layout* layout) {

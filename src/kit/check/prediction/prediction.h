@@ -5,6 +5,7 @@
 
 #include "kit/check/subject/channel_tree.h"
 #include "kit/check/subject/code_page_text.h"
+#include "kit/check/subject/lookups.h"
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
 
@@ -19,16 +20,16 @@ class Prediction {
   /// type, marks) is left out: it is the same where the block is.
   Channel Of(markup::Index channel, const ChannelGroup& group);
   /// The channels of a group in the order of the library's list.
-  std::vector<Channel> Of(const ChannelGroup& group);
+  std::vector<markup::Index> InListOrder(const ChannelGroup& group) const;
 
  private:
-  std::string Text(const markup::Element& element, const station_blocks::Field& field);
-  void ReadRow(const markup::Element& element, const station_blocks::Field& field, BYTE* base);
-  void ReadChannelRow(const markup::Element& element, const station_blocks::Field& field,
+  std::string Text(AttributeLookup& element, const station_blocks::Field& field);
+  void ReadRow(AttributeLookup& element, const station_blocks::Field& field, BYTE* base);
+  void ReadChannelRow(AttributeLookup& element, const station_blocks::Field& field,
                       Channel& channel);
   void ReadStreams(const markup::Element& streams, const station_blocks::Layout& layout,
                    BYTE* block);
-  void ReadComponent(const markup::Element& component, const station_blocks::ComponentList& list,
+  void ReadComponent(const markup::Element& element, const station_blocks::ComponentList& list,
                      BYTE* block);
   void FillDisplayName(Channel& channel, InputSignalType signal) const;
 

@@ -66,8 +66,6 @@ std::optional<std::string> WhatIsLost(const Document& before,
                                       const std::vector<const Finding*>& mended,
                                       const Document& after, ChannelFile kind,
                                       const Database& database, CodePageText& text) {
-  if (before.Elements().empty()) return std::nullopt;
-  if (after.Elements().empty()) return "nothing can be read any more";
   std::map<std::pair<GroupKey, std::string>, std::multiset<std::uint32_t>> there;
   Prediction afterwards(after, database, text);
   for (const ChannelGroup& group : ReadTree(after, kind).groups) {

@@ -11,7 +11,8 @@
 
 namespace check {
 
-/// What is not as it was after findings of `before` were mended: nothing, or a sentence. Every
+/// What is not as it was after findings of `before` were mended: nothing, or a sentence. Both have
+/// elements. Every
 /// channel that none of them is about has to be in the same list with all its values, and with its
 /// index unless one of them is about the list.
 std::optional<std::string> WhatIsLost(const markup::Document& before,

@@ -36,6 +36,16 @@ void CheckTuning(const Subject& subject);
 /// ZT001, ZT007, ZT008, ZT020 to ZT026, for every file.
 void CheckMarkup(const markup::Document& document, Report& report);
 
+/// Lets rules look at every channel of a type that has a form: one object for each list.
+template <typename Rules>
+void CheckEachChannel(const Subject& subject) {
+  for (const ChannelGroup& group : subject.tree.groups) {
+    if (group.layout == nullptr) continue;
+    Rules rules(subject, group);
+    for (const markup::Index channel : group.channels) rules.Check(channel);
+  }
+}
+
 /// Everything of a channel file or a preset file but its markup.
 void CheckChannelFile(const Subject& subject);
 

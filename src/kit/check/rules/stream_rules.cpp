@@ -22,14 +22,15 @@ constexpr std::uint32_t kLastTablePid = 15;
 
 class StreamRules {
  public:
-  StreamRules(const Subject& subject, const ChannelGroup& group, Index channel)
+  StreamRules(const Subject& subject, const ChannelGroup& group)
       : m_subject(subject),
         m_document(subject.document),
         m_layout(*group.layout),
-        m_signal(group.signal),
-        m_channel(channel) {}
+        m_signal(group.signal) {}
 
-  void Check() {
+  void Check(Index channel) {
+    m_channel = channel;
+    m_pids.clear();
     CheckAddresses();
     if (m_layout.elementStreams.Empty()) return;
     m_streams = FirstChild(m_document, At(m_channel), "ElementStreams");
@@ -155,18 +156,14 @@ class StreamRules {
   const Document& m_document;
   const Layout& m_layout;
   InputSignalType m_signal;
-  Index m_channel;
+  // Of the channel that is looked at.
+  Index m_channel = kNone;
   Index m_streams = kNone;
   std::map<std::uint32_t, Index> m_pids;
 };
 
 }  // namespace
 
-void CheckStreams(const Subject& subject) {
-  for (const ChannelGroup& group : subject.tree.groups) {
-    if (group.layout == nullptr) continue;
-    for (const Index channel : group.channels) StreamRules(subject, group, channel).Check();
-  }
-}
+void CheckStreams(const Subject& subject) { CheckEachChannel<StreamRules>(subject); }
 
 }  // namespace check

@@ -176,12 +176,6 @@ class TuningRules {
 
 }  // namespace
 
-void CheckTuning(const Subject& subject) {
-  for (const ChannelGroup& group : subject.tree.groups) {
-    if (group.layout == nullptr) continue;
-    TuningRules rules(subject, group);
-    for (const Index channel : group.channels) rules.Check(channel);
-  }
-}
+void CheckTuning(const Subject& subject) { CheckEachChannel<TuningRules>(subject); }
 
 }  // namespace check

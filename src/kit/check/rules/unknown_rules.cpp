@@ -2,6 +2,7 @@
 #include <map>
 
 #include "kit/check/rules/rules.h"
+#include "kit/check/subject/lookups.h"
 #include "kit/check/subject/schema.h"
 
 namespace check {
@@ -108,9 +109,11 @@ class UnknownRules {
 
   void CheckAttributes(Index index, const Here& here) {
     if (here.part == Part::Channel && here.layout == nullptr) return;
+    FieldLookup fields(here.layout != nullptr ? schema::FieldsOf(here.part, *here.layout, here.list)
+                                              : station_blocks::Rows<station_blocks::Field>());
     for (const Attribute& attribute : m_document.AttributesOf(m_document.Elements()[index])) {
       const std::string_view name = m_document.NameOf(attribute);
-      if (schema::Knows(here.part, here.layout, here.list, name)) continue;
+      if (fields.Find(name) != nullptr || schema::IsOwn(here.part, name)) continue;
       m_subject.report.Add("ZT031", index, attribute, "the library does not know this attribute");
     }
   }

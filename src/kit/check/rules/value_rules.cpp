@@ -4,6 +4,7 @@
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/rules/rules.h"
 #include "kit/check/subject/base64.h"
+#include "kit/check/subject/lookups.h"
 #include "kit/check/subject/schema.h"
 #include "kit/check/subject/words.h"
 #include "kit/model/channel_layout.h"
@@ -64,9 +65,9 @@ class ValueRules {
   }
 
   void CheckPart(Index element, Part part, const station_blocks::StreamList* list = nullptr) {
-    const auto fields = schema::FieldsOf(part, m_layout, list);
+    FieldLookup fields(schema::FieldsOf(part, m_layout, list));
     for (const Attribute& attribute : m_document.AttributesOf(At(element))) {
-      const Field* field = station_blocks::FindField(fields, m_document.NameOf(attribute));
+      const Field* field = fields.Find(m_document.NameOf(attribute));
       // A key has a rule of its own.
       if (field == nullptr || field->source == Source::Index) continue;
       CheckField(element, attribute, *field);
@@ -193,12 +194,6 @@ class ValueRules {
 
 }  // namespace
 
-void CheckValues(const Subject& subject) {
-  for (const ChannelGroup& group : subject.tree.groups) {
-    if (group.layout == nullptr) continue;
-    ValueRules rules(subject, group);
-    for (const Index channel : group.channels) rules.Check(channel);
-  }
-}
+void CheckValues(const Subject& subject) { CheckEachChannel<ValueRules>(subject); }
 
 }  // namespace check

@@ -44,11 +44,9 @@ Rows<Field> FieldsOf(Part part, const Layout& layout, const StreamList* list) {
   }
 }
 
-bool Knows(Part part, const Layout* layout, const StreamList* list, std::string_view attribute) {
-  const bool isOwn = std::ranges::any_of(
+bool IsOwn(Part part, std::string_view attribute) {
+  return std::ranges::any_of(
       kOwn, [&](const Own& own) { return own.part == part && own.attribute == attribute; });
-  if (isOwn || layout == nullptr) return isOwn;
-  return station_blocks::FindField(FieldsOf(part, *layout, list), attribute) != nullptr;
 }
 
 const StreamList* ListOf(const Layout& layout, std::string_view element) {

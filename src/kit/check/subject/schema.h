@@ -22,10 +22,8 @@ enum class Part : std::uint8_t {
   Components,  ///< of T-DMB
 };
 
-/// False for an attribute that the library neither reads nor writes there. The layout is that of
-/// the channel set, and null outside of one.
-bool Knows(Part part, const station_blocks::Layout* layout, const station_blocks::StreamList* list,
-           std::string_view attribute);
+/// True for an attribute that the library reads or writes there without a row in a layout.
+bool IsOwn(Part part, std::string_view attribute);
 
 /// The rows of a part's attributes; empty for one that has none of its own in the layout.
 station_blocks::Rows<station_blocks::Field> FieldsOf(Part part,

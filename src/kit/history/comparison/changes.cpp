@@ -6,8 +6,6 @@
 namespace history {
 namespace {
 
-constexpr char kChannels[] = "ChanInfo.xml";
-
 Change OfTheFile(const std::string& name, const FileSet& from, const FileSet& to) {
   Change change;
   change.file = name;
@@ -39,7 +37,7 @@ std::vector<Change> ChangesBetween(const FileSet& from, const FileSet& to) {
     const std::string before = BytesOf(from, name).value_or("");
     const std::string now = BytesOf(to, name).value_or("");
     std::vector<Change> found =
-        name == kChannels ? ChannelChanges(before, now) : ElementChanges(before, now);
+        name == data_files::kChannels ? ChannelChanges(before, now) : ElementChanges(before, now);
     const Change whole = OfTheFile(name, from, to);
     if (found.empty() || whole.kind != Kind::Changed) changes.push_back(whole);
     for (Change& change : found) {

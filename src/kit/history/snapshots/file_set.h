@@ -1,24 +1,25 @@
 // The files whose changes are recorded.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "kit/files/data_files.h"
+
 namespace history {
+
+using data_files::BytesOf;
+using data_files::IsDataFile;
 
 /// The folder beside the data files.
 inline constexpr char kFolder[] = "tunedex-history";
 
-/// Bytes by file name; nothing for a file that is not there. The four data files are always named,
-/// the bases of merged scans (base-COUNTRY-SIGNAL.json, in the history's folder) where there are
-/// any.
-using FileSet = std::map<std::string, std::optional<std::string>>;
+/// The four data files are always named, the bases of merged scans (base-COUNTRY-SIGNAL.json, in
+/// the history's folder) where there are any.
+using FileSet = data_files::Files;
 
-/// True for a data file's name.
-bool IsDataFile(std::string_view name);
 /// True for the name of a merged scan's base.
 bool IsBase(std::string_view name);
 
@@ -31,9 +32,6 @@ std::optional<std::string> ReadFile(const std::string& directory, const std::str
 FileSet ReadFiles(const std::string& directory);
 /// Fills an empty directory.
 void CopyFiles(const FileSet& files, const std::string& directory);
-
-/// The bytes of a name; nothing also for a name that the set lacks.
-const std::optional<std::string>& BytesOf(const FileSet& files, const std::string& name);
 
 /// Names of the files that differ.
 std::vector<std::string> Differing(const FileSet& before, const FileSet& after);

@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
 
 #include "platform/files.h"
@@ -16,6 +17,24 @@ namespace {
 bool Told(bool isDone, std::string& cause) {
   if (!isDone) cause = std::generic_category().message(errno);
   return isDone;
+}
+
+/// True where both names lead to one file.
+bool AreOne(const std::string& a, const std::string& b) {
+  struct stat first {};
+  struct stat second {};
+  return lstat(a.c_str(), &first) == 0 && lstat(b.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+/// Two names of one file that letters of either case make are one name; of two links to a file both
+/// stay.
+bool MoveName(const std::string& from, const std::string& to) {
+  if (MoveToFree(from, to)) return true;
+  if (errno != EEXIST) return false;
+  if (AreOne(from, to)) return rename(from.c_str(), to.c_str()) == 0;
+  errno = EEXIST;
+  return false;
 }
 
 }  // namespace
@@ -52,6 +71,13 @@ bool WriteNewFile(const std::string& path, std::string_view bytes) {
 bool RemoveFile(const std::string& path, std::string& cause) {
   if (unlink(path.c_str()) != 0) return Told(errno == ENOENT, cause);
   return Told(SyncDirectory(DirectoryOf(path)), cause);
+}
+
+bool RenameFile(const std::string& from, const std::string& to, std::string& cause) {
+  if (!Told(MoveName(from, to), cause)) return false;
+  const bool isKept = Told(SyncDirectory(DirectoryOf(to)), cause);
+  if (!isKept) MoveName(to, from);
+  return isKept;
 }
 
 bool MakeFolder(const std::string& path, std::string& cause) {

@@ -78,6 +78,15 @@ bool RemoveFile(const std::string& path, std::string& cause) {
   return Told(in_use::Retry(remove), cause);
 }
 
+bool RenameFile(const std::string& from, const std::string& to, std::string& cause) {
+  const std::wstring source = PathOf(from);
+  const std::wstring target = PathOf(to);
+  const auto move = [&] {
+    return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
+  };
+  return Told(in_use::Retry(move), cause);
+}
+
 bool MakeFolder(const std::string& path, std::string& cause) {
   const std::wstring target = PathOf(path);
   return Told(IsFolder(target) || CreateDirectoryW(target.c_str(), nullptr) || IsFolder(target),
