@@ -25,8 +25,8 @@ constexpr int kMostLines = 4;
 
 }  // namespace
 
-TagChoice::TagChoice(std::string_view bytes)
-    : m_bytes(bytes), m_isPreFormatted(IsPreFormatted(bytes)) {}
+TagChoice::TagChoice(std::string_view bytes, GoodTags goodTags)
+    : m_bytes(bytes), m_isPreFormatted(IsPreFormatted(bytes)), m_goodTags(goodTags) {}
 
 TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
   m_repeated.clear();
@@ -40,13 +40,13 @@ TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
                         BeginsLine(tag.span.begin);
   if (!mayBeRaw || (isSound && !m_isPreFormatted)) return Way::AsRead;
   // What is good XML as it stands is not doubted for what the next element could complete.
-  const std::size_t end = Search(tag, table, isSound && isWhole);
+  const std::size_t end = Search(tag, table, isSound);
   if (m_split.solutions == 0) return Way::AsRead;
-  if (isSound && isWhole) return Way::Doubtful;
+  if (isSound && (isWhole || m_goodTags == GoodTags::Stay)) return Way::Doubtful;
   TakeRaw(tag, end, table);
   m_repeated.clear();
-  if (m_split.solutions == 1) return isSound ? Way::RawEnd : Way::Raw;
-  return isSound ? Way::DoubtfulEnd : Way::Ambiguous;
+  if (m_split.solutions > 1) return Way::Ambiguous;
+  return isSound ? Way::RawEnd : Way::Raw;
 }
 
 bool TagChoice::FollowsTable(const Tag& tag, RawTable table) const {
