@@ -99,9 +99,10 @@ void Builder::Take(Piece& piece) {
 void Builder::TakeText(Span span) {
   const std::string_view text = span.In(m_bytes);
   const bool isByteOrderMark = span.end == m_start;
+  const std::size_t brackets = std::exchange(m_brackets, BracketsBehind(text, m_brackets));
   if (IsBlankText(text) || isByteOrderMark) return;
   if (m_tree.Depth() == 0) return m_damages.AddRemoval(Reason::TextOutside, span);
-  for (RawMark& mark : FindRawMarks(m_bytes, span, '\0')) {
+  for (RawMark& mark : FindRawMarks(m_bytes, span, '\0', brackets)) {
     m_damages.Add(mark.reason, mark.span, std::move(mark.mends));
   }
   AddLeaf(TokenKind::Text, span);
@@ -142,6 +143,7 @@ void Builder::TakeInstruction(Span span) {
 }
 
 void Builder::AddLeaf(TokenKind kind, Span span) {
+  if (kind != TokenKind::Text) m_brackets = 0;
   m_document.m_leaves.push_back({kind, span, m_tree.Current()});
 }
 
@@ -150,6 +152,7 @@ void Builder::TakeEnd(const Piece& piece) {
   const std::string_view name = m_tokenizer.EndName();
   const std::size_t closed = m_tree.Close(name, span);
   if (closed == 0) return m_damages.AddRemoval(Reason::StrayEndTag, span);
+  m_brackets = 0;
   for (std::size_t i = 0; i < closed; ++i) {
     if (m_hasNamespaces.back()) m_namespaces.Leave();
     m_hasNamespaces.pop_back();
@@ -206,11 +209,14 @@ bool Builder::JoinSecondRoot(const Tag& tag) {
   if (isSame) mends.push_back({tag.span, ""});
   m_damages.Add(Reason::SecondRoot, tag.span, std::move(mends));
   m_tree.ReopenRoot();
+  // What ended it is gone, and with it what stood in front of the text to come.
+  m_brackets = kCdataBrackets;
   m_hasNamespaces.push_back(false);
   return isSame;
 }
 
 void Builder::AddElement(const Tag& tag, TagChoice::Way way) {
+  m_brackets = 0;
   Element element;
   element.tag = tag.span;
   element.name = tag.name;

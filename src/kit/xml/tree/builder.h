@@ -64,6 +64,9 @@ class Builder {
   InputSignalType m_signal = InputSignalUnknown;  ///< of the channel set
   std::size_t m_start = 0;                        ///< behind the byte order mark
   std::size_t m_beyond = 0;                       ///< levels that are too deep
+  /// That end the text in front, of which the next one becomes a part where all that stands between
+  /// is removed.
+  std::size_t m_brackets = 0;
 };
 
 }  // namespace markup
