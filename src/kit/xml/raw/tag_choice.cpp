@@ -10,7 +10,11 @@
 namespace markup {
 namespace {
 
-/// Also when only the declaration in the first line is broken, which then becomes the right one.
+/// A value may hold line breaks, but not without end.
+constexpr int kMostLines = 4;
+
+}  // namespace
+
 bool IsPreFormatted(std::string_view bytes) {
   const std::size_t end = bytes.find("?>");
   if (!bytes.starts_with("<?xml") || end == std::string_view::npos) return false;
@@ -19,11 +23,6 @@ bool IsPreFormatted(std::string_view bytes) {
   return isDeclaration && bytes.substr(end + 2).starts_with("\r\n") &&
          (declaration == kSoundDeclaration || !ReadDeclaration(declaration).isSound);
 }
-
-/// A value may hold line breaks, but not without end.
-constexpr int kMostLines = 4;
-
-}  // namespace
 
 TagChoice::TagChoice(std::string_view bytes, GoodTags goodTags)
     : m_bytes(bytes), m_isPreFormatted(IsPreFormatted(bytes)), m_goodTags(goodTags) {}

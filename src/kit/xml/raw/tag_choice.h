@@ -9,6 +9,10 @@
 
 namespace markup {
 
+/// By its first line. Also when only the declaration in it is broken, which then becomes the right
+/// one.
+bool IsPreFormatted(std::string_view bytes);
+
 /// Decides what a tag is: as XML has it, or an element of the pre-formatted form.
 class TagChoice {
  public:
@@ -43,7 +47,7 @@ class TagChoice {
   void FindRepeated(const Tag& tag);
 
   std::string_view m_bytes;
-  bool m_isPreFormatted;  ///< by its first line
+  bool m_isPreFormatted;
   GoodTags m_goodTags;
   RawSplit m_split;
   std::vector<bool> m_repeated;

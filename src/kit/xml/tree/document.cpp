@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "kit/xml/raw/tag_choice.h"
 #include "kit/xml/tokens/encoding.h"
 #include "kit/xml/tree/builder.h"
 
@@ -60,6 +61,7 @@ void Document::AddDoubtsOnceMended() {
   });
   if (!isAllMended) return;
   Document mended(std::make_shared<const std::string>(Mends().Apply(Bytes()).value_or("")));
+  if (!IsPreFormatted(mended.Bytes())) return;
   const CharacterRuns characters(mended.Bytes(), {});
   const bool isRead = Builder(mended, characters, nullptr, Builder::Way::Xml).Run();
   if (!isRead || mended.m_elements.size() != m_elements.size()) return;
