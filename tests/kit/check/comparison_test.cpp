@@ -1,5 +1,7 @@
 #include "kit/check/prediction/comparison.h"
 
+#include <gtest/gtest.h>
+
 #include "kit/check/repair.h"
 #include "kit/failure.h"
 #include "kit/xml/hostile_text.h"
