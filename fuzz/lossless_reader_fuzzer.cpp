@@ -1,5 +1,6 @@
-// Any bytes as a file: its tokens are the file, its damages are those that the library's parser
-// stops at, and what is mended reads back as the tree that was told.
+// Any bytes as a file: its tokens are the file; what the library's parser takes is the tree that it
+// sees; what it stops at is a damage, and once that is mended the tree that was told is what is
+// read.
 #include "support/fuzz.h"
 #include "support/lossless_reader.h"
 
@@ -14,16 +15,20 @@ void Fuzz(const BYTE* data, std::size_t size) {
   RequireAre(tokens, bytes);
   RequireAre(markup::Tokens(bytes), bytes);
   if (!document.EncodingName().empty()) return;
-  const bool isRead = LibraryReads(bytes);
-  Require(!document.IsReadable() || isRead);
-  if (!MayHaveAttachedParts(bytes)) Require(document.IsReadable() == isRead);
+  const domtree::NewStore store = LibrarysTree(bytes);
+  if (!MayHaveAttachedParts(bytes)) Require(document.IsReadable() == (store != nullptr));
+  if (document.IsReadable()) {
+    Require(store != nullptr);
+    RequireSameTree(document, *store);
+  }
 
   const std::optional<std::string> mended = document.Mends().Apply(bytes);
   Require(mended.has_value());
   if (!IsAllMended(document)) return;
-  Require(LibraryReads(*mended));
   const Document again = Document::Read(*mended);
-  if (SeesRawMarkup(again)) return;
-  Require(again.IsReadable());
+  Require(IsSound(again));
   RequireSameTree(again, document);
+  const domtree::NewStore mendedStore = LibrarysTree(*mended);
+  Require(mendedStore != nullptr);
+  RequireSameTree(document, *mendedStore);
 }

@@ -1,6 +1,7 @@
 #include "support/lossless_reader.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "platform/linux/markup/parser.h"
@@ -8,10 +9,27 @@
 
 using markup::Document;
 
-bool LibraryReads(const std::string& bytes) {
+namespace {
+
+/// The element behind this one in the order of the file; null behind the last one.
+const domtree::Node* ElementBehind(const domtree::Node* element) {
+  if (const auto* child = domtree::Node::ElementFrom(element->First())) return child;
+  for (; element != nullptr && element->IsElement(); element = element->Parent()) {
+    if (const auto* next = domtree::Node::ElementFrom(element->Next())) return next;
+  }
+  return nullptr;
+}
+
+bool IsBlankAlone(const markup::Damage& damage) {
+  return damage.reason == markup::Reason::RawBlank;
+}
+
+}  // namespace
+
+domtree::NewStore LibrarysTree(const std::string& bytes) {
   domtree::FileBytes file;
   Require(file.Assign(bytes));
-  return domtree::Parse(std::move(file)) != nullptr;
+  return domtree::Parse(std::move(file));
 }
 
 void RequireAre(const std::vector<markup::Token>& tokens, const std::string& bytes) {
@@ -39,19 +57,37 @@ void RequireSameTree(const Document& a, const Document& b) {
   }
 }
 
-bool IsAllMended(const Document& document) {
-  return std::all_of(document.Damages().begin(), document.Damages().end(),
-                     [](const markup::Damage& damage) {
-                       return damage.isMended || damage.reason == markup::Reason::RawBlank;
-                     });
+void RequireSameTree(const Document& document, const domtree::Store& store) {
+  const domtree::Names& names = store.GetNames();
+  const domtree::Node* node = store.RootElement();
+  std::map<const domtree::Node*, markup::Index> indexes = {{&store.Root(), markup::kNone}};
+  for (const markup::Element& element : document.Elements()) {
+    Require(node != nullptr && names.Text(node->Name()) == document.NameOf(element));
+    Require(indexes.at(node->Parent()) == element.parent);
+    indexes.emplace(node, static_cast<markup::Index>(indexes.size() - 1));
+    std::uint32_t count = 0;
+    for (const markup::Attribute& attribute : document.AttributesOf(element)) {
+      // What declares the prefix that needs no declaration the library leaves out.
+      if (document.NameOf(attribute) == "xmlns:xml") continue;
+      Require(count < node->AttributeCount());
+      const domtree::Attribute& other = node->At(count++);
+      Require(names.Text(other.Name()) == document.NameOf(attribute));
+      Require(node->ValueOf(other) == document.ValueOf(attribute));
+    }
+    Require(count == node->AttributeCount());
+    node = ElementBehind(node);
+  }
+  Require(node == nullptr);
 }
 
-bool SeesRawMarkup(const Document& document) {
-  return std::any_of(document.Damages().begin(), document.Damages().end(),
-                     [](const markup::Damage& damage) {
-                       return damage.reason == markup::Reason::RawTagEnd ||
-                              damage.reason == markup::Reason::ReadsTwoWays;
-                     });
+bool IsAllMended(const Document& document) {
+  return std::ranges::all_of(document.Damages(), [](const markup::Damage& damage) {
+    return damage.isMended || IsBlankAlone(damage);
+  });
+}
+
+bool IsSound(const Document& document) {
+  return document.IsReadable() && std::ranges::all_of(document.Damages(), IsBlankAlone);
 }
 
 bool MayHaveAttachedParts(const std::string& bytes) {

@@ -6,30 +6,19 @@
 
 #include "kit/text/ascii.h"
 #include "kit/text/utf.h"
+#include "kit/xml/text/characters.h"
+#include "kit/xml/text/damage.h"
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
-constexpr std::size_t kDeepest = 256;
-constexpr std::size_t kMostAttributes = 1024;
+using markup::IsCharacter;
+using markup::kMostAttributes;
+using markup::kMostLevels;
+constexpr std::string_view kMark = markup::kByteOrderMark;
 
-bool IsBlank(char byte) { return kBlanks.find(byte) != std::string_view::npos; }
-
-bool BeginsName(char byte) {
-  const char lower = static_cast<char>(byte | 0x20);
-  return (lower >= 'a' && lower <= 'z') || byte == '_' || byte == ':' || (byte & 0x80) != 0;
-}
-
-bool IsInName(char byte) {
-  return BeginsName(byte) || (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
-}
-
-bool IsCharacter(std::uint32_t character) {
-  if (character < 0x20) return character == '\t' || character == '\n' || character == '\r';
-  const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-  return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
-}
+bool IsBlank(char byte) { return markup::Is(byte, markup::kBlankByte); }
+bool BeginsName(char byte) { return markup::Is(byte, markup::kNameStartByte); }
+bool IsInName(char byte) { return markup::Is(byte, markup::kNameByte); }
 
 std::string Quoted(std::string_view name) { return "<" + std::string(name) + ">"; }
 
@@ -158,7 +147,7 @@ class Search {
     return name;
   }
 
-  void SkipBlanks() { Advance(std::min(m_xml.find_first_not_of(kBlanks, m_at), m_xml.size())); }
+  void SkipBlanks() { Advance(markup::SkipBlanks(m_xml, m_at)); }
 
   void CheckMarkup() {
     while (!IsAtEnd()) {
@@ -270,7 +259,7 @@ class Search {
     m_sawElement = true;
     if (TakeAttributes(element)) return;
     m_open.push_back(element);
-    if (m_open.size() > kDeepest) Later(start, "elements stand in more than 256 levels");
+    if (m_open.size() > kMostLevels) Later(start, "elements stand in more than 256 levels");
   }
 
   /// True when the element is closed at once.

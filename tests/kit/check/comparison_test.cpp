@@ -1,7 +1,11 @@
 #include "kit/check/prediction/comparison.h"
 
-#include "kit/check/checker.h"
-#include "kit/home.h"
+#include <gtest/gtest.h>
+
+#include "kit/check/repair.h"
+#include "kit/failure.h"
+#include "kit/xml/hostile_text.h"
+#include "support/random.h"
 
 namespace {
 
@@ -50,6 +54,72 @@ TEST(CheckComparison, ReadsTheListsOfALargeFile) {
   ASSERT_TRUE(document.IsReadable());
   EXPECT_TRUE(check::CompareChannels(document, document.Bytes(), checker.Library(), checker.Text())
                   .empty());
+}
+
+check::Files ChannelFileOf(std::string bytes) {
+  check::Files files;
+  files[std::string(check::kChannels)] = std::move(bytes);
+  return files;
+}
+
+/// What is told of the differences; nothing where there is none.
+std::string Differences(check::Checker& checker, const check::Files& files) {
+  std::string text;
+  for (const check::Finding& finding : checker.Compare(checker.Check(files).documents)) {
+    text += finding.text + '\n';
+  }
+  return text;
+}
+
+/// What a repair makes of it is read as predicted, too, and stays.
+void ExpectRepairedForGood(check::Checker& checker, const check::Files& files) {
+  check::RepairSettings settings;
+  settings.options = {check::Option::DropUnrepairable};
+  check::Repaired once;
+  try {
+    once = check::Repair(files, settings);
+  } catch (const Failure& refused) {
+    EXPECT_EQ(std::string::npos, std::string(refused.what()).find("the library would read"));
+    return;
+  }
+  EXPECT_EQ("", Differences(checker, once.after));
+  EXPECT_TRUE(check::Repair(once.after, settings).after == once.after);
+}
+
+// A text that stands behind an element is no part of a value, and a value that reads as markup is
+// markup for the library.
+TEST(CheckComparison, TakesGoodMarkupForNothingElse) {
+  check::Checker checker({});
+  const std::string head =
+      "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<CHANNELTABLE>\r\n"
+      "\t<Country name=\"Germany\" countrycode=\"49\">\r\n"
+      "\t\t<ChannelSet type=\"FM-RADIO\" inputSignalType=\"5\">\r\n";
+  const std::string values =
+      "\" nameDisplay=\"B\" index=\"1\" freq=\"89000\" favor=\"0\" lock=\"0\"/>";
+  const std::string tail = "\r\n\t\t</ChannelSet>\r\n\t</Country>\r\n</CHANNELTABLE>\r\n";
+  for (const char* name : {"A", "A\"/>B", "A\" x=\"B", "A\"/>B\" nameDisplay=\"C"}) {
+    for (const char* behind : {"", "x", "\"/>"}) {
+      const std::string channel = std::string("\t\t\t<Channel name=\"") + name + values + behind;
+      const check::Files files = ChannelFileOf(head + channel + tail);
+      EXPECT_EQ("", Differences(checker, files)) << name << behind;
+      ExpectRepairedForGood(checker, files);
+    }
+  }
+}
+
+TEST(CheckComparison, HoldsForRawMarkup) {
+  check::Checker checker({});
+  Random random(43);
+  int read = 0;
+  for (int i = 0; i < 150 && !testing::Test::HasFailure(); ++i) {
+    const std::string text = HostilePreFormattedText(random);
+    const check::Files files = ChannelFileOf(i % 2 == 0 ? text : Mutated(text, random, 3));
+    SCOPED_TRACE(testing::PrintToString(*files.begin()->second));
+    read += checker.Check(files).documents.begin()->second.IsReadable();
+    EXPECT_EQ("", Differences(checker, files));
+    ExpectRepairedForGood(checker, files);
+  }
+  EXPECT_GT(read, 10);
 }
 
 }  // namespace

@@ -38,6 +38,15 @@ TEST(Damages, OfMarkupInValuesAndTexts) {
   EXPECT_EQ("ZT020@3 <a>&amp; &lt; ]]&gt;</a>", Told("<a>& < ]]></a>"));
 }
 
+// What goes from between two texts makes one of them.
+TEST(Damages, OfTextsThatComeTogether) {
+  EXPECT_EQ("ZT021@5 ZT020@9 <a>]]&gt;</a>", Told("<a>]]</b>></a>"));
+  EXPECT_EQ("ZT021@4 ZT021@9 ZT020@13 <a>]]&gt;</a>", Told("<a>]</b>]</b>></a>"));
+  EXPECT_EQ("ZT021@4 <a>] ]></a>", Told("<a>]</b> ]></a>"));
+  EXPECT_EQ("ZT021@9 <a>]]<b/>></a>", Told("<a>]]<b/></b>></a>"));
+  EXPECT_EQ("ZT021@9 ZT020@12 <a>]]&gt;</a>", Told("<a>]]</a><a>></a>"));
+}
+
 TEST(Damages, OfTruncatedFiles) {
   EXPECT_EQ("ZT021@0 <a></a>", Told("<a>"));
   EXPECT_EQ("ZT021@3 ZT021@12 <a><b c='1'></b></a>", Told("<a><b c='1'><d e='"));

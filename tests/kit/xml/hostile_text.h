@@ -1,7 +1,9 @@
 // Texts that look like XML and are not quite, from random numbers.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -109,4 +111,57 @@ inline std::string Mutated(std::string text, Random& random, std::uint32_t mostC
     }
   }
   return text;
+}
+
+/// What may stand raw in a value of the pre-formatted form: markup, also that of the form itself.
+inline std::string HostileValue(Random& random) {
+  static constexpr std::string_view kPieces[] = {
+      "a",
+      "\"",
+      "\" ",
+      "\"/>",
+      "\">",
+      "/>",
+      "<",
+      ">",
+      "&",
+      "&amp;",
+      " x=\"1",
+      "name=\"",
+      "\" nameDisplay=\"",
+      "\" index=\"5",
+      "\" lock=\"0\"/>",
+      "\r\n",
+      "\r\n<b",
+      "<b>",
+      "</b>",
+      "<!--",
+      "-->",
+      "]]>",
+      "</Channel>",
+      "<Channel name=\"",
+      "\t",
+      "'",
+      "=",
+      " ",
+      "<?p ?>",
+      "\x01",
+  };
+  std::string text;
+  while (random(3) != 0) text += kPieces[random(static_cast<std::uint32_t>(std::size(kPieces)))];
+  return text;
+}
+
+/// A file of the pre-formatted form, with such values in half of its channels.
+inline std::string HostilePreFormattedText(Random& random) {
+  std::string text =
+      "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<CHANNELTABLE>\r\n"
+      "\t<Country name=\"Germany\" countrycode=\"49\">\r\n"
+      "\t\t<ChannelSet type=\"FM-RADIO\" inputSignalType=\"5\">\r\n";
+  for (std::uint32_t i = 1 + random(4); i > 0; --i) {
+    text += "\t\t\t<Channel name=\"" + (random(2) == 0 ? HostileValue(random) : "A") +
+            "\" nameDisplay=\"" + (random(3) == 0 ? HostileValue(random) : "B") + "\" index=\"" +
+            std::to_string(i) + "\" freq=\"89000\" favor=\"0\" lock=\"0\"/>\r\n";
+  }
+  return text + "\t\t</ChannelSet>\r\n\t</Country>\r\n</CHANNELTABLE>\r\n";
 }

@@ -266,13 +266,50 @@ TEST(RawNames, ThatReadAsMarkupAreTold) {
     }
     return text;
   };
-  // Each of these is good XML with another name.
-  EXPECT_EQ("ZT020 readable ", reasons("a\"/>b"));
+  // Each of these is good XML with another name, which is what a parser sees.
+  EXPECT_EQ("ZT025 left readable ", reasons("a\"/>b"));
   EXPECT_EQ("ZT025 left readable ", reasons("a\" x=\"b"));
+  EXPECT_EQ("ZT025 left readable ", reasons("a\"/>b\" nameDisplay=\"c"));
   EXPECT_EQ("ZT025 left ", reasons("a\" nameDisplay=\"b"));
   // Good XML up to the end of the tag alone.
   EXPECT_EQ("ZT020 ", reasons("a\"/></x>b"));
   EXPECT_TRUE(reasons("a\"/>\r\n<b").starts_with("ZT025 left "));
+}
+
+/// The names of the channels, and what is told of the file.
+std::string NamesAndCodes(const std::string& bytes) {
+  const Document document = Document::Read(bytes);
+  std::string text;
+  for (const markup::Element& element : document.Elements()) {
+    if (document.NameOf(element) != "Channel") continue;
+    text.append(document.ValueOf(element, "name").value_or("nothing")).append("|");
+  }
+  for (const markup::Damage& damage : document.Damages()) {
+    text.append(" ").append(CodeOf(damage.reason));
+  }
+  return text;
+}
+
+std::string TwoChannels(const std::string& between) {
+  std::string bytes = Pattern(InputSignalFMRadio).Write({{"a", "a"}, {"b", "b"}});
+  const std::size_t second = bytes.find("<Channel name=\"b\"");
+  return bytes.insert(bytes.rfind("\r\n", second), between);
+}
+
+TEST(RawNames, AreNotMadeOfTextBetweenElements) {
+  for (const char* between : {"x", "\"", "\"/>", " lock=\"0\"/>", "<!-- c -->x", "\r\nx"}) {
+    EXPECT_EQ("a|b|", NamesAndCodes(TwoChannels(between))) << between;
+    // Nor where something else keeps the file from being read.
+    EXPECT_EQ("a|b| ZT020", NamesAndCodes(TwoChannels(between + std::string("&")))) << between;
+  }
+}
+
+// Once a part is put right the rest of it looks like raw markup.
+TEST(RawNames, ThatAMendMakesDoubtfulAreTold) {
+  std::string bytes = TwoChannels("");
+  bytes.replace(bytes.find(" nameDisplay=\"b\""), 1, " x=\"1\"");
+  EXPECT_EQ("a|b| ZT025 ZT021", NamesAndCodes(bytes));
+  EXPECT_EQ("a|b| ZT025", NamesAndCodes(Document::Read(bytes).Mends().Apply(bytes).value_or("")));
 }
 
 }  // namespace

@@ -10,7 +10,11 @@
 namespace markup {
 namespace {
 
-/// Also when only the declaration in the first line is broken, which then becomes the right one.
+/// A value may hold line breaks, but not without end.
+constexpr int kMostLines = 4;
+
+}  // namespace
+
 bool IsPreFormatted(std::string_view bytes) {
   const std::size_t end = bytes.find("?>");
   if (!bytes.starts_with("<?xml") || end == std::string_view::npos) return false;
@@ -20,13 +24,8 @@ bool IsPreFormatted(std::string_view bytes) {
          (declaration == kSoundDeclaration || !ReadDeclaration(declaration).isSound);
 }
 
-/// A value may hold line breaks, but not without end.
-constexpr int kMostLines = 4;
-
-}  // namespace
-
-TagChoice::TagChoice(std::string_view bytes)
-    : m_bytes(bytes), m_isPreFormatted(IsPreFormatted(bytes)) {}
+TagChoice::TagChoice(std::string_view bytes, GoodTags goodTags)
+    : m_bytes(bytes), m_isPreFormatted(IsPreFormatted(bytes)), m_goodTags(goodTags) {}
 
 TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
   m_repeated.clear();
@@ -40,13 +39,13 @@ TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
                         BeginsLine(tag.span.begin);
   if (!mayBeRaw || (isSound && !m_isPreFormatted)) return Way::AsRead;
   // What is good XML as it stands is not doubted for what the next element could complete.
-  const std::size_t end = Search(tag, table, isSound && isWhole);
+  const std::size_t end = Search(tag, table, isSound);
   if (m_split.solutions == 0) return Way::AsRead;
-  if (isSound && isWhole) return Way::Doubtful;
+  if (isSound && (isWhole || m_goodTags == GoodTags::Stay)) return Way::Doubtful;
   TakeRaw(tag, end, table);
   m_repeated.clear();
-  if (m_split.solutions == 1) return isSound ? Way::RawEnd : Way::Raw;
-  return isSound ? Way::DoubtfulEnd : Way::Ambiguous;
+  if (m_split.solutions > 1) return Way::Ambiguous;
+  return isSound ? Way::RawEnd : Way::Raw;
 }
 
 bool TagChoice::FollowsTable(const Tag& tag, RawTable table) const {

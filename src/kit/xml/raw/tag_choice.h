@@ -9,19 +9,25 @@
 
 namespace markup {
 
+/// By its first line. Also when only the declaration in it is broken, which then becomes the right
+/// one.
+bool IsPreFormatted(std::string_view bytes);
+
 /// Decides what a tag is: as XML has it, or an element of the pre-formatted form.
 class TagChoice {
  public:
   enum class Way {
-    AsRead,       ///< as the tag was read
-    Raw,          ///< raw markup: the tag was read again
-    RawEnd,       ///< the same, though as XML it is good up to where a value seems to end the tag
-    Ambiguous,    ///< raw markup that splits in more than one way: the tag is the first of these
-    Doubtful,     ///< as the tag was read, but it is raw markup just as well
-    DoubtfulEnd,  ///< ambiguous, and as XML it is good up to where a value seems to end the tag
+    AsRead,     ///< as the tag was read
+    Raw,        ///< raw markup: the tag was read again
+    RawEnd,     ///< the same, though as XML it is good up to where a value seems to end the tag
+    Ambiguous,  ///< raw markup that splits in more than one way: the tag is the first of these
+    Doubtful,   ///< as the tag was read, but it is raw markup just as well
   };
 
-  explicit TagChoice(std::string_view bytes);
+  /// What is done with a tag that XML takes: it may begin a value that seems to end it.
+  enum class GoodTags { Stay, MayBeRaw };
+
+  TagChoice(std::string_view bytes, GoodTags goodTags);
 
   /// `table` may be empty.
   Way Choose(Tag& tag, RawTable table);
@@ -41,7 +47,8 @@ class TagChoice {
   void FindRepeated(const Tag& tag);
 
   std::string_view m_bytes;
-  bool m_isPreFormatted;  ///< by its first line
+  bool m_isPreFormatted;
+  GoodTags m_goodTags;
   RawSplit m_split;
   std::vector<bool> m_repeated;
   std::vector<std::size_t> m_order;

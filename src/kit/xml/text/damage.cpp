@@ -44,7 +44,7 @@ constexpr Words kWords[] = {
     {Reason::TooManyDamages, "ZT023", "more than a million damages"},
     {Reason::RepeatedAttribute, "ZT024", "an attribute twice in a tag"},
     {Reason::Ambiguous, "ZT025", "raw markup that splits in more than one way"},
-    {Reason::ReadsTwoWays, "ZT025", "attributes that may be a part of the value before them"},
+    {Reason::ReadsTwoWays, "ZT025", "markup that may be a part of the value before it"},
     {Reason::RawBlank, "ZT026", "a raw tab or line break in a value"},
 };
 
@@ -66,8 +66,8 @@ const char* CodeOf(Reason reason) { return WordsOf(reason).code; }
 const char* TextOf(Reason reason) { return WordsOf(reason).text; }
 
 bool IsBeyondReading(Reason reason) {
-  return reason != Reason::OtherEncoding && reason != Reason::RawTagEnd &&
-         reason != Reason::ReadsTwoWays && reason != Reason::RawBlank;
+  return reason != Reason::OtherEncoding && reason != Reason::ReadsTwoWays &&
+         reason != Reason::RawBlank;
 }
 
 }  // namespace markup

@@ -41,8 +41,8 @@ enum class Reason : std::uint8_t {
   TooManyDamages,        ///< ZT023 more than kMostDamages, or edits: the rest is not listed
   RepeatedAttribute,     ///< ZT024 an attribute twice in a tag: the first counts
   Ambiguous,             ///< ZT025 raw markup that splits in more than one way
-  ReadsTwoWays,  ///< ZT025 good XML, and raw markup of the pre-formatted form with other values
-  RawBlank,      ///< ZT026 a tab or a line break in a value, which reads as a blank
+  ReadsTwoWays,          ///< ZT025 good XML, and raw markup with other values just as well
+  RawBlank,              ///< ZT026 a tab or a line break in a value, which reads as a blank
 };
 
 inline constexpr std::uint32_t kMostLevels = 256;
@@ -54,7 +54,7 @@ inline constexpr std::uint32_t kMostDamages = 1000000;
 const char* CodeOf(Reason reason);
 /// "a raw & in a value", for a message.
 const char* TextOf(Reason reason);
-/// False for what may leave a document well-formed: see Document::IsReadable.
+/// False for what leaves a document well-formed.
 bool IsBeyondReading(Reason reason);
 
 struct Damage {

@@ -45,8 +45,8 @@ Reference CharacterReferenceAt(std::string_view text) {
 
 class MarkFinder {
  public:
-  MarkFinder(std::string_view bytes, Span span, char quote)
-      : m_bytes(bytes), m_span(span), m_quote(quote) {}
+  MarkFinder(std::string_view bytes, Span span, char quote, std::size_t brackets)
+      : m_bytes(bytes), m_span(span), m_quote(quote), m_brackets(brackets) {}
 
   std::vector<RawMark> Find() {
     for (std::size_t at = m_span.begin; at < m_span.end && !HasTooMany();) at += Take(at);
@@ -70,8 +70,9 @@ class MarkFinder {
     if (m_quote != '\0' && byte == m_quote) {
       return Add(m_markup, Reason::RawQuote, {at, at + 1}, byte == '"' ? "&quot;" : "&apos;");
     }
-    const bool isCdataEnd = m_quote == '\0' && byte == '>' && at >= m_span.begin + 2 &&
-                            m_bytes[at - 1] == ']' && m_bytes[at - 2] == ']';
+    const bool isCdataEnd =
+        m_quote == '\0' && byte == '>' &&
+        BracketsBehind(Span(m_span.begin, at).In(m_bytes), m_brackets) == kCdataBrackets;
     if (isCdataEnd) return Add(m_markup, Reason::RawCdataEnd, {at, at + 1}, "&gt;");
     return 1;
   }
@@ -95,6 +96,7 @@ class MarkFinder {
   std::string_view m_bytes;
   Span m_span;
   char m_quote;
+  std::size_t m_brackets;
   RawMark m_markup;
   RawMark m_forbidden;
 };
@@ -133,8 +135,18 @@ std::string Resolved(std::string_view raw, bool isValue) {
   return text;
 }
 
-std::vector<RawMark> FindRawMarks(std::string_view bytes, Span span, char quote) {
-  return MarkFinder(bytes, span, quote).Find();
+std::vector<RawMark> FindRawMarks(std::string_view bytes, Span span, char quote,
+                                  std::size_t brackets) {
+  return MarkFinder(bytes, span, quote, brackets).Find();
+}
+
+std::size_t BracketsBehind(std::string_view text, std::size_t brackets) {
+  std::size_t count = 0;
+  while (count < kCdataBrackets && text.ends_with(']')) {
+    text.remove_suffix(1);
+    ++count;
+  }
+  return text.empty() ? std::min(kCdataBrackets, count + brackets) : count;
 }
 
 }  // namespace markup

@@ -26,6 +26,9 @@ Reference ReferenceAt(std::string_view text);
 /// not have become U+FFFD. `isValue` makes blanks of tabs and line breaks that stand there as such.
 std::string Resolved(std::string_view raw, bool isValue);
 
+/// In a text no ">" may stand behind so many "]".
+inline constexpr std::size_t kCdataBrackets = 2;
+
 /// One kind of damage in a value or a text: where the first one is, and what mends them all.
 struct RawMark {
   Reason reason = Reason::RawAmpersand;
@@ -34,8 +37,12 @@ struct RawMark {
 };
 
 /// Markup that stands there as such, and references to characters that XML does not have. `quote`
-/// is the one around a value; zero for a text. Ends when there are more mends than
-/// kMostDamages.
-std::vector<RawMark> FindRawMarks(std::string_view bytes, Span span, char quote);
+/// is the one around a value; zero for a text, which may stand right behind so many "]" once what
+/// is between them is gone. Ends when there are more mends than kMostDamages.
+std::vector<RawMark> FindRawMarks(std::string_view bytes, Span span, char quote,
+                                  std::size_t brackets = 0);
+/// How many "]" stand at the end of a text that stands right behind so many others; more than
+/// kCdataBrackets do not matter.
+std::size_t BracketsBehind(std::string_view text, std::size_t brackets);
 
 }  // namespace markup

@@ -29,25 +29,29 @@ bool IsTarget(std::string_view name) {
 
 }  // namespace
 
-Builder::Builder(Document& document, const ReadOptions& options, Way way)
+Builder::Builder(Document& document, const CharacterRuns& characters, std::vector<Token>* tokens,
+                 Way way)
     : m_document(document),
       m_way(way),
       m_bytes(document.Bytes()),
-      m_tokens(options.tokens),
-      m_characters(m_bytes, options.decode),
+      m_tokens(tokens),
+      m_characters(characters),
       m_tokenizer(m_bytes),
-      m_choice(m_bytes),
+      m_choice(m_bytes,
+               way == Way::Xml ? TagChoice::GoodTags::Stay : TagChoice::GoodTags::MayBeRaw),
       m_tree(m_bytes, document.m_elements, document.m_leaves, m_damages),
       m_start(m_bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
 
-void Builder::Run() {
-  MakeRoom();
+bool Builder::Run() {
   m_damages.Add(m_characters);
-  for (Piece piece; m_tokenizer.Next(piece);) {
+  if (IsAtEnd()) return false;
+  MakeRoom();
+  for (Piece piece; !IsAtEnd() && m_tokenizer.Next(piece);) {
     if (!m_damages.IsFull()) Take(piece);
     if (m_tokens != nullptr) m_tokens->push_back(piece.token);
   }
-  Finish();
+  if (!IsAtEnd()) Finish();
+  return !m_damages.AreBeyondReading();
 }
 
 /// Growing would copy over and over what a large file holds. Its beginning tells how much that is.
@@ -95,9 +99,10 @@ void Builder::Take(Piece& piece) {
 void Builder::TakeText(Span span) {
   const std::string_view text = span.In(m_bytes);
   const bool isByteOrderMark = span.end == m_start;
+  const std::size_t brackets = std::exchange(m_brackets, BracketsBehind(text, m_brackets));
   if (IsBlankText(text) || isByteOrderMark) return;
   if (m_tree.Depth() == 0) return m_damages.AddRemoval(Reason::TextOutside, span);
-  for (RawMark& mark : FindRawMarks(m_bytes, span, '\0')) {
+  for (RawMark& mark : FindRawMarks(m_bytes, span, '\0', brackets)) {
     m_damages.Add(mark.reason, mark.span, std::move(mark.mends));
   }
   AddLeaf(TokenKind::Text, span);
@@ -138,6 +143,7 @@ void Builder::TakeInstruction(Span span) {
 }
 
 void Builder::AddLeaf(TokenKind kind, Span span) {
+  if (kind != TokenKind::Text) m_brackets = 0;
   m_document.m_leaves.push_back({kind, span, m_tree.Current()});
 }
 
@@ -146,6 +152,7 @@ void Builder::TakeEnd(const Piece& piece) {
   const std::string_view name = m_tokenizer.EndName();
   const std::size_t closed = m_tree.Close(name, span);
   if (closed == 0) return m_damages.AddRemoval(Reason::StrayEndTag, span);
+  m_brackets = 0;
   for (std::size_t i = 0; i < closed; ++i) {
     if (m_hasNamespaces.back()) m_namespaces.Leave();
     m_hasNamespaces.pop_back();
@@ -170,16 +177,11 @@ void Builder::TakeTag(Piece& piece) {
 
 TagChoice::Way Builder::ChooseReading(Piece& piece) {
   Tag& tag = m_tokenizer.CurrentTag();
-  const RawTable table =
-      m_way == Way::Whole ? RawTableOf(tag.name.In(m_bytes), m_signal) : RawTable();
-  const TagChoice::Way way = m_choice.Choose(tag, table);
+  const TagChoice::Way way = m_choice.Choose(tag, RawTableOf(tag.name.In(m_bytes), m_signal));
   if (way != TagChoice::Way::AsRead && way != TagChoice::Way::Doubtful) {
     piece.token = {tag.isEmpty ? TokenKind::Empty : TokenKind::Start, tag.span};
     m_tokenizer.MoveTo(tag.span.end);
   }
-  const bool isDoubtful = way == TagChoice::Way::Doubtful || way == TagChoice::Way::DoubtfulEnd;
-  if (isDoubtful) m_damages.Add(Reason::ReadsTwoWays, tag.span);
-  if (way == TagChoice::Way::Ambiguous) m_damages.Add(Reason::Ambiguous, tag.span);
   return way;
 }
 
@@ -207,15 +209,20 @@ bool Builder::JoinSecondRoot(const Tag& tag) {
   if (isSame) mends.push_back({tag.span, ""});
   m_damages.Add(Reason::SecondRoot, tag.span, std::move(mends));
   m_tree.ReopenRoot();
+  // What ended it is gone, and with it what stood in front of the text to come.
+  m_brackets = kCdataBrackets;
   m_hasNamespaces.push_back(false);
   return isSame;
 }
 
 void Builder::AddElement(const Tag& tag, TagChoice::Way way) {
+  m_brackets = 0;
   Element element;
   element.tag = tag.span;
   element.name = tag.name;
   element.firstAttribute = static_cast<Index>(m_document.m_attributes.size());
+  if (way == TagChoice::Way::Doubtful) m_damages.Add(Reason::ReadsTwoWays, tag.span);
+  if (way == TagChoice::Way::Ambiguous) m_damages.Add(Reason::Ambiguous, tag.span);
   DropRepeated(m_tokenizer.CurrentTag());
   for (const TagAttribute& attribute : tag.attributes) TakeAttribute(attribute, way);
   element.attributeCount = static_cast<std::uint32_t>(tag.attributes.size());
@@ -239,8 +246,7 @@ void Builder::TakeAttribute(const TagAttribute& from, TagChoice::Way way) {
   const bool isPlain = (from.seen & (kMarkupByte | kLineByte)) == 0 && !from.hasQuote;
   const bool hasRuns =
       (from.seen & (kControlByte | kHighByte)) != 0 && m_characters.Touch(from.value);
-  const bool isLeft = way == TagChoice::Way::Ambiguous || way == TagChoice::Way::DoubtfulEnd;
-  if (!isPlain && !isLeft) {
+  if (!isPlain && way != TagChoice::Way::Ambiguous) {
     for (RawMark& mark : FindRawMarks(m_bytes, from.value, from.quote)) {
       const bool isEnd = way == TagChoice::Way::RawEnd;
       m_damages.Add(isEnd ? Reason::RawTagEnd : mark.reason, mark.span, std::move(mark.mends));

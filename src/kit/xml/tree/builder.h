@@ -17,12 +17,16 @@ namespace markup {
 /// Reads the bytes of a document into its tree.
 class Builder {
  public:
-  /// Raw markup of the pre-formatted form is looked for, or not.
-  enum class Way { Whole, XmlAlone };
+  enum class Way {
+    Xml,      ///< as a parser does: ends at the first damage that a parser ends at
+    Mending,  ///< all of it; raw markup of the pre-formatted form is read as such
+  };
 
-  Builder(Document& document, const ReadOptions& options, Way way);
+  /// All stay with the caller; `tokens` may be null.
+  Builder(Document& document, const CharacterRuns& characters, std::vector<Token>* tokens, Way way);
 
-  void Run();
+  /// False where a parser does not take the file; with Way::Xml the document is of no use then.
+  bool Run();
 
  private:
   void MakeRoom();
@@ -44,12 +48,13 @@ class Builder {
   void AddLeaf(TokenKind kind, Span span);
   void Finish();
   bool IsFirst(Span span) const { return span.begin == m_start; }
+  bool IsAtEnd() const { return m_way == Way::Xml && m_damages.AreBeyondReading(); }
 
   Document& m_document;
   Way m_way;
   std::string_view m_bytes;
   std::vector<Token>* m_tokens;
-  CharacterRuns m_characters;
+  const CharacterRuns& m_characters;
   Tokenizer m_tokenizer;
   TagChoice m_choice;
   DamageList m_damages;
@@ -59,6 +64,9 @@ class Builder {
   InputSignalType m_signal = InputSignalUnknown;  ///< of the channel set
   std::size_t m_start = 0;                        ///< behind the byte order mark
   std::size_t m_beyond = 0;                       ///< levels that are too deep
+  /// That end the text in front, of which the next one becomes a part where all that stands between
+  /// is removed.
+  std::size_t m_brackets = 0;
 };
 
 }  // namespace markup

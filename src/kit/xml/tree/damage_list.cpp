@@ -49,6 +49,7 @@ void DamageList::Put(Damage damage, std::vector<Edit> mends) {
     damage.reason = Reason::TooManyDamages;
     damage.isMended = false;
   }
+  m_areBeyondReading = m_areBeyondReading || IsBeyondReading(damage.reason);
   damage.firstMend = static_cast<std::uint32_t>(m_mends.size());
   damage.mendCount = static_cast<std::uint32_t>(mends.size());
   m_damages.push_back(damage);

@@ -22,6 +22,8 @@ class DamageList {
   void AddRemoval(Reason reason, Span span) { AddReplacement(reason, span, {}); }
   /// Nothing more is taken.
   bool IsFull() const { return m_isFull; }
+  /// One of them keeps a parser from taking the file.
+  bool AreBeyondReading() const { return m_areBeyondReading; }
   void Add(const CharacterRuns& characters);
 
   /// Leaves to what is removed or replaced as a whole what stands in it, and sorts the damages.
@@ -36,6 +38,7 @@ class DamageList {
   std::vector<Damage> m_damages;
   std::vector<Edit> m_mends;
   bool m_isFull = false;
+  bool m_areBeyondReading = false;
 };
 
 }  // namespace markup

@@ -98,7 +98,7 @@ class Document {
   /// Name of the encoding for Reason::OtherEncoding.
   const std::string& EncodingName() const { return m_encoding; }
 
-  /// A parser takes it for well-formed. Raw markup may be that, too, with other values.
+  /// A parser takes it for well-formed, and sees this tree.
   bool IsReadable() const { return m_isReadable; }
 
   /// Line and column of a byte. The first question counts the lines; not for several threads.
@@ -107,7 +107,11 @@ class Document {
  private:
   friend class Builder;
 
-  bool IsWellFormed() const;
+  explicit Document(std::shared_ptr<const std::string> bytes) : m_bytes(std::move(bytes)) {}
+
+  void TakeEncoding(std::vector<Token>* tokens);
+  std::vector<bool> Doubts() const;
+  void AddDoubtsOnceMended();
 
   /// Where they stand is where they stay, also when the document moves.
   std::shared_ptr<const std::string> m_bytes;
