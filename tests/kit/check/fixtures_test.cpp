@@ -177,6 +177,20 @@ TEST(CheckFixtures, DirectoriesAreRepairedAsExpected) {
   }
 }
 
+TEST(CheckFindings, AreToldUpToANumberOfEachCode) {
+  const Home home(Home::Start::Empty);
+  std::string bytes = "<CHANNELTABLE>";
+  for (std::size_t i = 0; i < check::kMostOfACode + 5; ++i) bytes += "<x/>";
+  home.Files().Write("ChanInfo.xml", bytes + "&</CHANNELTABLE>");
+  std::map<std::string_view, std::size_t> counts;
+  for (const Finding& finding : check::CheckDirectory(home.Path(), {})) {
+    ++counts[finding.code->name];
+  }
+  EXPECT_EQ(check::kMostOfACode, counts["ZT031"]);
+  EXPECT_EQ(1U, counts["ZT020"]);
+  EXPECT_EQ(1U, counts["ZT001"]);
+}
+
 // Without the option a repair leaves them.
 TEST(CheckFixtures, OptionsAreAskedFor) {
   for (const fs::path& folder : Folders()) {
