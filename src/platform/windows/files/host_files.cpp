@@ -99,7 +99,7 @@ bool RenameFile(const std::string& from, const std::string& to, std::string& cau
   if (HasName(target)) return true;
   // Some systems leave a name whose letters alone change. A process that is killed in between
   // leaves a name that is known as that of a file which was put aside.
-  const std::wstring between = target + L".unreadable";
+  const std::wstring between = target + L".renamed";
   if (!Told(move(source, between), cause)) return false;
   const bool isMoved = Told(move(between, target), cause);
   if (!isMoved) move(between, source);
