@@ -34,12 +34,13 @@ pid_t Start(const std::vector<std::string>& command) {
 
 std::filesystem::path OwnProgram() { return std::filesystem::read_symlink("/proc/self/exe"); }
 
-void MeasureChild(benchmark::State& state, const std::vector<std::string>& command) {
+void MeasureChild(benchmark::State& state, const std::vector<std::string>& command, int expected) {
   const auto start = std::chrono::steady_clock::now();
   const pid_t child = Start(command);
   int status = 1;
   rusage used = {};
-  Check(wait4(child, &status, 0, &used) == child && status == 0, "a program failed");
+  const bool hasEnded = wait4(child, &status, 0, &used) == child && WIFEXITED(status);
+  Check(hasEnded && WEXITSTATUS(status) == expected, "a program failed");
   const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
   KeepLeast(state.counters[kBestWork], SecondsOf(used.ru_utime) + SecondsOf(used.ru_stime));
   KeepLeast(state.counters[kBestTime], elapsed.count());

@@ -13,7 +13,8 @@ namespace bench {
 std::filesystem::path OwnProgram();
 
 /// Runs a program, its output thrown away, and counts its time and its processor time as those of
-/// an iteration, as Measure does. Ends this program when the other one fails.
-void MeasureChild(benchmark::State& state, const std::vector<std::string>& command);
+/// an iteration, as Measure does. Ends this program when the other one ends with another status.
+void MeasureChild(benchmark::State& state, const std::vector<std::string>& command,
+                  int expected = 0);
 
 }  // namespace bench

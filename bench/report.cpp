@@ -77,6 +77,7 @@ constexpr Report::Row kPresetTimes[] = {
 constexpr Report::Row kToolTimes[] = {
     {"Tool/Open", "a host opens the list"},
     {"Tool/Check", "check"},
+    {"Tool/CheckHostile", "check of as many broken ones"},
     {"Tool/OpenAndSave", "a host opens and saves the list"},
     {"Tool/List", "channels list"},
     {"Tool/Show", "channels show"},
@@ -272,6 +273,8 @@ bool Report::PrintToolRatios() const {
   const Key check("Tool/Check", kMiddle);
   good &= PrintWorks("check / load", check, {"Tool/Open", kMiddle}, 6);
   good &= PrintWorks("check, 40000 / 10000", {check.first, kToolMost}, check, 6);
+  const Key hostile("Tool/CheckHostile", kMiddle);
+  good &= PrintWorks("check of broken ones, 40000 / 10000", {hostile.first, kToolMost}, hostile, 6);
   good &= PrintWorks("transponders list of 40000 / load of the catalogue",
                      {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 4);
   return good;

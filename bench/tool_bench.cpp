@@ -16,6 +16,19 @@ void ToolSizes(benchmark::internal::Benchmark* benchmark) {
   benchmark->Arg(10000)->Arg(40000)->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
+// Every name breaks the file, and every channel has the index of the one before.
+std::string MakeHostileFile(UINT count) {
+  std::string text =
+      "<CHANNELTABLE>\r\n\t<Country name=\"Germany\" countrycode=\"49\">\r\n"
+      "\t\t<ChannelSet type=\"FM-RADIO\" inputSignalType=\"5\">\r\n";
+  for (UINT i = 0; i < count; ++i) {
+    text +=
+        "\t\t\t<Channel name=\"7\" & <b>\" nameDisplay=\"\"/>\" index=\"1\" freq=\"1\" favor=\"0\" "
+        "lock=\"0\"/>\r\n";
+  }
+  return text;
+}
+
 // A file that the commands change, and a catalogue with all transponders at one satellite.
 const std::filesystem::path& ToolDirectory(UINT count) {
   static std::map<UINT, TempDirectory> directories;
@@ -25,6 +38,8 @@ const std::filesystem::path& ToolDirectory(UINT count) {
     std::filesystem::create_directory(directory / "source");
     std::filesystem::create_directory(directory / "target");
     WriteFile(directory / "source" / "ChanInfo.xml", MakeChannelFile(count));
+    std::filesystem::create_directory(directory / "hostile");
+    WriteFile(directory / "hostile" / "ChanInfo.xml", MakeHostileFile(count));
     WriteFile(CatalogueFile(directory), MakeCatalogueFile(count, 1));
   }
   return directory;
@@ -60,6 +75,12 @@ BENCHMARK_CAPTURE(ToolReads, list, {"channels", "list"})->Name("Tool/List")->App
 BENCHMARK_CAPTURE(ToolReads, show, {"channels", "show", "1"})->Name("Tool/Show")->Apply(ToolSizes);
 
 BENCHMARK_CAPTURE(ToolReads, check, {"check"})->Name("Tool/Check")->Apply(ToolSizes);
+void CheckHostile(benchmark::State& state) {
+  constexpr int kFound = 3;
+  const std::string directory = (ToolDirectory(CountOf(state)) / "hostile").string();
+  for (auto _ : state) MeasureChild(state, {ZORTUNEDEX_TOOL, "--dir", directory, "check"}, kFound);
+}
+BENCHMARK(CheckHostile)->Name("Tool/CheckHostile")->Apply(ToolSizes);
 
 // Each time something else, so that there is something to save.
 void ToolChanges(benchmark::State& state, const std::vector<std::string>& words) {

@@ -58,9 +58,14 @@ bool WriteNewFile(const std::string& path, std::string_view bytes);
 /// Removes a file, durably. True also where none stands.
 bool RemoveFile(const std::string& path, std::string& cause);
 
-/// Gives a file another name in its directory, durably and in one step. False, and nothing is
-/// changed, also where something else has that name. Where letters of either case are the same, a
-/// name may become itself in other letters.
+/// What stands behind a name while its letters change on systems that do not change them in one
+/// step.
+inline constexpr char kBeingRenamed[] = ".renamed";
+
+/// Gives a file another name in its directory, durably. False, and nothing is changed, also where
+/// something else has that name. It is one step, unless letters of either case are the same there,
+/// the name becomes itself in other letters, and the system leaves it then: a process that ends in
+/// between leaves the file under the new name with kBeingRenamed behind it.
 bool RenameFile(const std::string& from, const std::string& to, std::string& cause);
 
 /// Makes a folder whose parent is there, durably, with the parent's rights as far as this process

@@ -92,7 +92,7 @@ void Checker::CheckFile(const std::string& name, const std::string& bytes, Check
     return;
   }
   const Document& document = checked.documents.emplace(name, Read(bytes)).first->second;
-  Report report(document, name, checked.findings);
+  Report report(document, name, checked.findings, m_settings.mostOfACode);
   CheckMarkup(document, report);
   if (name == kChannels || name == kPresets) CheckChannels(name, document, checked.findings);
   if (name == kCatalogue) CheckCatalogue(document, report);
@@ -108,7 +108,7 @@ void Checker::CheckChannels(const std::string& name, const Document& document,
   if (document.Elements().empty()) return;
   const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
   const ChannelTree tree = ReadTree(document, kind);
-  Report report(document, name, findings);
+  Report report(document, name, findings, m_settings.mostOfACode);
   CheckChannelFile({document, tree, kind, report, m_text, m_settings.knowsCountry});
   if (kind == ChannelFile::Presets) CheckAreas(document, tree, report);
 }
@@ -144,7 +144,9 @@ std::vector<Finding> Checker::Compare(const Documents& documents) {
 }
 
 std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings) {
-  Checker checker(settings);
+  Settings capped = settings;
+  capped.mostOfACode = std::min(capped.mostOfACode, kMostOfACode);
+  Checker checker(std::move(capped));
   Checked checked = checker.Check(ReadFiles(directory));
   MoveInto(checker.Compare(checked.documents), checked.findings);
   std::vector<Finding> names = CheckNames(directory);

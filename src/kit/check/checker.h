@@ -1,6 +1,7 @@
 // The files of a directory held against all rules.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -19,6 +20,8 @@ struct Settings {
   std::function<bool(std::uint32_t code)> knowsCountry;
   /// The only file to look at; empty for all.
   std::string file;
+  /// Findings of a code that are told of a file.
+  std::size_t mostOfACode = SIZE_MAX;
 };
 
 using Documents = std::map<std::string, markup::Document, std::less<>>;
@@ -55,6 +58,10 @@ class Checker {
   Database m_database;
   CodePageText m_text;
 };
+
+/// Findings of a code that a check of a directory tells of a file: bytes that are no such file at
+/// all would else make many times their number.
+inline constexpr std::size_t kMostOfACode = 10'000;
 
 /// Everything about a directory. Failure when it cannot be read.
 std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings);

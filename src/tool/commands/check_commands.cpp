@@ -20,7 +20,7 @@ namespace {
 bool IsCountry(std::uint32_t code) { return countries::RowAt(countries::FindRow(code)) != nullptr; }
 
 check::RepairSettings RepairSettingsOf(const Options& options) {
-  return {{IsCountry, {}}, options.codes, options.repairs};
+  return {{IsCountry, {}, SIZE_MAX}, options.codes, options.repairs};
 }
 
 void PrintRepair(const Options& options, const check::Repaired& result) {
@@ -54,7 +54,7 @@ bool IsClean(const std::vector<Finding>& findings) {
 
 void CheckFiles(const Options& options) {
   std::vector<Finding> findings =
-      check::CheckDirectory(options.directory, {IsCountry, options.file});
+      check::CheckDirectory(options.directory, {IsCountry, options.file, check::kMostOfACode});
   const check::Severity level = options.level.value_or(check::Severity::Warning);
   std::erase_if(findings,
                 [level](const Finding& finding) { return finding.code->severity > level; });

@@ -123,6 +123,14 @@ TEST(DirectoryRepair, RenamesAlsoWhenNothingElseIsToDo) {
   EXPECT_TRUE(home.Store().IsEmpty());
 }
 
+// Some systems change letters in two steps, and a process may end between them.
+TEST(DirectoryRepair, FinishesARenamingThatWasBegun) {
+  const RecordedHome home({{"ChanInfo.xml.renamed", kMended}});
+  const check::Repaired result = check::RepairDirectory(home.Settings(), {});
+  EXPECT_EQ(NameSet({"ZT009"}), CodesOf(result.mended));
+  EXPECT_EQ(Texts({{"ChanInfo.xml", kMended}}), home.Now());
+}
+
 // What cannot be repaired keeps its name, too.
 TEST(DirectoryRepair, ARefusedRepairLeavesEverything) {
   const BrokenHome broken;
@@ -167,7 +175,7 @@ TEST(DirectoryRepair, WithoutAHistoryNothingIsKept) {
 /// The channels stand there, old or new, under one of the names, and so does what was put aside.
 void ExpectNothingLost(const BrokenHome& broken) {
   std::string channels;
-  for (const char* name : {"ChanInfo.xml", "chaninfo.xml"}) {
+  for (const char* name : {"ChanInfo.xml", "chaninfo.xml", "ChanInfo.xml.renamed"}) {
     if (channels.empty() && broken.Files().Has(name)) channels = broken.Files().Read(name);
   }
   EXPECT_TRUE(channels == kBroken || channels == kMended) << channels;

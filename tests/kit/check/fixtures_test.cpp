@@ -2,11 +2,12 @@
 // in `settings` with which options and code page.
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "kit/check/directory_repair.h"
 #include "kit/check/findings/finding_json.h"
-#include "kit/check/repair.h"
 #include "kit/check/rules/directory_rules.h"
 #include "kit/failure.h"
 #include "kit/home.h"
@@ -140,6 +141,54 @@ TEST(CheckFixtures, AreRepairedAsExpected) {
     EXPECT_TRUE(twice.after == once.after) << fixture.Name();
     EXPECT_TRUE(twice.mended.empty()) << fixture.Name();
   }
+}
+
+/// What a directory holds beside its history.
+std::map<std::string, std::string> Contents(const std::string& directory) {
+  std::map<std::string, std::string> contents;
+  for (const auto& entry : fs::directory_iterator(directory)) {
+    if (entry.is_regular_file()) {
+      contents[entry.path().filename().string()] = ReadAll(entry.path());
+    }
+  }
+  return contents;
+}
+
+// The files themselves: what the fixture says is there and nothing else, a check finds what was
+// said to be left, and a second repair has nothing to do.
+TEST(CheckFixtures, DirectoriesAreRepairedAsExpected) {
+  for (const fs::path& folder : Folders()) {
+    const Fixture fixture(folder);
+    if (!fixture.IsPossible() || !fixture.IsRepaired()) continue;
+    SCOPED_TRACE(fixture.Name());
+    const history::ChangeSettings change{fixture.Directory(), "repair"};
+    const check::Repaired once = check::RepairDirectory(change, fixture.Settings());
+    EXPECT_FALSE(once.mended.empty());
+    EXPECT_EQ(Contents((folder / "repaired").string()), Contents(fixture.Directory()));
+    const std::vector<Finding> left =
+        check::CheckDirectory(fixture.Directory(), fixture.Settings().check);
+    EXPECT_EQ(check::ToJson(once.left).dump(1), check::ToJson(left).dump(1));
+    for (const Finding& finding : left) {
+      EXPECT_FALSE(check::IsAsked(finding, fixture.Settings())) << finding.code->name;
+    }
+    const check::Repaired twice = check::RepairDirectory(change, fixture.Settings());
+    EXPECT_TRUE(twice.mended.empty());
+    EXPECT_EQ(Contents((folder / "repaired").string()), Contents(fixture.Directory()));
+  }
+}
+
+TEST(CheckFindings, AreToldUpToANumberOfEachCode) {
+  const Home home(Home::Start::Empty);
+  std::string bytes = "<CHANNELTABLE>";
+  for (std::size_t i = 0; i < check::kMostOfACode + 5; ++i) bytes += "<x/>";
+  home.Files().Write("ChanInfo.xml", bytes + "&</CHANNELTABLE>");
+  std::map<std::string_view, std::size_t> counts;
+  for (const Finding& finding : check::CheckDirectory(home.Path(), {})) {
+    ++counts[finding.code->name];
+  }
+  EXPECT_EQ(check::kMostOfACode, counts["ZT031"]);
+  EXPECT_EQ(1U, counts["ZT020"]);
+  EXPECT_EQ(1U, counts["ZT001"]);
 }
 
 // Without the option a repair leaves them.

@@ -5,6 +5,10 @@
 #include "kit/check/findings/finding_json.h"
 #include "kit/home.h"
 #include "kit/model/channel_layout.h"
+#include "kit/model/channel_table.h"
+#include "kit/presets/customer_lists.h"
+#include "kit/satellites/catalogue.h"
+#include "kit/satellites/dish_settings.h"
 #include "kit/saving/save_table.h"
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
@@ -29,6 +33,30 @@ std::string Complaints(const std::string& directory, Severity level) {
 
 TEST(CheckNoFalseAlarm, Samples) {
   const Home home;
+  EXPECT_EQ("[]", Complaints(home.Path(), Severity::Warning));
+}
+
+TEST(CheckNoFalseAlarm, DishesThatAreSaved) {
+  const Home home;
+  const SatelliteCatalogue catalogue = ReadCatalogue(home.Satellites());
+  Dishes dishes;
+  for (std::size_t i = 0; i < catalogue.satellites.size(); ++i) {
+    const LnbType& lnb = catalogue.lnbs[i % catalogue.lnbs.size()];
+    dishes[i % dishes.size()].push_back({catalogue.satellites[i].id,
+                                         Wide(i % 2 == 0 ? "Ku-Band" : "C-Band"), lnb.low, lnb.high,
+                                         lnb.switchover});
+  }
+  SaveDishes(home.Satellites(), dishes);
+  EXPECT_EQ("[]", Complaints(home.Path(), Severity::Warning));
+}
+
+TEST(CheckNoFalseAlarm, CustomerListsThatAreStored) {
+  const Home home;
+  const Presets presets(home.OneSegment());
+  ASSERT_FALSE(presets.Areas().empty());
+  const ChannelTable table = ReadTable(home.OneSegment());
+  ASSERT_FALSE(table.channels.empty());
+  StoreCustomerList(home.OneSegment(), 1, Wide("Mine"));
   EXPECT_EQ("[]", Complaints(home.Path(), Severity::Warning));
 }
 

@@ -37,11 +37,17 @@ void Settle(Finding& finding) {
   finding.option = Option::None;
 }
 
-Report::Report(const markup::Document& document, std::string file, std::vector<Finding>& findings)
-    : m_document(document), m_file(std::move(file)), m_findings(findings), m_paths(document) {}
+Report::Report(const markup::Document& document, std::string file, std::vector<Finding>& findings,
+               std::size_t mostOfACode)
+    : m_document(document),
+      m_file(std::move(file)),
+      m_findings(findings),
+      m_paths(document),
+      m_mostOfACode(mostOfACode) {}
 
 Finding& Report::AddAt(std::string_view code, std::size_t offset, markup::Index element,
                        const std::string& text) {
+  if (m_counts[FindCode(code)]++ >= m_mostOfACode) return m_untold = OfFile(code, m_file, text);
   Finding& finding = m_findings.emplace_back(OfFile(code, m_file, text));
   finding.place = m_document.PlaceOf(offset);
   finding.path = m_paths.Of(element);

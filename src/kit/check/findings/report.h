@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +15,9 @@ namespace check {
 /// edits, and takes the repair back where there are none (Settle).
 class Report {
  public:
-  Report(const markup::Document& document, std::string file, std::vector<Finding>& findings);
+  /// Of each code so many findings are taken: those beyond are not told.
+  Report(const markup::Document& document, std::string file, std::vector<Finding>& findings,
+         std::size_t mostOfACode = SIZE_MAX);
 
   /// At an element.
   Finding& Add(std::string_view code, markup::Index element, const std::string& text);
@@ -31,6 +35,9 @@ class Report {
   std::string m_file;
   std::vector<Finding>& m_findings;
   Paths m_paths;
+  std::size_t m_mostOfACode;
+  std::map<const Code*, std::size_t> m_counts;
+  Finding m_untold;
 };
 
 /// A finding of a file as a whole.

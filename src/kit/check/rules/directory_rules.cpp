@@ -59,11 +59,17 @@ void CheckTemporary(const fs::path& folder, const std::string& name,
   findings.push_back(std::move(finding));
 }
 
+/// True for the name of a data file in other letters, and for one that it has while they change.
+bool IsOtherNameOf(std::string_view file, std::string_view name) {
+  return name != file && (EqualIgnoringCase(name, file) ||
+                          EqualIgnoringCase(name, std::string(file) + host::kBeingRenamed));
+}
+
 void CheckLetters(const std::vector<std::string>& names, std::string_view file,
                   std::vector<Finding>& findings) {
   std::vector<std::string> others;
   for (const std::string& name : names) {
-    if (name != file && EqualIgnoringCase(name, file)) others.push_back(name);
+    if (IsOtherNameOf(file, name)) others.push_back(name);
   }
   const bool isThere = std::ranges::find(names, file) != names.end();
   for (const std::string& name : others) {

@@ -2,6 +2,7 @@
 
 #include "kit/check/findings/report.h"
 #include "kit/check/subject/channel_tree.h"
+#include "kit/check/subject/lookups.h"
 #include "kit/check/subject/numbers.h"
 
 namespace check {
@@ -14,13 +15,12 @@ using markup::Element;
 class Identity {
  public:
   Identity(const Document& document, const Element& channel)
-      : m_document(document), m_channel(channel) {}
+      : m_document(document), m_channel(channel), m_values(document, channel) {}
 
   std::uint32_t Number(const Element& element, const char* attribute) const {
-    const auto text = m_document.ValueOf(element, attribute);
-    return text ? Unsigned(ReadNumber(*text).value) : 0;
+    return ValueOf(m_document.ValueOf(element, attribute));
   }
-  std::uint32_t Number(const char* attribute) const { return Number(m_channel, attribute); }
+  std::uint32_t Number(const char* attribute) const { return ValueOf(m_values.ValueOf(attribute)); }
 
   const Element* Child(const char* name) const {
     const markup::Index index = FirstChild(m_document, m_channel, name);
@@ -32,8 +32,13 @@ class Identity {
   }
 
  private:
+  static std::uint32_t ValueOf(std::optional<std::string_view> text) {
+    return text ? Unsigned(ReadNumber(*text).value) : 0;
+  }
+
   const Document& m_document;
   const Element& m_channel;
+  mutable AttributeLookup m_values;
 };
 
 std::string Joined(const char* kind, std::initializer_list<std::uint32_t> numbers) {

@@ -26,7 +26,16 @@ class StreamRules {
       : m_subject(subject),
         m_document(subject.document),
         m_layout(*group.layout),
-        m_signal(group.signal) {}
+        m_signal(group.signal) {
+    for (const char* address : {"PcrPID", "VideoPID", "AudioPID", "EsgPID"}) {
+      if (station_blocks::FindField(m_layout.channel, address) != nullptr) {
+        m_addresses.push_back(address);
+      }
+    }
+    for (const StreamList& list : m_layout.lists) {
+      m_lists.push_back({&list, schema::CountFieldsOf(m_layout, list.countOffset)});
+    }
+  }
 
   void Check(Index channel) {
     m_channel = channel;
@@ -35,24 +44,30 @@ class StreamRules {
     if (m_layout.elementStreams.Empty()) return;
     m_streams = FirstChild(m_document, At(m_channel), "ElementStreams");
     if (m_streams == kNone) return;
-    std::map<const StreamList*, std::uint32_t> counts;
+    for (ListCount& list : m_lists) list.elements = 0;
     std::vector<Index> components;
     for (Index i = At(m_streams).firstChild; i != kNone; i = At(i).next) {
       const std::string_view name = m_document.NameOf(At(i));
       if (const StreamList* list = schema::ListOf(m_layout, name)) {
-        ++counts[list];
+        ++m_lists[static_cast<std::size_t>(list - m_layout.lists.begin())].elements;
         CheckEntry(i);
       } else if (m_layout.components != nullptr && name == "Components") {
         components.push_back(i);
       }
     }
-    for (const StreamList& list : m_layout.lists) {
-      CheckCount(list.countOffset, counts[&list], list.capacity, list.element);
+    for (const ListCount& list : m_lists) {
+      CheckCount(list.fields, list.elements, list.list->capacity, list.list->element);
     }
     if (m_layout.components != nullptr) CheckComponents(components);
   }
 
  private:
+  struct ListCount {
+    const StreamList* list;
+    schema::CountFields fields;
+    std::uint32_t elements = 0;  ///< of the channel that is looked at
+  };
+
   const Element& At(Index index) const { return m_document.Elements()[index]; }
 
   std::optional<std::uint32_t> Read(Index element, std::string_view attribute) const {
@@ -69,9 +84,8 @@ class StreamRules {
     return finding;
   }
 
-  void CheckCount(std::size_t countOffset, std::uint32_t children, std::uint32_t capacity,
+  void CheckCount(const schema::CountFields& fields, std::uint32_t children, std::uint32_t capacity,
                   const char* name) {
-    const schema::CountFields fields = schema::CountFieldsOf(m_layout, countOffset);
     if (fields.count == nullptr) return;
     if (children > capacity) {
       m_subject.report.Add("ZT082", m_streams,
@@ -122,8 +136,7 @@ class StreamRules {
 
   /// PIDs of the channel itself: none is 0.
   void CheckAddresses() {
-    for (const char* attribute : {"PcrPID", "VideoPID", "AudioPID", "EsgPID"}) {
-      if (station_blocks::FindField(m_layout.channel, attribute) == nullptr) continue;
+    for (const char* attribute : m_addresses) {
       const auto pid = Read(m_channel, attribute);
       if (pid) CheckPid(m_channel, attribute, *pid, false);
     }
@@ -143,7 +156,8 @@ class StreamRules {
       if (id && *id < capacity) count = std::max(count, *id + 1);
       CheckComponentName(component);
     }
-    CheckCount(m_layout.components->countOffset, count, capacity, "Components");
+    CheckCount(schema::CountFieldsOf(m_layout, m_layout.components->countOffset), count, capacity,
+               "Components");
   }
 
   void CheckComponentName(Index component) {
@@ -156,6 +170,8 @@ class StreamRules {
   const Document& m_document;
   const Layout& m_layout;
   InputSignalType m_signal;
+  std::vector<const char*> m_addresses;
+  std::vector<ListCount> m_lists;
   // Of the channel that is looked at.
   Index m_channel = kNone;
   Index m_streams = kNone;

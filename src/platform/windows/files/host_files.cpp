@@ -34,6 +34,15 @@ std::wstring PathOf(const std::string& utf8) {
   return wide_path::Lengthen(std::wstring(code_page::Widen(CP_UTF8, utf8).View()));
 }
 
+/// True where the file at the path is written with these letters.
+bool HasName(const std::wstring& path) {
+  WIN32_FIND_DATAW found = {};
+  const HANDLE search = FindFirstFileW(path.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return false;
+  FindClose(search);
+  return path.ends_with(found.cFileName);
+}
+
 bool IsFolder(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
@@ -81,10 +90,19 @@ bool RemoveFile(const std::string& path, std::string& cause) {
 bool RenameFile(const std::string& from, const std::string& to, std::string& cause) {
   const std::wstring source = PathOf(from);
   const std::wstring target = PathOf(to);
-  const auto move = [&] {
-    return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
+  const auto move = [](const std::wstring& before, const std::wstring& after) {
+    return in_use::Retry([&] {
+      return MoveFileExW(before.c_str(), after.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
+    });
   };
-  return Told(in_use::Retry(move), cause);
+  if (!Told(move(source, target), cause)) return false;
+  if (HasName(target)) return true;
+  // Some systems leave a name whose letters alone change.
+  const std::wstring between = PathOf(to + kBeingRenamed);
+  if (!Told(move(source, between), cause)) return false;
+  const bool isMoved = Told(move(between, target), cause);
+  if (!isMoved) move(between, source);
+  return isMoved;
 }
 
 bool MakeFolder(const std::string& path, std::string& cause) {
