@@ -1,0 +1,24 @@
+#include "kit/interchange/list/formats.h"
+
+#include <algorithm>
+
+#include "kit/interchange/json/json_reader.h"
+#include "kit/interchange/json/json_writer.h"
+#include "kit/text/signal_types.h"
+
+namespace interchange {
+
+std::span<const Format> Formats() {
+  static const Format kFormats[] = {
+      {"json", StorableSignalTypes(), StorableSignalTypes(), false, WriteJson, ReadJson},
+  };
+  return kFormats;
+}
+
+const Format* FindFormat(std::string_view name) {
+  const std::span<const Format> formats = Formats();
+  const auto found = std::ranges::find(formats, name, &Format::name);
+  return found == formats.end() ? nullptr : &*found;
+}
+
+}  // namespace interchange
