@@ -148,10 +148,21 @@ void ChannelBuilder::SetEntries(const Column& column, const std::vector<EntryVal
     m_losses.Add(Code::StreamsDropped, column.name, m_place,
                  static_cast<std::int64_t>(entries.size()), static_cast<std::int64_t>(capacity));
   }
-  BYTE* stored = m_channel.block.data() + (column.list != nullptr ? column.list->countOffset
-                                                                  : column.components->countOffset);
-  if (station_blocks::Fetch(stored, 4) < count) {
-    station_blocks::Store(stored, 4, static_cast<std::uint32_t>(count));
+  SetCount(column, count, capacity);
+}
+
+/// A full list may have a higher count, which the file keeps.
+void ChannelBuilder::SetCount(const Column& column, std::size_t count, std::size_t capacity) {
+  const std::size_t offset =
+      column.list != nullptr ? column.list->countOffset : column.components->countOffset;
+  BYTE* stored = m_channel.block.data() + offset;
+  const std::uint32_t given = station_blocks::Fetch(stored, 4);
+  if (given == count || (count == capacity && given > count)) return;
+  station_blocks::Store(stored, 4, static_cast<std::uint32_t>(count));
+  for (const Field& row : m_layout.elementStreams) {
+    if (row.offset != offset || given == 0) continue;
+    m_losses.Add(Code::ValueOutOfRange, row.attribute, m_place,
+                 std::int64_t{static_cast<std::int32_t>(given)}, static_cast<std::int64_t>(count));
   }
 }
 

@@ -27,8 +27,8 @@ class ChannelBuilder {
   void Begin(const Place& place);
   /// A value that the field cannot hold leaves it as it is, with a loss.
   void Set(const station_blocks::Field& field, const FieldValue& value);
-  /// Entries beyond the room of the list are dropped, with a loss. A count that the list has
-  /// already stays when it is higher.
+  /// Entries beyond the room of the list are dropped, with a loss. They make the count: another
+  /// one that was set before is a loss, unless the list is full.
   void SetEntries(const Column& column, const std::vector<EntryValues>& entries);
   /// The channel with what its record answers for it.
   Channel Take();
@@ -41,6 +41,7 @@ class ChannelBuilder {
   void SetNumber(const station_blocks::Field& field, const FieldValue& value);
   void SetComponent(const station_blocks::ComponentList& parts, std::size_t i,
                     const EntryValues& entry);
+  void SetCount(const Column& column, std::size_t count, std::size_t capacity);
   void SetEntry(const Column& column, std::size_t i, const EntryValues& entry);
   void StoreNumber(BYTE* place, std::size_t width, const std::string& name, const FieldValue& value,
                    bool isLanguage);

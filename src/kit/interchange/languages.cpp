@@ -10,7 +10,7 @@ constexpr std::size_t kLetters = 3;
 
 /// All codes of ISO 639-2, those for terms and those for bibliographies, in the order of the
 /// alphabet.
-constexpr std::string_view kCodes =
+constexpr std::string_view kLanguages =
     "aarabkaceachadaadyafaafhafrainakaakkalbalealgaltamhanganpapaaraarcargarmarnarpartarwasmast"
     "athausavaaveawaaymazebadbaibakbalbambanbaqbasbatbejbelbembenberbhobihbikbinbisblabntbodbos"
     "brabrebtkbuabugbulburbyncadcaicarcatcaucebcelceschachbchechgchichkchmchnchochpchrchuchvchy"
@@ -28,7 +28,7 @@ constexpr std::string_view kCodes =
     "srdsrnsrpsrrssasswsuksunsussuxswaswesycsyrtahtaitamtatteltemtertettgktglthatibtigtirtivtkl"
     "tlhtlitmhtogtontpitsitsntsotuktumtupturtuttvltwityvudmugauigukrumbundurduzbvaivenvievolvot"
     "wakwalwarwaswelwenwlnwolxalxhoyaoyapyidyorypkzapzblzenzghzhazhozndzulzunzxxzza";
-static_assert(kCodes.size() == 506 * kLetters);
+static_assert(kLanguages.size() == 506 * kLetters);
 
 /// Which one is meant where codes share their bits; of the others the first by the alphabet.
 constexpr std::string_view kPreferred = "bulcatceschidutheblatmacmaymisnorsrpturviewin";
@@ -44,17 +44,17 @@ struct Entry {
   bool shared = false;
 };
 
-constexpr std::array<Entry, 4096> MakeTable() {
+constexpr std::array<Entry, 4096> MakeByBits() {
   std::array<Entry, 4096> table = {};
-  for (std::size_t i = 0; i < kCodes.size(); i += kLetters) {
-    Entry& entry = table[Bits(kCodes.substr(i, kLetters))];
+  for (std::size_t i = 0; i < kLanguages.size(); i += kLetters) {
+    Entry& entry = table[Bits(kLanguages.substr(i, kLetters))];
     entry.shared = entry.place != 0;
     if (!entry.shared) entry.place = static_cast<std::uint16_t>(i + 1);
   }
   for (std::size_t i = 0; i < kPreferred.size(); i += kLetters) {
     const std::string_view code = kPreferred.substr(i, kLetters);
-    for (std::size_t j = 0; j < kCodes.size(); j += kLetters) {
-      if (kCodes.substr(j, kLetters) == code) {
+    for (std::size_t j = 0; j < kLanguages.size(); j += kLetters) {
+      if (kLanguages.substr(j, kLetters) == code) {
         table[Bits(code)].place = static_cast<std::uint16_t>(j + 1);
       }
     }
@@ -62,7 +62,7 @@ constexpr std::array<Entry, 4096> MakeTable() {
   return table;
 }
 
-constexpr std::array<Entry, 4096> kTable = MakeTable();
+constexpr std::array<Entry, 4096> kByBits = MakeByBits();
 
 constexpr bool IsLetter(char letter) { return (letter | 0x20) >= 'a' && (letter | 0x20) <= 'z'; }
 
@@ -74,8 +74,8 @@ std::uint32_t LanguageBits(std::string_view code) {
 }
 
 std::optional<Language> LanguageOf(std::uint32_t bits) {
-  if (bits == 0 || bits >= kTable.size() || kTable[bits].place == 0) return std::nullopt;
-  return Language{kCodes.substr(kTable[bits].place - 1U, kLetters), kTable[bits].shared};
+  if (bits == 0 || bits >= kByBits.size() || kByBits[bits].place == 0) return std::nullopt;
+  return Language{kLanguages.substr(kByBits[bits].place - 1U, kLetters), kByBits[bits].shared};
 }
 
 }  // namespace interchange

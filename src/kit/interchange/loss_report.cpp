@@ -10,7 +10,7 @@ using nlohmann::ordered_json;
 namespace interchange {
 namespace {
 
-ordered_json ToJson(const FieldValue& value) {
+ordered_json ValueJson(const FieldValue& value) {
   if (const auto* mark = std::get_if<bool>(&value)) return *mark;
   if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
@@ -22,8 +22,8 @@ ordered_json ChannelJson(const Loss& loss) {
   channel["index"] = loss.place.index ? ordered_json(*loss.place.index) : ordered_json(nullptr);
   channel["name"] = loss.place.name;
   channel["line"] = loss.place.line != 0 ? ordered_json(loss.place.line) : ordered_json(nullptr);
-  channel["value"] = ToJson(loss.value);
-  channel["became"] = ToJson(loss.became);
+  channel["value"] = ValueJson(loss.value);
+  channel["became"] = ValueJson(loss.became);
   return channel;
 }
 

@@ -27,9 +27,9 @@ FieldValue PlainValue(const ordered_json& json) {
   return {};
 }
 
-class Reader {
+class DocumentReader {
  public:
-  Reader(const ImportRequest& request, Losses& losses)
+  DocumentReader(const ImportRequest& request, Losses& losses)
       : m_signal(request.context.signal),
         m_layout(LayoutOf(m_signal)),
         m_columns(ColumnsOf(m_signal)),
@@ -161,7 +161,7 @@ ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& 
   const ordered_json document = Parse(input.bytes);
   RequireChannels(document, request.context.signal);
   ImportResult result;
-  Reader reader(request, losses);
+  DocumentReader reader(request, losses);
   for (const ordered_json& channel : document["channels"]) {
     reader.Take(channel, result.read + 1, result);
   }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "kit/interchange/csv/csv_reader.h"
+#include "kit/interchange/csv/csv_writer.h"
 #include "kit/interchange/json/json_reader.h"
 #include "kit/interchange/json/json_writer.h"
 #include "kit/text/signal_types.h"
@@ -10,6 +12,7 @@ namespace interchange {
 
 std::span<const Format> Formats() {
   static const Format kFormats[] = {
+      {"csv", StorableSignalTypes(), StorableSignalTypes(), false, WriteCsv, ReadCsv},
       {"json", StorableSignalTypes(), StorableSignalTypes(), false, WriteJson, ReadJson},
   };
   return kFormats;
