@@ -37,7 +37,7 @@ TEST(WholeFormats, KeepRandomChannelsOfEveryType) {
   for (const InputSignalType signal : StorableSignalTypes()) {
     SCOPED_TRACE(SignalTypeName(signal));
     Exchange exchange(999, signal);
-    for (UINT i = 0; i < 100; ++i) {
+    for (UINT i = 0; i < 40; ++i) {
       const UINT last = i == 0 ? 0 : exchange.Channels().back().index;
       exchange.Channels().push_back(RandomChannel(exchange, random, last + 1 + random(3)));
     }

@@ -20,7 +20,11 @@ void WriteJson(const ExportRequest& request, Output& output, Losses&) {
   document["codepage"] = context.codePage ? ordered_json(*context.codePage) : ordered_json(nullptr);
   ordered_json& channels = document["channels"] = ordered_json::array();
   for (std::size_t i = 0; i < request.channels.size(); ++i) {
-    channels.push_back(channel_json::Whole(request.channels[i], context.signal, context.narrow));
+    const Channel& channel = request.channels[i];
+    ordered_json json = channel_json::Whole(channel, context.signal, context.narrow);
+    // A mark says less than a lock of another number.
+    if (channel.lock != 0 && channel.lock != 1) json["lock"] = channel.lock;
+    channels.push_back(std::move(json));
     output.written.push_back(i);
   }
   output.Bytes() = document.dump(2) + "\n";
