@@ -1,6 +1,6 @@
 #include "kit/interchange/csv/csv_reader.h"
 
-#include <algorithm>
+#include <set>
 
 #include "kit/failure.h"
 #include "kit/interchange/channel_builder.h"
@@ -23,14 +23,13 @@ class TableReader {
 
   /// False when the row names no column of the signal type.
   bool TakeNames(const csv::Row& row) {
+    std::set<const Column*> named;
     for (const std::string& name : row.cells) {
       const Column* column = Find(name);
-      const bool again = std::ranges::find(m_columns, column) != m_columns.end();
-      m_columns.push_back(again ? nullptr : column);
+      const bool isFirst = column != nullptr && named.insert(column).second;
+      m_columns.push_back(isFirst ? column : nullptr);
     }
-    if (std::ranges::all_of(m_columns, [](const Column* column) { return column == nullptr; })) {
-      return false;
-    }
+    if (named.empty()) return false;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
       if (m_columns[i] == nullptr && !row.cells[i].empty()) {
         m_losses.Add(Code::KeyUnknown, row.cells[i], {std::nullopt, {}, row.line});
