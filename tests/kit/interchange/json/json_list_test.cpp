@@ -129,8 +129,7 @@ TEST(JsonList, ComesToAnEndWithHostileDocuments) {
   EXPECT_EQ("L201 name",
             CodesOf(exchange.In("json", head + "{\"name\":\"" + repeated("x") + "\"}]}").losses));
   EXPECT_EQ("L501 channels", CodesOf(exchange.In("json", head + repeated("1,") + "1]}").losses));
-  const Import deep =
-      exchange.In("json", head + repeated("[") + std::string(200'000, ']') + "]}");
+  const Import deep = exchange.In("json", head + repeated("[") + std::string(200'000, ']') + "]}");
   EXPECT_EQ("L501 channels", CodesOf(deep.losses));
 }
 
