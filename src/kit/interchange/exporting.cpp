@@ -2,6 +2,7 @@
 
 #include "kit/failure.h"
 #include "kit/interchange/comparison.h"
+#include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
 namespace interchange {
@@ -44,6 +45,12 @@ Export ExportChannels(const Format& format, const ExportRequest& request) {
   if (!Holds(format.out, request.context.signal)) {
     throw Failure{E_NOTIMPL, std::string("the format ") + format.name + " has no form for " +
                                  SignalTypeName(request.context.signal)};
+  }
+  const std::size_t size = LayoutOf(request.context.signal).size;
+  for (const Channel& channel : request.channels) {
+    if (channel.block.size() >= size) continue;
+    throw InvalidArgument{"a channel has not the station block of " +
+                          SignalTypeName(request.context.signal)};
   }
   Export result;
   format.write(request, result.output, result.losses);
