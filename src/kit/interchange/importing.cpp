@@ -1,0 +1,69 @@
+#include "kit/interchange/importing.h"
+
+#include "kit/failure.h"
+#include "kit/interchange/comparison.h"
+#include "kit/saving/stored_form.h"
+#include "kit/text/signal_types.h"
+
+namespace interchange {
+namespace {
+
+bool Ascend(const std::vector<ImportedChannel>& channels) {
+  UINT last = 0;
+  for (const ImportedChannel& imported : channels) {
+    // The highest number stands for no index.
+    if (imported.channel.index <= last || imported.channel.index == UINT32_MAX) return false;
+    last = imported.channel.index;
+  }
+  return true;
+}
+
+void Renumber(std::vector<ImportedChannel>& channels, UINT first, Losses& losses) {
+  UINT next = first;
+  for (ImportedChannel& imported : channels) {
+    const UINT was = std::exchange(imported.channel.index, next++);
+    if (was == imported.channel.index) continue;
+    losses.Add(Code::MarkDropped, "index",
+               {was, utf::FromWide(imported.channel.displayName), imported.line}, std::int64_t{was},
+               std::int64_t{imported.channel.index});
+  }
+}
+
+/// What the channel file keeps of a channel, with a loss for what it does not.
+Channel Stored(const ImportedChannel& imported, const ImportRequest& request, IChannelInfoMgr* list,
+               Losses& losses) {
+  const ListContext& context = request.context;
+  const Channel stored = AsStored(imported.channel, context.signal, context.narrow, list);
+  if (FirstDifference(imported.channel, stored, nullptr) != nullptr) {
+    AddDifferences(imported.channel, stored, {context}, losses);
+  }
+  return stored;
+}
+
+}  // namespace
+
+Import ImportChannels(const Format& format, const Input& input, const ImportRequest& request,
+                      Into into) {
+  const ListContext& context = request.context;
+  if (!Holds(format.in, context.signal)) {
+    throw Failure{E_NOTIMPL, std::string("the format ") + format.name + " brings no channels of " +
+                                 SignalTypeName(context.signal)};
+  }
+  Import made;
+  made.table = {context.country, context.signal, {}};
+  ImportResult result = format.read(input, request, made.losses);
+  made.read = result.read;
+  made.taken = result.channels.size();
+  const bool appends = into == Into::Append && !result.isWhole;
+  if (appends) made.table.channels = request.current;
+  const UINT last = made.table.channels.empty() ? 0 : made.table.channels.back().index;
+  FillIndexes(result.channels);
+  if (appends || !Ascend(result.channels)) Renumber(result.channels, last + 1, made.losses);
+  const ComPtr<IChannelInfoMgr> list = context.database.List(context.signal);
+  for (const ImportedChannel& imported : result.channels) {
+    made.table.channels.push_back(Stored(imported, request, list.Get(), made.losses));
+  }
+  return made;
+}
+
+}  // namespace interchange

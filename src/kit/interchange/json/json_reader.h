@@ -1,0 +1,11 @@
+// Reads the documents that the JSON writer makes, also where people changed them.
+#pragma once
+
+#include "kit/interchange/format.h"
+
+namespace interchange {
+
+/// Failure for what is no such document, and for one of another signal type.
+ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& losses);
+
+}  // namespace interchange

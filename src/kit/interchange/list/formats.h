@@ -1,0 +1,14 @@
+// The formats that lists leave and enter in.
+#pragma once
+
+#include <string_view>
+
+#include "kit/interchange/format.h"
+
+namespace interchange {
+
+std::span<const Format> Formats();
+/// By its name; null when there is none.
+const Format* FindFormat(std::string_view name);
+
+}  // namespace interchange

@@ -1,0 +1,63 @@
+#include "kit/interchange/loss.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace interchange {
+namespace {
+
+constexpr CodeMeaning kCodes[] = {
+    {Code::NoPlace, "field without a place in the target"},
+    {Code::StreamsDropped, "further streams of a kind dropped"},
+    {Code::StreamKindDropped, "stream types or languages dropped"},
+    {Code::MarkDropped, "favourite, lock or order dropped"},
+    {Code::WordLacking, "word that the list lacks became NotSet"},
+    {Code::SecondGenerationDropped, "roll-off, pilot, stream id or T2 value dropped"},
+    {Code::CaIdsBecameFlag, "several CA ids became a flag"},
+    {Code::StreamUnknown, "stream of unknown kind left out"},
+    {Code::NameChanged, "name changed: separator, length or code page"},
+    {Code::NumberRounded, "number rounded"},
+    {Code::CaFlagCleared, "CA flag became 0"},
+    {Code::ProviderTaken, "provider taken as network name"},
+    {Code::SystemAssumed, "system or modulation assumed"},
+    {Code::LanguageAssumed, "language assumed"},
+    {Code::TypeAssumed, "stream or service type assumed"},
+    {Code::PositionUnknown, "position unknown, taken as 0"},
+    {Code::TuningDerived, "bandwidth or RF channel derived"},
+    {Code::SignalNotOfTarget, "signal without a form in the target: channel left out"},
+    {Code::SignalNotOfList, "signal without a form in the list: channel left out"},
+    {Code::IdentityTwice, "identity twice: channel left out"},
+    {Code::NoIdentity, "no identity: channel left out"},
+    {Code::LineNotUnderstood, "line not understood: left out"},
+    {Code::KeyUnknown, "unknown key ignored"},
+    {Code::ValueOutOfRange, "value out of range: left out"},
+};
+static_assert(std::ranges::is_sorted(kCodes, {}, &CodeMeaning::code));
+
+}  // namespace
+
+std::span<const CodeMeaning> Codes() { return kCodes; }
+
+std::string CodeName(Code code) { return "L" + std::to_string(static_cast<unsigned>(code)); }
+
+const char* MeaningOf(Code code) {
+  return std::ranges::lower_bound(kCodes, code, {}, &CodeMeaning::code)->text;
+}
+
+void Losses::Add(Code code, std::string_view field, const Place& place, FieldValue value,
+                 FieldValue became) {
+  m_all.push_back({code, std::string(field), place, std::move(value), std::move(became)});
+}
+
+void Losses::Take(Losses&& more) {
+  m_all.insert(m_all.end(), std::make_move_iterator(more.m_all.begin()),
+               std::make_move_iterator(more.m_all.end()));
+  more.m_all.clear();
+}
+
+bool Losses::Has(Code code) const {
+  return std::ranges::any_of(m_all, [code](const Loss& loss) { return loss.code == code; });
+}
+
+}  // namespace interchange

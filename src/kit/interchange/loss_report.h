@@ -1,0 +1,28 @@
+// The report of what was lost, for programs and for people.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "kit/interchange/loss.h"
+
+namespace interchange {
+
+enum class Direction { Export, Import };
+
+struct LossReport {
+  Direction direction = Direction::Export;
+  std::string format;
+  std::size_t read = 0;     ///< channels that there were
+  std::size_t written = 0;  ///< channels that came through
+  const Losses& losses;
+};
+
+/// {"tunedex":"loss","version":1,"direction","format","read","written","losses":[{"code","field",
+/// "count","channels":[{"index","name","line","value","became"}]}]}, by code and field.
+nlohmann::ordered_json LossJson(const LossReport& report);
+
+/// A line for each code, with its fields and how many channels are meant; empty for no losses.
+std::string LossText(const LossReport& report);
+
+}  // namespace interchange

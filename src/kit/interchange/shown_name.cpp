@@ -1,0 +1,18 @@
+#include "kit/interchange/shown_name.h"
+
+#include "kit/interchange/channel_builder.h"
+
+namespace interchange {
+
+WideText FilledName(const Channel& channel, const ListContext& context) {
+  Channel unnamed = channel;
+  unnamed.displayName.clear();
+  return Completed(unnamed, context).displayName;
+}
+
+bool IsFilledName(const Channel& channel, const ListContext& context) {
+  if (channel.displayName.empty() || channel.displayName == channel.name) return true;
+  return channel.displayName == FilledName(channel, context);
+}
+
+}  // namespace interchange
