@@ -6,6 +6,8 @@
 #include "kit/interchange/csv/csv_writer.h"
 #include "kit/interchange/json/json_reader.h"
 #include "kit/interchange/json/json_writer.h"
+#include "kit/interchange/vdr/vdr_reader.h"
+#include "kit/interchange/vdr/vdr_writer.h"
 #include "kit/text/signal_types.h"
 
 namespace interchange {
@@ -14,6 +16,7 @@ std::span<const Format> Formats() {
   static const Format kFormats[] = {
       {"csv", StorableSignalTypes(), StorableSignalTypes(), false, WriteCsv, ReadCsv},
       {"json", StorableSignalTypes(), StorableSignalTypes(), false, WriteJson, ReadJson},
+      {"vdr", vdr::kSignals, vdr::kSignals, false, vdr::Write, vdr::Read, nullptr, vdr::kCodes},
   };
   return kFormats;
 }
