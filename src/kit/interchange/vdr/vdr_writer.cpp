@@ -35,7 +35,10 @@ std::string NameField(const Service& service) {
   std::string name = InField(service.name);
   if (name.empty()) name = "#" + std::to_string(service.serviceId);
   if (name.find(',') != std::string::npos) name += ',';
-  return service.provider.empty() ? name : name + ";" + InField(service.provider);
+  // The program drops one of blanks alone.
+  const std::string provider = InField(service.provider);
+  const bool isBlank = provider.find_first_not_of(' ') == std::string::npos;
+  return isBlank ? name : name + ";" + provider;
 }
 
 std::string SatelliteParameters(const Tuning& tuning) {
