@@ -45,6 +45,8 @@ constexpr Command kCommands[] = {
     {"channels lock", commands::LockChannel, Does::Change},
     {"channels move", commands::MoveChannel, Does::Change},
     {"channels sort", commands::SortChannels, Does::Change},
+    {"channels export", commands::ExportChannels, Does::Make},
+    {"channels import", commands::ImportChannels, Does::Change},
     {"catalogue build", commands::BuildCatalogue, Does::Make},
     {"satellites list", commands::ListSatellites},
     {"satellites show", commands::ShowSatellite},

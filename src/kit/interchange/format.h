@@ -112,6 +112,9 @@ struct Format {
   std::vector<Channel> (*readBack)(const Output& output, const ExportRequest& request) = nullptr;
   /// Fields whose difference has another code than the usual one.
   std::span<const FieldCode> codes = {};
+  /// What it takes of the command line beyond what all take: "--names".
+  std::span<const char* const> options = {};
+  bool usesDishes = false;  ///< it names dishes where the list has positions
 };
 
 /// True when channels of the type are among them.

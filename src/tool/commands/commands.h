@@ -23,6 +23,9 @@ void LockChannel(const Options& options);
 void MoveChannel(const Options& options);
 void SortChannels(const Options& options);
 
+void ExportChannels(const Options& options);
+void ImportChannels(const Options& options);
+
 void BuildCatalogue(const Options& options);
 void ListSatellites(const Options& options);
 void ShowSatellite(const Options& options);

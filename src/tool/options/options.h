@@ -12,6 +12,7 @@
 #include "kit/model/field_setter.h"
 #include "kit/reading/readable.h"
 #include "kit/selection/channel_filter.h"
+#include "tool/options/exchange.h"
 
 /// Which of the two names `channels rename` changes.
 enum class RenameTarget { Both, NameOnly, DisplayOnly };
@@ -72,6 +73,8 @@ struct Options {
   std::optional<check::Severity> level;
   std::set<std::string, std::less<>> codes;  ///< to be repaired; empty: all
   std::set<check::Option> repairs;           ///< beyond the default
+
+  ExchangeOptions exchange;
 
   std::string batchFile;       ///< empty or "-": standard input
   std::vector<Options> batch;  ///< its commands

@@ -12,9 +12,24 @@
 
 namespace interchange {
 
+namespace {
+
+// Options that a format takes beyond those of all.
+constexpr const char* kOfTables[] = {"--no-mark"};
+
+}  // namespace
+
 std::span<const Format> Formats() {
   static const Format kFormats[] = {
-      {"csv", StorableSignalTypes(), StorableSignalTypes(), false, WriteCsv, ReadCsv},
+      {"csv",
+       StorableSignalTypes(),
+       StorableSignalTypes(),
+       false,
+       WriteCsv,
+       ReadCsv,
+       nullptr,
+       {},
+       kOfTables},
       {"json", StorableSignalTypes(), StorableSignalTypes(), false, WriteJson, ReadJson},
       {"vdr", vdr::kSignals, vdr::kSignals, false, vdr::Write, vdr::Read, nullptr, vdr::kCodes},
   };

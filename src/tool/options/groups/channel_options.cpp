@@ -5,6 +5,7 @@
 
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
+#include "tool/options/groups/exchange_options.h"
 #include "tool/options/groups/option_helpers.h"
 #include "tool/options/usage_error.h"
 
@@ -256,6 +257,7 @@ void AddChannelCommands(CLI::App& app, Options& options) {
   channels->require_subcommand(1);
   AddReadingCommands(channels, options);
   AddEditingCommands(channels, options);
+  AddExchangeCommands(channels, options);
 }
 
 void CompleteChannelOptions(const Options& options) {
@@ -264,6 +266,7 @@ void CompleteChannelOptions(const Options& options) {
       options.number.has_value() == options.like.has_value()) {
     throw UsageError{"channels find takes either --number or --like"};
   }
+  CompleteExchangeOptions(options);
   RequireChoice(options);
   if (options.command == "channels set" && options.assignments.empty()) {
     throw UsageError{"channels set needs something to set"};

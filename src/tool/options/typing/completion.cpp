@@ -46,7 +46,15 @@ void AddArgument(const CLI::Option& option, Tables& tables, Words& takers) {
   if (option.get_items_expected_max() == 0 || names.empty()) return;
   if (std::find(takers.begin(), takers.end(), names.front()) != takers.end()) return;
   takers.insert(takers.end(), names.begin(), names.end());
-  tables.arguments += "    " + Joined(names, "|") + ") " + Offer(option, names.front()) + " ;;\n";
+  std::string offer = Offer(option, names.front());
+  // The option of all commands, and that of lists.
+  if (names.front() == "--format") {
+    offer = "known=(" + Joined(WordsOf("--format"), " ") +
+            ")\n"
+            "      [[ $place == channels\\ *port ]] && known=(" +
+            Joined(WordsOf(kListFormat), " ") + ")";
+  }
+  tables.arguments += "    " + Joined(names, "|") + ") " + offer + " ;;\n";
 }
 
 void AddPlaceTo(const Place& place, const Words& globals, Tables& tables) {

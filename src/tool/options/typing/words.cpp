@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "kit/interchange/list/formats.h"
 #include "kit/text/nearest.h"
 #include "kit/text/signal_types.h"
 #include "tool/options/typing/country_names.h"
@@ -17,12 +18,20 @@ Words SignalNames() {
   return names;
 }
 
+Words FormatNames() {
+  Words names;
+  for (const interchange::Format& format : interchange::Formats()) names.emplace_back(format.name);
+  return names;
+}
+
 }  // namespace
 
 Words WordsOf(const std::string& option) {
   static const std::map<std::string, Words> kWords = {
       {"--format", {"plain", "preformatted"}},
       {"FORM", {"plain", "preformatted"}},
+      {"--names", {"shown", "broadcast"}},
+      {"--target", {"satip"}},
       {"--service", {"tv", "radio", "data", "other", "all"}},
       {"KEY", {"number", "service"}},
       {"--level", {"error", "warning", "note"}},
@@ -37,6 +46,7 @@ Words WordsOf(const std::string& option) {
   };
   if (option == "--signal") return SignalNames();
   if (option == "--country") return CountryIsoCodes();
+  if (option == kListFormat) return FormatNames();
   const auto found = kWords.find(option);
   return found == kWords.end() ? Words() : found->second;
 }

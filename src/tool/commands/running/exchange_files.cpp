@@ -1,0 +1,55 @@
+#include "tool/commands/running/exchange_files.h"
+
+#include <iostream>
+
+#include "kit/failure.h"
+#include "kit/files/folder.h"
+#include "kit/files/whole_file.h"
+#include "platform/host.h"
+
+namespace fs = std::filesystem;
+
+using interchange::Input;
+using interchange::Output;
+using interchange::OutputFile;
+
+namespace {
+
+std::string Below(const std::string& folder, const std::string& name) {
+  const std::u8string path = (whole_file::PathOf(folder) / whole_file::PathOf(name)).u8string();
+  return {path.begin(), path.end()};
+}
+
+}  // namespace
+
+Input ReadInput(const std::string& path, const interchange::Format& format) {
+  Input input;
+  std::error_code error;
+  if (fs::is_directory(whole_file::PathOf(path), error)) {
+    if (!format.isFolder) throw Failure{E_INVALIDARG, path + " is a folder"};
+    input.isFolder = true;
+    input.names = NamesIn(path);
+    input.read = [path](const std::string& name) {
+      return whole_file::Read(whole_file::PathOf(Below(path, name)));
+    };
+    return input;
+  }
+  std::optional<std::string> bytes = whole_file::Read(whole_file::PathOf(path));
+  if (!bytes) throw Failure{E_FAIL, path + " is not there or cannot be read"};
+  input.bytes = *std::move(bytes);
+  return input;
+}
+
+void WriteOutputFiles(const Output& output, const std::string& path, bool isFolder) {
+  if (path.empty()) {
+    for (const OutputFile& file : output.files) std::cout << file.bytes;
+    return;
+  }
+  std::string cause;
+  if (isFolder && !host::MakeFolder(path, cause)) {
+    throw Failure{E_FAIL, path + " cannot be made: " + cause};
+  }
+  for (const OutputFile& file : output.files) {
+    whole_file::Replace(isFolder ? Below(path, file.name) : path, file.bytes);
+  }
+}

@@ -1,0 +1,11 @@
+// The files that lists leave and enter in.
+#pragma once
+
+#include "kit/interchange/format.h"
+
+/// A file, or a folder where the format has one. Failure for what is not there.
+interchange::Input ReadInput(const std::string& path, const interchange::Format& format);
+
+/// Writes the file, or the files of a folder that is made where it is not there: each as a whole or
+/// not at all. Without a path the file is printed.
+void WriteOutputFiles(const interchange::Output& output, const std::string& path, bool isFolder);
