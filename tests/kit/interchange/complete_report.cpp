@@ -35,9 +35,11 @@ void AddMember(const std::string& name, const ordered_json& value, Values& value
 Values ValuesOf(const Exchange& exchange, const Channel& channel) {
   // Under the names that the file has for what a record answers. The rest follows from the block.
   static const std::map<std::string, std::string> kNames = {
-      {"index", "index"},       {"number", "physicalChannel"}, {"frequency", "freq"},
-      {"offset", "freqOffset"}, {"tsid", "TSID"},              {"favorite", "favor"},
-      {"lock", "lock"},         {"displayName", "nameDisplay"}, {"name", "name"}};
+      {"index", "index"},    {"number", "physicalChannel"},
+      {"frequency", "freq"}, {"offset", "freqOffset"},
+      {"tsid", "TSID"},      {"favorite", "favor"},
+      {"lock", "lock"},      {"displayName", "nameDisplay"},
+      {"name", "name"}};
   Values values;
   const ordered_json summary = channel_json::Summary(channel);
   for (const auto& [name, value] : summary.items()) {
@@ -99,8 +101,7 @@ void ExpectCompleteReport(const Exchange& exchange, const char* format) {
       named.insert(loss.field);
       if (!IsAssumption(loss.code)) lost.insert(loss.field);
     }
-    const std::vector<std::string> differ =
-        FieldsThatDiffer(exchange, was, in.table.channels[i]);
+    const std::vector<std::string> differ = FieldsThatDiffer(exchange, was, in.table.channels[i]);
     for (const std::string& field : differ) EXPECT_TRUE(named.contains(field)) << field;
     for (const std::string& field : lost) {
       EXPECT_TRUE(std::ranges::binary_search(differ, field)) << field << " is not lost";

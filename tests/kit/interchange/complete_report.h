@@ -8,7 +8,7 @@
 std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channel& a,
                                           const Channel& b);
 
-/// Exports the list and imports the file where there is no list. Every value that came back different
-/// must have a loss, and every loss of a channel that is in the file, but for what was assumed, a
-/// value. What is exported then must be the same file.
+/// Exports the list and imports the file where there is no list. Every value that came back
+/// different must have a loss, and every loss of a channel that is in the file, but for what was
+/// assumed, a value. What is exported then must be the same file.
 void ExpectCompleteReport(const Exchange& exchange, const char* format);

@@ -31,8 +31,8 @@ void AddChannel(Exchange& exchange, UINT index, const std::string& values, const
 void FillWithRandomChannels(Exchange& exchange, Random& random, UINT count) {
   const FieldSetter setter(exchange.Signal(), exchange.Narrow());
   const bool isSatellite = exchange.Signal() == InputSignalDVBSatellite;
-  const bool isAtsc = exchange.Signal() == InputSignalATSCAntenna ||
-                      exchange.Signal() == InputSignalATSCCable;
+  const bool isAtsc =
+      exchange.Signal() == InputSignalATSCAntenna || exchange.Signal() == InputSignalATSCCable;
   UINT index = 0;
   for (UINT i = 0; i < count; ++i) {
     index += 1 + (random(4) == 0 ? random(50) : 0);

@@ -30,8 +30,7 @@ class VdrProgram : public testing::Test {
 
 /// The lines that differ first; empty where nothing does.
 std::string FirstDifferentLines(const std::string& a, const std::string& b) {
-  const std::size_t place = static_cast<std::size_t>(
-      std::ranges::mismatch(a, b).in1 - a.begin());
+  const std::size_t place = static_cast<std::size_t>(std::ranges::mismatch(a, b).in1 - a.begin());
   if (place == a.size() && a.size() == b.size()) return {};
   const auto lineAt = [place](const std::string& text) {
     const std::size_t before = place == 0 ? std::string::npos : text.rfind('\n', place - 1);
@@ -70,7 +69,8 @@ TEST_F(VdrProgram, UnderstandsNamesNumbersAndParametersAsTheyAreMeant) {
   const std::string common = "serviceID=5 ONID=1 TSID=2 freq=11493000 orbitalPosition=300";
   AddChannel(exchange, 3, common + " westPosition=1 polarisation=LinearH modulation=QPSK",
              {"A:B, C", "", "x;y"});
-  AddChannel(exchange, 9, common + " polarisation=CircularL innerFECRate=5/6 spectralInversion=normal",
+  AddChannel(exchange, 9,
+             common + " polarisation=CircularL innerFECRate=5/6 spectralInversion=normal",
              {"", "", ""});
   Export out = exchange.Out("vdr");
   EXPECT_EQ("3|A:B, C||x,y|S30.0W-1-2-5|HM2S0\n9|#5|||S30.0E-1-2-5|LC56I0O0P0S1\n",
