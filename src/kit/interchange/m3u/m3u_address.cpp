@@ -98,7 +98,7 @@ constexpr Word<std::string (*)(const Service&)> kValues[] = {
     {[](const Service& service) { return SystemText(service); }, "msys"},
 };
 
-/// Calls for each piece of a template: text, or the name of a value.
+/// Calls for each piece of a template whose braces are closed: text, or the name of a value.
 template <typename Take>
 void ForPieces(std::string_view text, Take take) {
   while (!text.empty()) {
@@ -107,8 +107,8 @@ void ForPieces(std::string_view text, Take take) {
     text.remove_prefix(open);
     if (text.empty()) return;
     const std::size_t close = text.find('}');
-    take(text.substr(1, close == std::string_view::npos ? close : close - 1), true);
-    text.remove_prefix(close == std::string_view::npos ? text.size() : close + 1);
+    take(text.substr(1, close - 1), true);
+    text.remove_prefix(close + 1);
   }
 }
 
@@ -162,6 +162,10 @@ std::string OwnAddress(const Channel& channel, const ListContext& context) {
 }  // namespace
 
 void RequireAddresses(const ExportRequest& request) {
+  const std::size_t open = request.urlTemplate.rfind('{');
+  if (open != std::string::npos && request.urlTemplate.find('}', open) == std::string::npos) {
+    throw Failure{E_INVALIDARG, "the template has a { without a }"};
+  }
   ForPieces(request.urlTemplate, [](std::string_view piece, bool isName) {
     const bool isKnown =
         std::ranges::any_of(kValues, [&](const auto& known) { return piece == known.text; });

@@ -112,6 +112,11 @@ class LineReader {
   std::uint32_t RadioId() const { return m_radioId; }
 
  private:
+  bool IsAtsc() const {
+    return m_service.delivery != InputSignalDVBSatellite &&
+           m_service.delivery != InputSignalDVBTerrestrial;
+  }
+
   std::string_view At(Part part) const { return m_line.parts[part]; }
 
   void Lose(Code code, std::string_view field, FieldValue value = {}, FieldValue became = {}) {
@@ -196,7 +201,8 @@ class LineReader {
     std::string_view clock = CutAt(type, '=');
     const std::uint32_t pid = NumberOf(CutAt(clock, '+'), kHighestPid, "VideoStream.pid");
     if (!clock.empty()) m_service.pcrPid = NumberOf(clock, kHighestPid, "PcrPID");
-    if (m_service.pcrPid == 0) m_service.pcrPid = pid;
+    // Lists of ATSC have no clock, so that none is lost where none is said.
+    if (m_service.pcrPid == 0 && !IsAtsc()) m_service.pcrPid = pid;
     if (pid == 0) return;
     m_service.Of(StreamKind::Video)
         .push_back({TypeOf(type, kUsualVideo, "VideoStream.type"), pid, {}});
@@ -270,11 +276,9 @@ class LineReader {
   }
 
   void AssumeServiceType() {
-    const bool isAtsc = m_service.delivery != InputSignalDVBSatellite &&
-                        m_service.delivery != InputSignalDVBTerrestrial;
     const bool hasVideo = !m_service.Of(StreamKind::Video).empty();
     if (!hasVideo && m_service.Of(StreamKind::Audio).empty()) return;
-    m_service.serviceType = (hasVideo ? 1 : 2) + (isAtsc ? 1 : 0);
+    m_service.serviceType = (hasVideo ? 1 : 2) + (IsAtsc() ? 1 : 0);
     Lose(Code::TypeAssumed, "serviceType", {}, std::int64_t{m_service.serviceType});
   }
 
