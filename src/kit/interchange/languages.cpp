@@ -31,7 +31,7 @@ constexpr std::string_view kLanguages =
 static_assert(kLanguages.size() == 506 * kLetters);
 
 /// Which one is meant where codes share their bits; of the others the first by the alphabet.
-constexpr std::string_view kPreferred = "bulcatceschidutheblatmacmaymisnorsrpturviewin";
+constexpr std::string_view kPreferred = "bulcatceschidutheblatmacmaymisnorsrpturvie";
 
 constexpr std::uint32_t Bits(std::string_view code) {
   std::uint32_t bits = 0;

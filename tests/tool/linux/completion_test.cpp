@@ -42,6 +42,10 @@ TEST(Completion, OffersWhatOptionsAndArgumentsTake) {
   EXPECT_EQ("DEU", Offered("tunedex --country DE"));
   EXPECT_EQ("number service", Offered("tunedex channels sort ''"));
   EXPECT_EQ("plain preformatted", Offered("tunedex format p"));
+  EXPECT_EQ("plain preformatted", Offered("tunedex --format ''"));
+  EXPECT_EQ("plain preformatted", Offered("tunedex channels list --format ''"));
+  EXPECT_EQ("csv", Offered("tunedex channels export --format c"));
+  EXPECT_EQ("json", Offered("tunedex --json channels import x --format j"));
   EXPECT_EQ("/usr", Offered("tunedex --dir /us"));
   EXPECT_EQ("", Offered("tunedex channels add --name c"));
 }

@@ -1,6 +1,6 @@
 #include "kit/interchange/csv/csv_reader.h"
 
-#include <algorithm>
+#include <set>
 
 #include "kit/failure.h"
 #include "kit/interchange/channel_builder.h"
@@ -23,16 +23,13 @@ class TableReader {
 
   /// False when the row names no column of the signal type.
   bool TakeNames(const csv::Row& row) {
+    std::set<const Column*> named;
     for (const std::string& name : row.cells) {
-      const auto known = std::ranges::find_if(m_known, [&](const Column& column) {
-        return EqualIgnoringCase(column.name, name) &&
-               std::ranges::find(m_columns, &column) == m_columns.end();
-      });
-      m_columns.push_back(known == m_known.end() ? nullptr : &*known);
+      const Column* column = Find(name);
+      const bool isFirst = column != nullptr && named.insert(column).second;
+      m_columns.push_back(isFirst ? column : nullptr);
     }
-    if (std::ranges::all_of(m_columns, [](const Column* column) { return column == nullptr; })) {
-      return false;
-    }
+    if (named.empty()) return false;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
       if (m_columns[i] == nullptr && !row.cells[i].empty()) {
         m_losses.Add(Code::KeyUnknown, row.cells[i], {std::nullopt, {}, row.line});
@@ -55,6 +52,20 @@ class TableReader {
   }
 
  private:
+  /// A list and the number of the stream that is selected in it are told apart by their letters
+  /// alone (AudioStream, audioStream): names in other letters count where one column fits.
+  const Column* Find(const std::string& name) const {
+    const Column* alike = nullptr;
+    std::size_t count = 0;
+    for (const Column& column : m_known) {
+      if (column.name == name) return &column;
+      if (!EqualIgnoringCase(column.name, name)) continue;
+      alike = &column;
+      ++count;
+    }
+    return count == 1 ? alike : nullptr;
+  }
+
   Place PlaceOf(const csv::Row& row) const {
     Place place{std::nullopt, {}, row.line};
     for (std::size_t i = 0; i < m_columns.size(); ++i) {

@@ -1,0 +1,4 @@
+// Any bytes as a document of channels.
+#include "support/exchange.h"
+
+void Fuzz(const BYTE* data, std::size_t size) { FuzzReader("json", true, data, size); }

@@ -1,0 +1,72 @@
+#include "kit/interchange/loss_report.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <set>
+
+namespace {
+
+using interchange::Code;
+using interchange::CodeMeaning;
+using interchange::CodeName;
+using interchange::Direction;
+using interchange::Losses;
+using nlohmann::ordered_json;
+
+Losses Some() {
+  Losses losses;
+  losses.Add(Code::NumberRounded, "freq", {5U, "ZDF", 0}, std::int64_t{11361750},
+             std::int64_t{11362000});
+  losses.Add(Code::NoPlace, "lock", {5U, "ZDF", 0}, true);
+  losses.Add(Code::NumberRounded, "freq", {std::nullopt, "arte", 12}, std::string("x"));
+  return losses;
+}
+
+TEST(LossReport, IsADocumentByCodeAndField) {
+  const Losses losses = Some();
+  EXPECT_EQ(ordered_json::parse(R"({
+      "tunedex": "loss", "version": 1, "direction": "export", "format": "vdr",
+      "read": 7, "written": 6, "losses": [
+        {"code": "L101", "field": "lock", "count": 1, "channels": [
+          {"index": 5, "name": "ZDF", "line": null, "value": true, "became": null}]},
+        {"code": "L202", "field": "freq", "count": 2, "channels": [
+          {"index": 5, "name": "ZDF", "line": null, "value": 11361750, "became": 11362000},
+          {"index": null, "name": "arte", "line": 12, "value": "x", "became": null}]}]})"),
+            interchange::LossJson({Direction::Export, "vdr", 7, 6, losses}));
+  EXPECT_EQ("import",
+            interchange::LossJson({Direction::Import, "vdr", 7, 6, losses}).at("direction"));
+}
+
+TEST(LossReport, IsALineACode) {
+  const Losses losses = Some();
+  EXPECT_EQ(
+      "L101 field without a place in the target, once: lock\n"
+      "L202 number rounded, 2 times: freq\n",
+      interchange::LossText({Direction::Export, "vdr", 7, 6, losses}));
+  EXPECT_EQ("", interchange::LossText({Direction::Export, "vdr", 7, 6, Losses()}));
+}
+
+TEST(LossReport, CountsWhatWasTakenFromAnother) {
+  Losses losses = Some();
+  losses.Take(Some());
+  EXPECT_EQ(6U, losses.All().size());
+  EXPECT_TRUE(losses.Has(Code::NoPlace));
+  EXPECT_FALSE(losses.Has(Code::MarkDropped));
+}
+
+TEST(LossReport, HasACodeForEveryMeaningOfTheDocument) {
+  std::ifstream file(ZORTUNEDEX_TEST_DATA "/../../docs/interchange.md", std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::string table;
+  for (const CodeMeaning& meaning : interchange::Codes()) {
+    table += "| " + CodeName(meaning.code) + " | " + meaning.text + " |\n";
+    EXPECT_STREQ(meaning.text, interchange::MeaningOf(meaning.code));
+  }
+  EXPECT_EQ(24U, interchange::Codes().size());
+  EXPECT_NE(std::string::npos, text.find("|---|---|\n" + table + "<!-- /codes -->"));
+}
+
+}  // namespace
