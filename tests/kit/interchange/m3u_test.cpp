@@ -19,9 +19,9 @@ Export Playlist(const Exchange& exchange, const std::string& urlTemplate,
   return interchange::ExportChannels(*interchange::FindFormat("m3u"), request);
 }
 
-std::string AddressOf(InputSignalType signal, const std::string& values,
-                      const std::string& urlTemplate, const std::string& host = {},
-                      const Texts& texts = {"Name"}) {
+std::string PlaylistAddress(InputSignalType signal, const std::string& values,
+                            const std::string& urlTemplate, const std::string& host = {},
+                            const ChannelTexts& texts = {"Name"}) {
   Exchange exchange(999, signal);
   AddChannel(exchange, 3, values, texts);
   std::string bytes = Playlist(exchange, urlTemplate, host).output.Bytes();
@@ -56,19 +56,19 @@ TEST(M3uWriter, WritesEntriesForPlayers) {
 TEST(M3uWriter, FillsTemplates) {
   EXPECT_EQ(
       "http://h/3/N%C3%A4me%20%2F1?s=17500-1107-1&f=12544750000,12544.75&p=h&sr=22000&c=56&dvbs2",
-      AddressOf(InputSignalDVBSatellite, kTransponder,
-                "http://h/{index}/{name}?s={sid}-{tsid}-{onid}&f={freq_hz},{freq_mhz}&p={pol}"
-                "&sr={sr}&c={fec}&{msys}",
-                "", {"N\xC3\xA4me /1"}));
+      PlaylistAddress(InputSignalDVBSatellite, kTransponder,
+                      "http://h/{index}/{name}?s={sid}-{tsid}-{onid}&f={freq_hz},{freq_mhz}&p={pol}"
+                      "&sr={sr}&c={fec}&{msys}",
+                      "", {"N\xC3\xA4me /1"}));
   EXPECT_EQ("x dvbt 474",
-            AddressOf(InputSignalDVBTerrestrial, "freq=474000", "x {msys} {freq_mhz}"));
-  EXPECT_EQ("[][]", AddressOf(InputSignalDVBSatellite, "", "[{pol}][{fec}]"));
+            PlaylistAddress(InputSignalDVBTerrestrial, "freq=474000", "x {msys} {freq_mhz}"));
+  EXPECT_EQ("[][]", PlaylistAddress(InputSignalDVBSatellite, "", "[{pol}][{fec}]"));
   for (const auto& [signal, word] :
        {std::pair(InputSignalATSCAntenna, "atsc"), std::pair(InputSignalATSCCable, "qam"),
         std::pair(InputSignalISDBTerrestrialOneSeg, "isdbt"),
         std::pair(InputSignalTDMBMobile, "tdmb"), std::pair(InputSignalFMRadio, "fm"),
         std::pair(InputSignalAnalogCable, "analog"), std::pair(InputSignalDVBHandheld, "dvbh")}) {
-    EXPECT_EQ(word, AddressOf(signal, "", "{msys}"));
+    EXPECT_EQ(word, PlaylistAddress(signal, "", "{msys}"));
   }
 }
 
@@ -84,7 +84,7 @@ TEST(M3uWriter, RefusesTemplatesThatNameNoValue) {
 
 TEST(M3uWriter, AsksServersForTransponders) {
   EXPECT_EQ("rtsp://h/?freq=498&bw=8&msys=dvbt&pids=all",
-            AddressOf(InputSignalDVBTerrestrial, "freq=498000", "", "h"));
+            PlaylistAddress(InputSignalDVBTerrestrial, "freq=498000", "", "h"));
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 3, kTransponder);
   exchange.Context().dishes = {{2, 130}, {3, 192}};
@@ -108,7 +108,7 @@ TEST(M3uWriter, LeavesOutWhatServersDoNotKnow) {
 
 TEST(M3uWriter, GivesHandheldsTheirOwnAddresses) {
   const auto address = [](const std::string& values) {
-    return AddressOf(InputSignalDVBHandheld, values, "");
+    return PlaylistAddress(InputSignalDVBHandheld, values, "");
   };
   EXPECT_EQ("rtp://@239.255.1.10:4096",
             address("VideoIP=239.255.1.10 VideoPort=4096 AudioIP=239.255.1.11 AudioPort=4098"));
@@ -158,7 +158,7 @@ TEST(M3uWriter, ReportsWhatPlaylistsDoNotHold) {
 }
 
 /// Names of the channels that a file makes of a list of four, with a star for favourites.
-std::string Ordered(const std::string& bytes, std::string* codes = nullptr) {
+std::string OrderOf(const std::string& bytes, std::string* codes = nullptr) {
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1, "ONID=1 TSID=2 serviceID=11 orbitalPosition=192 favor=1", {"One"});
   AddChannel(exchange, 2, "ONID=1 TSID=2 serviceID=12 orbitalPosition=192", {"Two", "Mine"});
@@ -182,42 +182,42 @@ std::string Ordered(const std::string& bytes, std::string* codes = nullptr) {
 TEST(M3uReader, TakesTheOrderOfChannelsItKnows) {
   // By identifier, by the name that is shown, by that of the broadcaster; the rest follows.
   EXPECT_EQ("1:13 2:12 3:11* 4:14",
-            Ordered("#EXTM3U\n#EXTINF:-1 tvg-id=\"S19.2E-1-2-13\",Other name\nx\n"
+            OrderOf("#EXTM3U\n#EXTINF:-1 tvg-id=\"S19.2E-1-2-13\",Other name\nx\n"
                     "#EXTINF:-1,Mine\nx\n#EXTINF:-1 tvg-name=\"One\" ,What\nx\n"));
   // Two of one name are taken in turn.
   EXPECT_EQ("1:13 2:14 3:12 4:11*",
-            Ordered("#EXTINF:-1,Same\r\nx\r\n#EXTINF:-1,Same\r\nx\r\n#EXTINF:-1,Two\r\nx\r\n"));
-  EXPECT_EQ("1:11* 2:12 3:13 4:14", Ordered("#EXTM3U\n"));
+            OrderOf("#EXTINF:-1,Same\r\nx\r\n#EXTINF:-1,Same\r\nx\r\n#EXTINF:-1,Two\r\nx\r\n"));
+  EXPECT_EQ("1:11* 2:12 3:13 4:14", OrderOf("#EXTM3U\n"));
 }
 
 TEST(M3uReader, TakesNumbersThatAscend) {
   EXPECT_EQ("5:13 9:12 10:11* 11:14",
-            Ordered("#EXTINF:-1 tvg-chno=\"5\",Same\nx\n#EXTINF:-1 tvg-chno=9,Mine\nx\n"));
+            OrderOf("#EXTINF:-1 tvg-chno=\"5\",Same\nx\n#EXTINF:-1 tvg-chno=9,Mine\nx\n"));
   std::string codes;
   EXPECT_EQ("1:13 2:12 3:11* 4:14",
-            Ordered("#EXTINF:-1 tvg-chno=\"9\",Same\nx\n#EXTINF:-1 tvg-chno=5,Mine\nx\n", &codes));
+            OrderOf("#EXTINF:-1 tvg-chno=\"9\",Same\nx\n#EXTINF:-1 tvg-chno=5,Mine\nx\n", &codes));
   EXPECT_EQ("L104 index", codes);
 }
 
 TEST(M3uReader, TakesFavouritesWhereAFileHasSome) {
   EXPECT_EQ("1:12* 2:11 3:13 4:14",
-            Ordered("#EXTINF:-1 group-title=\"TV;Favourites\",Mine\nx\n#EXTINF:-1,One\nx\n"));
+            OrderOf("#EXTINF:-1 group-title=\"TV;Favourites\",Mine\nx\n#EXTINF:-1,One\nx\n"));
   EXPECT_EQ("1:12* 2:11 3:13 4:14",
-            Ordered("#EXTINF:-1,Mine\n#EXTGRP:favorites\nx\n#EXTINF:-1,One\nx\n"));
+            OrderOf("#EXTINF:-1,Mine\n#EXTGRP:favorites\nx\n#EXTINF:-1,One\nx\n"));
   EXPECT_EQ("1:12 2:11* 3:13 4:14",
-            Ordered("#EXTINF:-1 group-title=\"News\",Mine\nx\n#EXTINF:-1,One\nx\n"));
+            OrderOf("#EXTINF:-1 group-title=\"News\",Mine\nx\n#EXTINF:-1,One\nx\n"));
 }
 
 TEST(M3uReader, TakesListsOfNumbersNamesAndIdentifiers) {
   std::string codes;
   EXPECT_EQ("1:14 2:12 3:11* 4:13",
-            Ordered("2;Whatever;1-2-12\n3;One;9-9-9\n1;Semi;colon;1-2-14\n", &codes));
+            OrderOf("2;Whatever;1-2-12\n3;One;9-9-9\n1;Semi;colon;1-2-14\n", &codes));
   EXPECT_EQ("", codes);
 }
 
 TEST(M3uReader, NamesWhatItDoesNotTake) {
   std::string codes;
-  Ordered(
+  OrderOf(
       "#EXTM3U\nhttp://no/head\n#EXTINF:-1 tvg-logo=\"x\",Nobody\nx\n#EXTINF:-1,One\nx\n"
       "#EXTINF:-1,One\nx\n#EXT-X-VERSION:3\n# a comment\n0;x;1-2-11\n1;x;1-2\n",
       &codes);
@@ -227,7 +227,7 @@ TEST(M3uReader, NamesWhatItDoesNotTake) {
 TEST(M3uReader, RefusesAFileThatIsNothingOfTheKind) {
   for (const char* bytes :
        {"", "<xml/>\n", "Name:11494:H:S19.2E:0:0:0:0:0:1:1:2:0\n", "# words\n"}) {
-    ExpectRaised<Failure>("the file is no playlist", [&] { Ordered(bytes); });
+    ExpectRaised<Failure>("the file is no playlist", [&] { OrderOf(bytes); });
   }
 }
 
@@ -236,7 +236,7 @@ TEST(M3uReader, SurvivesWhatIsBroken) {
                                    std::string("#EXTINF:-1 a="), std::string("#EXTINF:-1 =,x"),
                                    std::string("#EXTINF:,\0x\n", 12),
                                    "#EXTINF:-1 tvg-chno=" + std::string(1000, '9') + ",One"}) {
-    EXPECT_NE("", Ordered(bytes));
+    EXPECT_NE("", OrderOf(bytes));
   }
 }
 

@@ -13,7 +13,8 @@ using interchange::Code;
 using interchange::Import;
 using interchange::Loss;
 
-void AddChannel(Exchange& exchange, UINT index, const std::string& values, const Texts& texts) {
+void AddChannel(Exchange& exchange, UINT index, const std::string& values,
+                const ChannelTexts& texts) {
   const FieldSetter setter(exchange.Signal(), exchange.Narrow());
   Channel channel = EmptyChannel(LayoutOf(exchange.Signal()));
   channel.index = index;

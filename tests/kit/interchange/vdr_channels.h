@@ -13,7 +13,7 @@ inline constexpr std::pair<DWORD, InputSignalType> kVdrSampleSets[] = {
     {1, InputSignalATSCAntenna},
     {1, InputSignalATSCCable}};
 
-struct Texts {
+struct ChannelTexts {
   std::string name;
   std::string shown = "";
   std::string network = "";
@@ -21,7 +21,7 @@ struct Texts {
 
 /// Adds a channel with values, "serviceID=5 AudioStream[1].pid=33", and texts.
 void AddChannel(Exchange& exchange, UINT index, const std::string& values,
-                const Texts& texts = {"Name"});
+                const ChannelTexts& texts = {"Name"});
 
 /// Adds channels of any values, most of which other programs can hold.
 void FillWithRandomChannels(Exchange& exchange, Random& random, UINT count);

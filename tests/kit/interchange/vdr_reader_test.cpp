@@ -12,9 +12,9 @@ using interchange::Code;
 using interchange::Import;
 
 /// A list that one file made.
-class Taken {
+class TakenList {
  public:
-  Taken(InputSignalType signal, const std::string& bytes)
+  TakenList(InputSignalType signal, const std::string& bytes)
       : m_exchange(999, signal), m_import(m_exchange.In("vdr", bytes)) {}
 
   /// Values of a channel: "freq=474000 serviceID=5".
@@ -36,20 +36,20 @@ class Taken {
   Import m_import;
 };
 
-Taken Satellite(const std::string& bytes) { return {InputSignalDVBSatellite, bytes}; }
+TakenList SatelliteList(const std::string& bytes) { return {InputSignalDVBSatellite, bytes}; }
 
 /// A line of one channel with these parameters and streams.
-std::string With(const std::string& parameters, const std::string& streams = "0:0:0:0") {
+std::string VdrLineWith(const std::string& parameters, const std::string& streams = "0:0:0:0") {
   return "Name:11494:" + parameters + ":S19.2E:22000:" + streams + ":5:1:2:0\n";
 }
 
-std::string NameOf(const std::string& field) {
-  return Satellite(field + ":11494:HC23M2S0:S19.2E:22000:0:0:0:0:5:1:2:0\n")
+std::string NamesOfField(const std::string& field) {
+  return SatelliteList(field + ":11494:HC23M2S0:S19.2E:22000:0:0:0:0:5:1:2:0\n")
       .Values({"name", "networkName"});
 }
 
 TEST(VdrReader, TakesAWholeLine) {
-  const Taken taken = Satellite(
+  const TakenList taken = SatelliteList(
       "SAT.1;ProSiebenSat.1:12545:HC56I1M2S0:S19.2E:22000:255+256=27:256=deu@3;259=eng@106:32;33="
       "fra:"
       "1702:17500:1:1107:0\n");
@@ -77,23 +77,23 @@ TEST(VdrReader, TakesAWholeLine) {
 }
 
 TEST(VdrReader, TakesNames) {
-  EXPECT_EQ("name=One networkName=", NameOf("One"));
-  EXPECT_EQ("name=One:Two networkName=", NameOf("One|Two"));
-  EXPECT_EQ("name=One,Two networkName=", NameOf("One,Two,"));
-  EXPECT_EQ("name=One networkName=Two;3:4,5", NameOf("One;Two;3|4,5"));
+  EXPECT_EQ("name=One networkName=", NamesOfField("One"));
+  EXPECT_EQ("name=One:Two networkName=", NamesOfField("One|Two"));
+  EXPECT_EQ("name=One,Two networkName=", NamesOfField("One,Two,"));
+  EXPECT_EQ("name=One networkName=Two;3:4,5", NamesOfField("One;Two;3|4,5"));
   // Older files are Latin-1.
   EXPECT_EQ(
       "name=S\xC3\xBC"
       "d networkName=",
-      NameOf("S\xFC"
-             "d"));
-  const Taken taken = Satellite("One,1;\xFC:11494:HC23M2S0:S19.2E:22000:0:0:0:0:5:1:2:0\n");
+      NamesOfField("S\xFC"
+                   "d"));
+  const TakenList taken = SatelliteList("One,1;\xFC:11494:HC23M2S0:S19.2E:22000:0:0:0:0:5:1:2:0\n");
   EXPECT_EQ("L101 shortName, L201 name, L204 networkName", taken.Codes());
 }
 
 TEST(VdrReader, TakesFrequenciesInAnyUnit) {
   const auto frequency = [](const std::string& field) {
-    const Taken taken(InputSignalDVBTerrestrial, "N:" + field + ":B8:T:0:0:0:0:0:5:1:2:0\n");
+    const TakenList taken(InputSignalDVBTerrestrial, "N:" + field + ":B8:T:0:0:0:0:0:5:1:2:0\n");
     return taken.Values({"freq"}) + " " + taken.Codes();
   };
   EXPECT_EQ("freq=474000 L101 bandwidth", frequency("474"));
@@ -107,7 +107,7 @@ TEST(VdrReader, TakesFrequenciesInAnyUnit) {
 
 TEST(VdrReader, TakesParametersOfSatellites) {
   const auto read = [](const std::string& parameters) {
-    const Taken taken = Satellite(With(parameters));
+    const TakenList taken = SatelliteList(VdrLineWith(parameters));
     return taken.Values({"polarisation", "innerFECRate", "modulation", "spectralInversion"}) +
            (taken.Codes().empty() ? "" : " " + taken.Codes());
   };
@@ -137,7 +137,8 @@ TEST(VdrReader, TakesParametersOfSatellites) {
 
 TEST(VdrReader, NamesTheParametersThatTerrestrialListsLack) {
   const auto codes = [](const std::string& parameters) {
-    return Taken(InputSignalDVBTerrestrial, "N:474000:" + parameters + ":T:27500:0:0:0:0:5:1:2:0\n")
+    return TakenList(InputSignalDVBTerrestrial,
+                     "N:474000:" + parameters + ":T:27500:0:0:0:0:5:1:2:0\n")
         .Codes();
   };
   EXPECT_EQ(
@@ -152,8 +153,8 @@ TEST(VdrReader, NamesTheParametersThatTerrestrialListsLack) {
 
 TEST(VdrReader, TakesPositions) {
   const auto position = [](const std::string& source) {
-    const Taken taken =
-        Satellite("N:11494:HC23M2S0:" + source + ":22000:0:0:0:0:5:1:2:0\n" + With("H"));
+    const TakenList taken =
+        SatelliteList("N:11494:HC23M2S0:" + source + ":22000:0:0:0:0:5:1:2:0\n" + VdrLineWith("H"));
     return taken.Values({"orbitalPosition", "westPosition"}) + " " + taken.Codes();
   };
   EXPECT_EQ("orbitalPosition=130 westPosition=0 ", position("S13.0E"));
@@ -184,7 +185,7 @@ TEST(VdrReader, TakesAPositionThatIsGiven) {
 
 TEST(VdrReader, TakesStreams) {
   const auto read = [](const std::string& streams, const std::vector<const char*>& fields) {
-    const Taken taken = Satellite(With("H", streams));
+    const TakenList taken = SatelliteList(VdrLineWith("H", streams));
     return taken.Values(fields) + " " + taken.Codes();
   };
   // The clock is in the video unless another PID is said.
@@ -210,7 +211,7 @@ TEST(VdrReader, TakesStreams) {
 
 TEST(VdrReader, TakesIdentifiersOfCaSystems) {
   const auto read = [](const std::string& list) {
-    const Taken taken = Satellite(With("H", "0:0:0:" + list));
+    const TakenList taken = SatelliteList(VdrLineWith("H", "0:0:0:" + list));
     return taken.Values({"CA"}) + " " + taken.Codes();
   };
   EXPECT_EQ("CA=0 ", read("0"));
@@ -223,16 +224,16 @@ TEST(VdrReader, TakesIdentifiersOfCaSystems) {
 TEST(VdrReader, TakesNumbersOfChannels) {
   const std::string first = "A:11494:H:S19.2E:0:0:0:0:0:1:1:2:0\n";
   const std::string second = "B:11494:H:S19.2E:0:0:0:0:0:2:1:2:0\n";
-  const Taken taken = Satellite(":@5 Films\n" + first + ":Others\n:@3\n" + second);
+  const TakenList taken = SatelliteList(":@5 Films\n" + first + ":Others\n:@3\n" + second);
   EXPECT_EQ("index=5", taken.Values({"index"}));
   EXPECT_EQ("index=6", taken.Values({"index"}, 1));
   // Titles have no place; a number that would go back is passed over.
   EXPECT_EQ("L101 group, L104 index", taken.Codes());
-  EXPECT_EQ("index=201", Satellite(first + ":@201\n" + second).Values({"index"}, 1));
+  EXPECT_EQ("index=201", SatelliteList(first + ":@201\n" + second).Values({"index"}, 1));
 }
 
 TEST(VdrReader, LeavesOutWhatTheProgramDoesNotKeep) {
-  const Taken taken = Satellite(
+  const TakenList taken = SatelliteList(
       "No service:11494:H:S19.2E:0:0:0:0:0:0:1:2:0\n"
       "First:11494:H:S19.2E:0:0:0:0:0:7:0:0:0\n"
       "Second:11494:H:S19.2E:0:0:0:0:0:7:0:0:0\n"
@@ -250,7 +251,7 @@ TEST(VdrReader, LeavesOutOtherSignals) {
       "C:474:M64:C:6900:0:0:0:0:3:1:2:0\nA:57029:M10:A:0:0:0:0:0:4:0:0:0\n"
       "Q:57000:M256:A:0:0:0:0:0:5:0:0:0\nI:1:x:I:0:0:0:0:0:6:0:0:0\n";
   const auto name = [&](InputSignalType signal) {
-    const Taken taken(signal, bytes);
+    const TakenList taken(signal, bytes);
     EXPECT_EQ(6U, taken.Made().read);
     EXPECT_EQ(1U, taken.Made().taken);
     EXPECT_NE(std::string::npos, taken.Codes().find("L402 channel"));
@@ -263,16 +264,17 @@ TEST(VdrReader, LeavesOutOtherSignals) {
 }
 
 TEST(VdrReader, TakesTheChannelOfAtscFromItsFrequency) {
-  const Taken taken(InputSignalATSCAntenna, "A:473029:M11:A:0:33=2:34=@129:0:0:4:0:0:0\n");
+  const TakenList taken(InputSignalATSCAntenna, "A:473029:M11:A:0:33=2:34=@129:0:0:4:0:0:0\n");
   EXPECT_EQ("number=14 programNumber=4 block.serviceType=2",
             taken.Values({"number", "programNumber", "block.serviceType"}));
   EXPECT_EQ("L101 modulation, L312 serviceType, L314 physicalChannel", taken.Codes());
 }
 
 TEST(VdrReader, NamesTheLinesThatItDoesNotUnderstand) {
-  const std::string good = With("H");
-  const Taken taken = Satellite(good + "one:two\n\nN:x:H:S19.2E:0:0:0:0:0:1:1:2:0\r\n" +
-                                std::string("\0:\n", 3) + "N:1:H:S19.2E:0:0:0:0:0:-1:1:2:0");
+  const std::string good = VdrLineWith("H");
+  const TakenList taken =
+      SatelliteList(good + "one:two\n\nN:x:H:S19.2E:0:0:0:0:0:1:1:2:0\r\n" +
+                    std::string("\0:\n", 3) + "N:1:H:S19.2E:0:0:0:0:0:-1:1:2:0");
   EXPECT_EQ("L501 line", taken.Codes());
   std::vector<std::size_t> lines;
   for (const auto& loss : taken.Made().losses.All()) lines.push_back(loss.place.line);
@@ -283,14 +285,14 @@ TEST(VdrReader, NamesTheLinesThatItDoesNotUnderstand) {
 TEST(VdrReader, RefusesAFileThatIsNothingOfTheKind) {
   for (const std::string& bytes : {std::string("<CHANNELTABLE/>\n"),
                                    std::string("a;b;c\r\n1;2;3\r\n"), std::string(3, '\0')}) {
-    ExpectRaised<Failure>("the file is no channels.conf", [&] { Satellite(bytes); });
+    ExpectRaised<Failure>("the file is no channels.conf", [&] { SatelliteList(bytes); });
   }
-  EXPECT_EQ(0U, Satellite("").Made().read);
-  EXPECT_EQ(0U, Satellite("\n\r\n").Made().read);
+  EXPECT_EQ(0U, SatelliteList("").Made().read);
+  EXPECT_EQ(0U, SatelliteList("\n\r\n").Made().read);
 }
 
 TEST(VdrReader, TakesTheSameWithCrLfAndWithAMark) {
-  const std::string line = With("HC23M2S0", "33=2:34=deu@3:35:0");
+  const std::string line = VdrLineWith("HC23M2S0", "33=2:34=deu@3:35:0");
   std::string other = "\xEF\xBB\xBF" + line;
   other.replace(other.size() - 1, 1, "\r\n");
   const Exchange exchange(999, InputSignalDVBSatellite);
@@ -299,7 +301,7 @@ TEST(VdrReader, TakesTheSameWithCrLfAndWithAMark) {
 }
 
 /// Seconds of processor time that reading takes.
-double TimeOf(const std::string& bytes) {
+double ReadingTime(const std::string& bytes) {
   const Exchange exchange(999, InputSignalDVBSatellite);
   const std::vector<Channel> none;
   interchange::Losses losses;
@@ -318,15 +320,15 @@ TEST(VdrReader, ReadsHostileFilesInTimeThatGrowsWithThem) {
   };
   const auto hostile = [&](std::size_t size) {
     return std::vector<std::string>{
-        With("H") + std::string(20 * size, ':'),
-        With("H") + std::string(20 * size, 'x'),
-        With("H", "0:0:0:" + std::string(20 * size, '9')),
-        With("H" + std::string(20 * size, 'Z')),
-        With("H", "0:" + repeated("1,", size) + ":0:0"),
-        With("H", "0:0:0:" + repeated("1,", size)),
-        With("H") + repeated("\n", size),
-        With("H") + repeated(":@1\n", size),
-        With("H") + repeated(With("H"), size),
+        VdrLineWith("H") + std::string(20 * size, ':'),
+        VdrLineWith("H") + std::string(20 * size, 'x'),
+        VdrLineWith("H", "0:0:0:" + std::string(20 * size, '9')),
+        VdrLineWith("H" + std::string(20 * size, 'Z')),
+        VdrLineWith("H", "0:" + repeated("1,", size) + ":0:0"),
+        VdrLineWith("H", "0:0:0:" + repeated("1,", size)),
+        VdrLineWith("H") + repeated("\n", size),
+        VdrLineWith("H") + repeated(":@1\n", size),
+        VdrLineWith("H") + repeated(VdrLineWith("H"), size),
     };
   };
   constexpr std::size_t kSize = 1'000;
@@ -334,7 +336,7 @@ TEST(VdrReader, ReadsHostileFilesInTimeThatGrowsWithThem) {
   const std::vector<std::string> large = hostile(8 * kSize);
   for (std::size_t i = 0; i < small.size(); ++i) {
     // Squares would take 64 times as long; what is below a hundredth of a second is noise.
-    EXPECT_LT(TimeOf(large[i]), 24 * std::max(TimeOf(small[i]), 0.01)) << i;
+    EXPECT_LT(ReadingTime(large[i]), 24 * std::max(ReadingTime(small[i]), 0.01)) << i;
   }
 }
 

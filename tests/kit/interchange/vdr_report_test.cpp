@@ -22,4 +22,19 @@ TEST(VdrReport, NamesEveryDifferenceOfChannelsMadeAtRandomAndNothingElse) {
   }
 }
 
+TEST(VdrReport, AccountsForEveryLineOfAScan) {
+  const std::string scan = BytesOf(ZORTUNEDEX_SAMPLES "/scans/w_scan_cpp.channels.conf");
+  const Exchange exchange(999, InputSignalDVBSatellite);
+  const Accounts accounts = AccountsOf(exchange, scan);
+  EXPECT_EQ("", accounts.missing);
+  EXPECT_EQ(10U, accounts.lines);
+  EXPECT_EQ(8U, accounts.taken);
+  EXPECT_EQ(0U, accounts.notUnderstood);
+  EXPECT_EQ(
+      "L103 AudioStream.lang, L103 AudioStream.type, L110 modulation, L111 pilot, L111 rollOff, "
+      "L111 streamId, L112 CA, L204 networkName, L312 SubtitleStream.type, "
+      "L312 TeletextStream.type, L312 serviceType, L402 channel, L403 channel",
+      CodesOf(exchange.In("vdr", scan).losses));
+}
+
 }  // namespace

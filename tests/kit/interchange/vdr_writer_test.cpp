@@ -9,30 +9,30 @@ using interchange::Export;
 using interchange::ExportRequest;
 
 /// The only channel's line, or the lines of several.
-std::string Lines(const Exchange& exchange) { return exchange.Out("vdr").output.Bytes(); }
+std::string VdrLines(const Exchange& exchange) { return exchange.Out("vdr").output.Bytes(); }
 
-std::string Line(InputSignalType signal, const std::string& values, const Texts& texts = {"Name"},
-                 DWORD country = 999) {
+std::string VdrLine(InputSignalType signal, const std::string& values,
+                    const ChannelTexts& texts = {"Name"}, DWORD country = 999) {
   Exchange exchange(country, signal);
   exchange.Channels().clear();
   AddChannel(exchange, 1, values, texts);
-  return Lines(exchange);
+  return VdrLines(exchange);
 }
 
 /// What stands in a field of the line of a channel that has an identity; the name is field 0.
-std::string FieldOf(std::size_t field, InputSignalType signal, const std::string& values) {
-  std::string rest = Line(
+std::string VdrField(std::size_t field, InputSignalType signal, const std::string& values) {
+  std::string rest = VdrLine(
       signal, values + (signal == InputSignalDVBSatellite || signal == InputSignalDVBTerrestrial
                             ? " serviceID=5 ONID=1"
                             : ""));
   while (field-- > 0) rest.erase(0, rest.find(':') + 1);
   return rest.substr(0, rest.find_first_of(":\n"));
 }
-std::string OfSatellite(std::size_t field, const std::string& values) {
-  return FieldOf(field, InputSignalDVBSatellite, values);
+std::string SatelliteField(std::size_t field, const std::string& values) {
+  return VdrField(field, InputSignalDVBSatellite, values);
 }
 
-enum Part : std::size_t {
+enum VdrPart : std::size_t {
   kFrequency = 1,
   kParameters,
   kSource,
@@ -47,22 +47,22 @@ TEST(VdrWriter, WritesAWholeLine) {
   EXPECT_EQ(
       "SAT.1;ProSiebenSat.1:12545:HC56I1M2S0:S19.2E:22000:255+256=2:"
       "256=deu@3,258=eng@15;259=deu@106:32;33=deu,34:1702:17500:1:1107:0\n",
-      Line(InputSignalDVBSatellite,
-           "freq=12544750 orbitalPosition=192 polarisation=LinearH symbolRate=22000 "
-           "innerFECRate=5/6 modulation=QPSK spectralInversion=inverted serviceID=17500 ONID=1 "
-           "TSID=1107 PcrPID=256 CA=5890 "
-           "VideoStream[1].pid=255 VideoStream[1].type=2 AudioStream[1].pid=256 "
-           "AudioStream[1].type=3 AudioStream[1].lang=1364 AudioStream[2].pid=259 "
-           "AudioStream[2].type=6 AudioStream[2].lang=1364 AudioStream[3].pid=258 "
-           "AudioStream[3].type=15 AudioStream[3].lang=2021 TeletextStream[1].pid=32 "
-           "SubtitleStream[1].pid=33 SubtitleStream[1].lang=1364 SubtitleStream[2].pid=34",
-           {"SAT.1", "SAT.1", "ProSiebenSat.1"}));
+      VdrLine(InputSignalDVBSatellite,
+              "freq=12544750 orbitalPosition=192 polarisation=LinearH symbolRate=22000 "
+              "innerFECRate=5/6 modulation=QPSK spectralInversion=inverted serviceID=17500 ONID=1 "
+              "TSID=1107 PcrPID=256 CA=5890 "
+              "VideoStream[1].pid=255 VideoStream[1].type=2 AudioStream[1].pid=256 "
+              "AudioStream[1].type=3 AudioStream[1].lang=1364 AudioStream[2].pid=259 "
+              "AudioStream[2].type=6 AudioStream[2].lang=1364 AudioStream[3].pid=258 "
+              "AudioStream[3].type=15 AudioStream[3].lang=2021 TeletextStream[1].pid=32 "
+              "SubtitleStream[1].pid=33 SubtitleStream[1].lang=1364 SubtitleStream[2].pid=34",
+              {"SAT.1", "SAT.1", "ProSiebenSat.1"}));
 }
 
 TEST(VdrWriter, KeepsSeparatorsOutOfNames) {
   const std::string values = "serviceID=5 ONID=1";
-  const auto name = [&](const Texts& texts) {
-    const std::string line = Line(InputSignalDVBSatellite, values, texts);
+  const auto name = [&](const ChannelTexts& texts) {
+    const std::string line = VdrLine(InputSignalDVBSatellite, values, texts);
     return line.substr(0, line.find(":0:"));
   };
   EXPECT_EQ("One|Two", name({"One:Two"}));
@@ -88,9 +88,9 @@ TEST(VdrWriter, WritesTheNameThatIsAskedFor) {
 }
 
 TEST(VdrWriter, RoundsFrequenciesOfSatellitesToMegahertzHalfUp) {
-  EXPECT_EQ("12545", OfSatellite(kFrequency, "freq=12544750"));
-  EXPECT_EQ("12545", OfSatellite(kFrequency, "freq=12544500"));
-  EXPECT_EQ("12544", OfSatellite(kFrequency, "freq=12544499"));
+  EXPECT_EQ("12545", SatelliteField(kFrequency, "freq=12544750"));
+  EXPECT_EQ("12545", SatelliteField(kFrequency, "freq=12544500"));
+  EXPECT_EQ("12544", SatelliteField(kFrequency, "freq=12544499"));
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1, "serviceID=5 ONID=1 freq=12544750");
   EXPECT_NE(std::string::npos, CodesOf(exchange.Out("vdr").losses).find("L202 freq"));
@@ -98,7 +98,7 @@ TEST(VdrWriter, RoundsFrequenciesOfSatellitesToMegahertzHalfUp) {
 
 TEST(VdrWriter, WritesOtherFrequenciesInKilohertz) {
   const auto terrestrial = [](const char* frequency) {
-    return FieldOf(kFrequency, InputSignalDVBTerrestrial, std::string("freq=") + frequency);
+    return VdrField(kFrequency, InputSignalDVBTerrestrial, std::string("freq=") + frequency);
   };
   EXPECT_EQ("498000", terrestrial("498000"));
   EXPECT_EQ("177500", terrestrial("177500"));
@@ -108,14 +108,14 @@ TEST(VdrWriter, WritesOtherFrequenciesInKilohertz) {
   for (const char* beyond : {"999", "2147484"}) {
     Exchange exchange(999, InputSignalDVBTerrestrial);
     AddChannel(exchange, 1, std::string("serviceID=5 ONID=1 freq=") + beyond);
-    EXPECT_EQ("", Lines(exchange)) << beyond;
+    EXPECT_EQ("", VdrLines(exchange)) << beyond;
     EXPECT_EQ("L503 freq", CodesOf(exchange.Out("vdr").losses));
   }
 }
 
 TEST(VdrWriter, WritesParametersOfSatellites) {
   const auto parameters = [](const std::string& values) {
-    return OfSatellite(kParameters, values);
+    return SatelliteField(kParameters, values);
   };
   EXPECT_EQ("C999M999S1", parameters(""));
   EXPECT_EQ("HC999M2S0", parameters("polarisation=LinearH modulation=QPSK"));
@@ -164,8 +164,8 @@ TEST(VdrWriter, WritesParametersOfOtherSignals) {
   const std::string rest = "C999D999G999I999M999S0T999Y999";
   const auto terrestrial = [&](DWORD country, const char* frequency) {
     const std::string line =
-        Line(InputSignalDVBTerrestrial, std::string("serviceID=5 ONID=1 freq=") + frequency, {"N"},
-             country);
+        VdrLine(InputSignalDVBTerrestrial, std::string("serviceID=5 ONID=1 freq=") + frequency,
+                {"N"}, country);
     const std::size_t place = line.find(":B") + 2;
     EXPECT_EQ(rest + ":T:0:0", line.substr(place + 1, rest.size() + 6));
     return line.substr(place, 1);
@@ -177,31 +177,32 @@ TEST(VdrWriter, WritesParametersOfOtherSignals) {
   EXPECT_EQ("6", terrestrial(57, "473000"));
   EXPECT_EQ("8", terrestrial(91, "177500"));
   EXPECT_EQ("Name:473029:M10:A:0:0:0:0:0:3:0:0:0\n",
-            Line(InputSignalATSCAntenna, "programNumber=3 physicalChannel=14"));
+            VdrLine(InputSignalATSCAntenna, "programNumber=3 physicalChannel=14"));
   EXPECT_EQ("Name:123000:M999:A:0:0:0:0:0:3:0:0:0\n",
-            Line(InputSignalATSCCable, "programNumber=3 physicalChannel=14"));
+            VdrLine(InputSignalATSCCable, "programNumber=3 physicalChannel=14"));
 }
 
 TEST(VdrWriter, WritesPositions) {
-  EXPECT_EQ("S19.2E", OfSatellite(kSource, "orbitalPosition=192"));
-  EXPECT_EQ("S30.0W", OfSatellite(kSource, "orbitalPosition=300 westPosition=1"));
-  EXPECT_EQ("S", OfSatellite(kSource, ""));
-  EXPECT_EQ("S180.0E", OfSatellite(kSource, "orbitalPosition=1800"));
+  EXPECT_EQ("S19.2E", SatelliteField(kSource, "orbitalPosition=192"));
+  EXPECT_EQ("S30.0W", SatelliteField(kSource, "orbitalPosition=300 westPosition=1"));
+  EXPECT_EQ("S", SatelliteField(kSource, ""));
+  EXPECT_EQ("S180.0E", SatelliteField(kSource, "orbitalPosition=1800"));
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1, "serviceID=5 ONID=1 orbitalPosition=1801");
   EXPECT_EQ("L503 orbitalPosition", CodesOf(exchange.Out("vdr").losses));
 }
 
 TEST(VdrWriter, WritesStreams) {
-  EXPECT_EQ("0", OfSatellite(kVideo, ""));
-  EXPECT_EQ("0+33", OfSatellite(kVideo, "PcrPID=33"));
-  EXPECT_EQ("33=27", OfSatellite(kVideo, "PcrPID=33 VideoStream[1].pid=33 VideoStream[1].type=27"));
-  EXPECT_EQ("0", OfSatellite(kAudio, ""));
-  EXPECT_EQ("0;34=@129", OfSatellite(kAudio, "AudioStream[1].pid=34 AudioStream[1].type=129"));
-  EXPECT_EQ("0;35", OfSatellite(kText, "SubtitleStream[1].pid=35"));
+  EXPECT_EQ("0", SatelliteField(kVideo, ""));
+  EXPECT_EQ("0+33", SatelliteField(kVideo, "PcrPID=33"));
+  EXPECT_EQ("33=27",
+            SatelliteField(kVideo, "PcrPID=33 VideoStream[1].pid=33 VideoStream[1].type=27"));
+  EXPECT_EQ("0", SatelliteField(kAudio, ""));
+  EXPECT_EQ("0;34=@129", SatelliteField(kAudio, "AudioStream[1].pid=34 AudioStream[1].type=129"));
+  EXPECT_EQ("0;35", SatelliteField(kText, "SubtitleStream[1].pid=35"));
   // The program takes what has no type for these.
-  EXPECT_EQ("33=2", OfSatellite(kVideo, "VideoStream[1].pid=33"));
-  EXPECT_EQ("34=@4", OfSatellite(kAudio, "AudioStream[1].pid=34"));
+  EXPECT_EQ("33=2", SatelliteField(kVideo, "VideoStream[1].pid=33"));
+  EXPECT_EQ("34=@4", SatelliteField(kAudio, "AudioStream[1].pid=34"));
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1,
              "serviceID=5 ONID=1 modulation=QPSK serviceType=1 VideoStream[1].pid=33 "
@@ -212,10 +213,10 @@ TEST(VdrWriter, WritesStreams) {
 }
 
 TEST(VdrWriter, WritesIdentifiersOfCaSystemsAndNoFlags) {
-  EXPECT_EQ("1702", OfSatellite(kCa, "CA=5890"));
-  EXPECT_EQ("100", OfSatellite(kCa, "CA=256"));
-  EXPECT_EQ("0", OfSatellite(kCa, "CA=255"));
-  EXPECT_EQ("0", OfSatellite(kCa, "CA=1"));
+  EXPECT_EQ("1702", SatelliteField(kCa, "CA=5890"));
+  EXPECT_EQ("100", SatelliteField(kCa, "CA=256"));
+  EXPECT_EQ("0", SatelliteField(kCa, "CA=255"));
+  EXPECT_EQ("0", SatelliteField(kCa, "CA=1"));
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1, "serviceID=5 ONID=1 modulation=QPSK CA=1");
   EXPECT_EQ("L203 CA", CodesOf(exchange.Out("vdr").losses));
@@ -229,7 +230,7 @@ TEST(VdrWriter, SaysWhereNumbersGoOn) {
   std::string rest = ":0:C999M999S1:S:0:0:0:0:0:";
   EXPECT_EQ(
       ":@2 \nName" + rest + "2:1:0:0\nName" + rest + "3:1:0:0\n:@7 \nName" + rest + "7:1:0:0\n",
-      Lines(exchange));
+      VdrLines(exchange));
   EXPECT_EQ(std::string::npos, CodesOf(exchange.Out("vdr").losses).find("index"));
 }
 
