@@ -103,9 +103,18 @@ void ChannelBuilder::SetText(const Field& field, const std::string& text) {
 }
 
 void ChannelBuilder::SetWord(const Field& field, const FieldValue& value) {
-  const auto* text = std::get_if<std::string>(&value);
-  if (text == nullptr) return SetNumber(field, value);
-  const std::optional<std::int32_t> word = tuning_words::Value(field.form, *text);
+  // The file has words alone: a number stands for the one that it is written as.
+  std::optional<std::int32_t> word;
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    word = tuning_words::Value(field.form, *text);
+  } else if (const auto* number = std::get_if<std::int64_t>(&value)) {
+    const auto known = static_cast<std::int32_t>(*number);
+    if (known == *number && tuning_words::Text(field.form, known) != nullptr) {
+      word = tuning_words::AsRead(field.form, known);
+    }
+  } else {
+    return m_losses.Add(Code::ValueOutOfRange, field.attribute, m_place, value);
+  }
   if (!word) {
     return m_losses.Add(Code::WordLacking, field.attribute, m_place, value, std::string("NotSet"));
   }

@@ -87,16 +87,20 @@ class Comparer {
     const FieldValue was = ValueOf(m_was, field, m_rules.context.narrow);
     const FieldValue became = ValueOf(m_became, field, m_rules.context.narrow);
     if (was == became || (IsNothing(was) && IsNothing(became))) return;
-    Add(UsualCode(field, became), field.attribute, was, became);
+    Add(UsualCode(field, was, became), field.attribute, was, became);
   }
 
-  static Code UsualCode(const Field& field, const FieldValue& became) {
+  static Code UsualCode(const Field& field, const FieldValue& was, const FieldValue& became) {
     if (field.source == Source::Index || field.source == Source::Favorite ||
         field.source == Source::Lock) {
       return Code::MarkDropped;
     }
     if (IsNothing(became)) return Code::NoPlace;
     if (field.form == Form::Text || field.form == Form::Base64) return Code::NameChanged;
+    // What comes of nothing was filled in.
+    if (IsNothing(was)) {
+      return field.form == Form::Number ? Code::TuningDerived : Code::SystemAssumed;
+    }
     return field.form == Form::Number ? Code::NumberRounded : Code::WordLacking;
   }
 

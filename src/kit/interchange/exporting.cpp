@@ -2,6 +2,7 @@
 
 #include "kit/failure.h"
 #include "kit/interchange/comparison.h"
+#include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
 namespace interchange {
@@ -32,14 +33,9 @@ std::vector<Channel> ReadBack(const Format& format, const Output& output,
   Losses ignored;
   ImportResult result =
       format.read(AsInput(format, output), ImportRequest{request.context, none}, ignored);
+  FillIndexes(result.channels);
   std::vector<Channel> channels;
   for (ImportedChannel& imported : result.channels) channels.push_back(std::move(imported.channel));
-  // Without an index a channel stands behind the one before it.
-  UINT last = 0;
-  for (Channel& channel : channels) {
-    if (channel.index == 0) channel.index = last + 1;
-    last = channel.index;
-  }
   return channels;
 }
 
@@ -49,6 +45,12 @@ Export ExportChannels(const Format& format, const ExportRequest& request) {
   if (!Holds(format.out, request.context.signal)) {
     throw Failure{E_NOTIMPL, std::string("the format ") + format.name + " has no form for " +
                                  SignalTypeName(request.context.signal)};
+  }
+  const std::size_t size = LayoutOf(request.context.signal).size;
+  for (const Channel& channel : request.channels) {
+    if (channel.block.size() >= size) continue;
+    throw InvalidArgument{"a channel has not the station block of " +
+                          SignalTypeName(request.context.signal)};
   }
   Export result;
   format.write(request, result.output, result.losses);

@@ -13,7 +13,7 @@ struct Export {
 /// Writes the channels in a format, reads back what was written and holds every value against what
 /// the list has: the report is complete whatever the writer does. Raises a Failure for a signal
 /// type that the format has no form for, and when what was written does not read back channel by
-/// channel.
+/// channel; InvalidArgument for a station block that is not the signal type's.
 Export ExportChannels(const Format& format, const ExportRequest& request);
 
 }  // namespace interchange

@@ -35,7 +35,9 @@ constexpr std::string_view kPreferred = "bulcatceschidutheblatmacmaymisnorsrptur
 
 constexpr std::uint32_t Bits(std::string_view code) {
   std::uint32_t bits = 0;
-  for (std::size_t i = kLetters; i-- > 0;) bits = bits << 4 | (code[i] & 0xFU);
+  for (std::size_t i = kLetters; i-- > 0;) {
+    bits = bits << 4 | (static_cast<unsigned char>(code[i]) & 0xFU);
+  }
   return bits;
 }
 

@@ -90,7 +90,8 @@ class Leaving {
     Tuning& tuning = m_service.tuning;
     tuning.rfChannel = 0;
     const auto position = static_cast<std::int32_t>(m_values.Number("orbitalPosition"));
-    tuning.position = m_values.Number("westPosition") != 0 ? -std::abs(position) : position;
+    const bool isWest = m_values.Number("westPosition") != 0 && position > 0;
+    tuning.position = isWest ? -position : position;
     for (const DishPosition& known : m_request.context.dishes) {
       if (known.position == tuning.position && tuning.dish == 0) tuning.dish = known.dish;
     }
@@ -113,9 +114,13 @@ class Leaving {
       if (IsSame(known) && (best == nullptr || Distance(known) < Distance(*best))) best = &known;
     }
     if (best == nullptr) return false;
+    const bool tellsNothing = best->system == System::Unknown;
+    if (tellsNothing && best->modulation == BDA_MOD_NOT_SET) return false;
     Tuning& tuning = m_service.tuning;
     tuning.modulation = best->modulation;
-    tuning.system = best->system;
+    tuning.system = !tellsNothing                      ? best->system
+                    : best->modulation == BDA_MOD_QPSK ? System::First
+                                                       : System::Second;
     if (tuning.fec == BDA_BCC_RATE_NOT_SET) tuning.fec = best->fec;
     return true;
   }

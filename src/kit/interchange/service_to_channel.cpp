@@ -190,7 +190,8 @@ class Entering {
     }
     if (!position) Lose(Code::PositionUnknown, "orbitalPosition", {}, std::int64_t{0});
     PutNumber("westPosition", position.value_or(0) < 0 ? 1 : 0);
-    PutNumber("orbitalPosition", static_cast<std::uint64_t>(std::abs(position.value_or(0))));
+    const std::int64_t tenths = position.value_or(0);
+    PutNumber("orbitalPosition", static_cast<std::uint64_t>(tenths < 0 ? -tenths : tenths));
   }
 
   void PutStreams(std::size_t kind) {

@@ -58,6 +58,11 @@ void ExpectEveryNumber(const Exchange& exchange) {
     EXPECT_EQ((isMark ? "L104" : "L101") + name, Differences(exchange, one, empty));
     const bool isWord = !tuning_words::Of(field.form).empty();
     EXPECT_EQ((isMark ? "L104" : isWord ? "L110" : "L202") + name, Differences(exchange, one, two));
+    EXPECT_EQ((isMark   ? "L104"
+               : isWord ? "L310"
+                        : "L314") +
+                  name,
+              Differences(exchange, empty, one));
     EXPECT_EQ("", Differences(exchange, one, one));
     const FieldCode own[] = {{column.name, Code::CaFlagCleared}};
     EXPECT_EQ("L203" + name, Differences(exchange, one, empty, own));
@@ -168,6 +173,13 @@ TEST(Exporting, FailsWhenNotAllReadsBack) {
   const Format format = {"two", kRadio, kRadio, false, WriteTwo, ReadOne};
   ExpectRaised<Failure>("2 channels were written and 1 read back",
                         [&] { interchange::ExportChannels(format, exchange.Request()); });
+}
+
+TEST(Exporting, RefusesBlocksOfAnotherType) {
+  Exchange exchange(49, InputSignalFMRadio);
+  exchange.Channels()[0].block.pop_back();
+  ExpectRaised<InvalidArgument>("a channel has not the station block of FMRadio",
+                                [&] { exchange.Out("csv"); });
 }
 
 TEST(Exporting, RefusesTypesThatTheFormatDoesNotHave) {

@@ -108,6 +108,12 @@ TEST(FromChannel, TakesTheTransponderOfTables) {
   request.tuning = {beyond, other, far, near};
   EXPECT_EQ(BDA_MOD_16APSK, FromChannel(channel, request, none).tuning.modulation);
   EXPECT_FALSE(none.Has(Code::SystemAssumed));
+  far.modulation = BDA_MOD_NOT_SET;
+  far.system = System::Unknown;
+  request.tuning = {far};
+  Losses nothing;
+  EXPECT_EQ(System::Second, FromChannel(channel, request, nothing).tuning.system);
+  EXPECT_TRUE(nothing.Has(Code::SystemAssumed));
   request.tuning = {beyond, other};
   FromChannel(channel, request, none);
   EXPECT_TRUE(none.Has(Code::SystemAssumed));
@@ -121,6 +127,14 @@ TEST(FromChannel, TellsTheWestByASign) {
   station_blocks::Store(channel.block.data() + west, 4, 1);
   Losses losses;
   EXPECT_EQ(-192, From(exchange, channel, losses).tuning.position);
+  // The lowest number has no opposite.
+  const std::size_t position =
+      station_blocks::OffsetOf(station_blocks::kDvbsSatelliteParams, "orbitalPosition");
+  station_blocks::Store(channel.block.data() + position, 4, 0x80000000);
+  const Service lowest = From(exchange, channel, losses);
+  EXPECT_EQ(INT32_MIN, lowest.tuning.position);
+  const Channel again = To(exchange, lowest, losses);
+  EXPECT_EQ(0x80000000, station_blocks::Fetch(again.block.data() + position, 4));
 }
 
 TEST(FromChannel, CarriesTheNameThatIsAskedFor) {

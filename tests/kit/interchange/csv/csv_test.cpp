@@ -107,6 +107,21 @@ TEST(Csv, TakesRatesWithAndWithoutTheirWord) {
   EXPECT_EQ(FieldValue{std::string("9/10")}, in.losses.All()[0].value);
 }
 
+TEST(Csv, TakesNumbersForTheWordsThatTheyAreWrittenAs) {
+  const Import in =
+      Satellite().In("csv", "name,innerFECRate\na,3\nb,0\nc,-1\nd,99\ne,4294967299\n");
+  ASSERT_EQ(5U, in.table.channels.size());
+  const std::size_t place =
+      station_blocks::OffsetOf(station_blocks::kDvbsSatelliteParams, "innerFECRate");
+  const std::int32_t rates[] = {3, -1, -1, -1, -1};
+  for (std::size_t i = 0; i < 5; ++i) {
+    const BYTE* rate = in.table.channels[i].block.data() + place;
+    EXPECT_EQ(rates[i], static_cast<std::int32_t>(station_blocks::Fetch(rate, 4))) << i;
+  }
+  EXPECT_EQ("L110 innerFECRate", CodesOf(in.losses));
+  EXPECT_EQ(2U, in.losses.All().size());
+}
+
 TEST(Csv, LeavesOutRowsWithAnotherNumberOfCells) {
   const Import in = Fm().In("csv", "name,freq\na,1\nb\nc,2,3\nd,4,,\n\"e,5\n");
   ASSERT_EQ(2U, in.table.channels.size());
