@@ -40,6 +40,9 @@ struct Tuning {
   std::uint32_t dish = 0;       ///< 1 to 4; 0: not known
 };
 
+/// Lower numbers are flags and numbers of devices.
+inline constexpr std::uint32_t kLowestCaId = 0x100;
+
 /// Identifiers are 0 where they are not known.
 struct Service {
   InputSignalType delivery = InputSignalUnknown;

@@ -54,7 +54,15 @@ class Leaving {
     m_service.major = m_values.Number("majorChannel");
     m_service.minor = m_values.Number("minorChannel");
     m_service.pcrPid = m_values.Number("PcrPID");
-    m_service.scrambled = m_values.Number("CA") != 0;
+    TakeCa(m_values.Number("CA"));
+  }
+
+  /// A flag, or the identifier of the system.
+  void TakeCa(std::uint32_t ca) {
+    m_service.scrambled = ca != 0;
+    if (ca >= kLowestCaId && ca <= UINT16_MAX) {
+      m_service.caIds.push_back(static_cast<std::uint16_t>(ca));
+    }
   }
 
   void TakeTuning() {

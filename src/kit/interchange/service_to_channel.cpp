@@ -118,8 +118,10 @@ class Entering {
     PutNumber("majorChannel", m_service.major);
     PutNumber("minorChannel", m_service.minor);
     PutNumber("PcrPID", m_service.pcrPid, kHighestPid);
-    PutNumber("CA", m_service.scrambled || !m_service.caIds.empty() ? 1 : 0);
-    if (m_service.caIds.size() > 0 && FindAttribute(m_layout, "CA") != nullptr) {
+    const bool isOne = m_service.caIds.size() == 1;
+    const bool isFlag = m_service.scrambled || !m_service.caIds.empty();
+    PutNumber("CA", isOne ? m_service.caIds.front() : isFlag ? 1 : 0);
+    if (m_service.caIds.size() > 1 && FindAttribute(m_layout, "CA") != nullptr) {
       Lose(Code::CaIdsBecameFlag, "CA", CaText(), std::int64_t{1});
     }
   }

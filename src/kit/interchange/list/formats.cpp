@@ -6,6 +6,10 @@
 #include "kit/interchange/csv/csv_writer.h"
 #include "kit/interchange/json/json_reader.h"
 #include "kit/interchange/json/json_writer.h"
+#include "kit/interchange/m3u/m3u_reader.h"
+#include "kit/interchange/m3u/m3u_writer.h"
+#include "kit/interchange/vdr/vdr_reader.h"
+#include "kit/interchange/vdr/vdr_writer.h"
 #include "kit/text/signal_types.h"
 
 namespace interchange {
@@ -14,6 +18,9 @@ namespace {
 
 // Options that a format takes beyond those of all.
 constexpr const char* kOfTables[] = {"--no-mark"};
+constexpr const char* kOfVdr[] = {"--names", "--tuning-from", "--bandwidth", "--position"};
+constexpr const char* kOfPlaylists[] = {"--names", "--tuning-from", "--bandwidth",
+                                        "--url",   "--target",      "--host"};
 
 }  // namespace
 
@@ -29,6 +36,18 @@ std::span<const Format> Formats() {
        {},
        kOfTables},
       {"json", StorableSignalTypes(), StorableSignalTypes(), false, WriteJson, ReadJson},
+      {"vdr", vdr::kSignals, vdr::kSignals, false, vdr::Write, vdr::Read, nullptr, vdr::kCodes,
+       kOfVdr},
+      {"m3u",
+       StorableSignalTypes(),
+       StorableSignalTypes(),
+       false,
+       m3u::Write,
+       m3u::Read,
+       m3u::ReadBack,
+       {},
+       kOfPlaylists,
+       true},
   };
   return kFormats;
 }

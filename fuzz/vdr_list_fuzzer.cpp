@@ -1,0 +1,4 @@
+// Any bytes as a channels.conf.
+#include "support/exchange.h"
+
+void Fuzz(const BYTE* data, std::size_t size) { FuzzReader("vdr", false, data, size); }
