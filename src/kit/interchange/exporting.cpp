@@ -32,14 +32,9 @@ std::vector<Channel> ReadBack(const Format& format, const Output& output,
   Losses ignored;
   ImportResult result =
       format.read(AsInput(format, output), ImportRequest{request.context, none}, ignored);
+  FillIndexes(result.channels);
   std::vector<Channel> channels;
   for (ImportedChannel& imported : result.channels) channels.push_back(std::move(imported.channel));
-  // Without an index a channel stands behind the one before it.
-  UINT last = 0;
-  for (Channel& channel : channels) {
-    if (channel.index == 0) channel.index = last + 1;
-    last = channel.index;
-  }
   return channels;
 }
 

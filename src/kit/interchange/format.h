@@ -117,6 +117,9 @@ struct Format {
   bool usesDishes = false;  ///< it names dishes where the list has positions
 };
 
+/// Gives channels without an index the one behind the channel before them.
+void FillIndexes(std::vector<ImportedChannel>& channels);
+
 /// True when channels of the type are among them.
 bool Holds(std::span<const InputSignalType> signals, InputSignalType signal);
 

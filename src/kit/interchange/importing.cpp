@@ -8,16 +8,6 @@
 namespace interchange {
 namespace {
 
-/// Indexes as the file means them: those without one follow the channel before them.
-void FillIndexes(std::vector<ImportedChannel>& channels) {
-  UINT last = 0;
-  for (ImportedChannel& imported : channels) {
-    UINT& index = imported.channel.index;
-    if (index == 0 && last != UINT32_MAX) index = last + 1;
-    last = index;
-  }
-}
-
 bool Ascend(const std::vector<ImportedChannel>& channels) {
   UINT last = 0;
   for (const ImportedChannel& imported : channels) {

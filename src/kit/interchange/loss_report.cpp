@@ -5,26 +5,43 @@
 #include <set>
 #include <utility>
 
+#include "kit/json/channel_json.h"
+
 using nlohmann::ordered_json;
 
 namespace interchange {
 namespace {
-
-ordered_json ValueJson(const FieldValue& value) {
-  if (const auto* mark = std::get_if<bool>(&value)) return *mark;
-  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  return nullptr;
-}
 
 ordered_json ChannelJson(const Loss& loss) {
   ordered_json channel = ordered_json::object();
   channel["index"] = loss.place.index ? ordered_json(*loss.place.index) : ordered_json(nullptr);
   channel["name"] = loss.place.name;
   channel["line"] = loss.place.line != 0 ? ordered_json(loss.place.line) : ordered_json(nullptr);
-  channel["value"] = ValueJson(loss.value);
-  channel["became"] = ValueJson(loss.became);
+  channel["value"] = channel_json::ToJson(loss.value);
+  channel["became"] = channel_json::ToJson(loss.became);
   return channel;
+}
+
+// Names of keys are those of the file, which may hold any number of any length.
+constexpr std::size_t kMostFields = 20;
+constexpr std::size_t kLongestField = 60;
+
+std::string Shortened(const std::string& field) {
+  if (field.size() <= kLongestField) return field;
+  std::size_t end = kLongestField;
+  while (end > 0 && (field[end] & 0xC0) == 0x80) --end;
+  return field.substr(0, end) + "...";
+}
+
+std::string FieldsText(const std::set<std::string>& fields) {
+  std::string text;
+  std::size_t count = 0;
+  for (const std::string& field : fields) {
+    if (count++ == kMostFields) break;
+    text += (text.empty() ? "" : ", ") + Shortened(field);
+  }
+  if (fields.size() <= kMostFields) return text;
+  return text + " and " + std::to_string(fields.size() - kMostFields) + " more";
 }
 
 std::string Times(std::size_t count) {
@@ -69,13 +86,8 @@ std::string LossText(const LossReport& report) {
   }
   std::string text;
   for (const auto& [code, group] : groups) {
-    text += CodeName(code) + " " + MeaningOf(code) + ", " + Times(group.count) + ":";
-    const char* before = " ";
-    for (const std::string& field : group.fields) {
-      text += before + field;
-      before = ", ";
-    }
-    text += '\n';
+    text += CodeName(code) + " " + MeaningOf(code) + ", " + Times(group.count) + ": " +
+            FieldsText(group.fields) + "\n";
   }
   return text;
 }

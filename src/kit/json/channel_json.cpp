@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "kit/model/field_value.h"
 #include "kit/text/utf.h"
 
 using nlohmann::ordered_json;
@@ -16,13 +15,6 @@ using station_blocks::StreamList;
 
 namespace channel_json {
 namespace {
-
-ordered_json ToJson(const FieldValue& value) {
-  if (const auto* mark = std::get_if<bool>(&value)) return *mark;
-  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  return nullptr;
-}
 
 class Viewer {
  public:
@@ -99,6 +91,13 @@ class Viewer {
 };
 
 }  // namespace
+
+ordered_json ToJson(const FieldValue& value) {
+  if (const auto* mark = std::get_if<bool>(&value)) return *mark;
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
+  return nullptr;
+}
 
 ordered_json Summary(const Channel& channel) {
   ordered_json object = ordered_json::object();

@@ -4,9 +4,13 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "kit/model/channel.h"
+#include "kit/model/field_value.h"
 #include "kit/model/narrow_text.h"
 
 namespace channel_json {
+
+/// Null for nothing.
+nlohmann::ordered_json ToJson(const FieldValue& value);
 
 /// The twelve values that a record answers for itself.
 nlohmann::ordered_json Summary(const Channel& channel);

@@ -49,6 +49,18 @@ TEST(LossReport, IsALineACode) {
   EXPECT_EQ("", interchange::LossText({Direction::Export, "vdr", 7, 6, Losses()}));
 }
 
+TEST(LossReport, ShortensWhatFilesCallTheirKeys) {
+  Losses losses;
+  for (int i = 10; i < 32; ++i) losses.Add(Code::KeyUnknown, "k" + std::to_string(i), {});
+  losses.Add(Code::LineNotUnderstood, std::string(59, 'x') + "\xC3\xA4" + std::string(1000, 'x'),
+             {});
+  EXPECT_EQ("L501 line not understood: left out, once: " + std::string(59, 'x') +
+                "...\n"
+                "L502 unknown key ignored, 22 times: k10, k11, k12, k13, k14, k15, k16, k17, k18, "
+                "k19, k20, k21, k22, k23, k24, k25, k26, k27, k28, k29 and 2 more\n",
+            interchange::LossText({Direction::Import, "csv", 1, 1, losses}));
+}
+
 TEST(LossReport, CountsWhatWasTakenFromAnother) {
   Losses losses = Some();
   losses.Take(Some());

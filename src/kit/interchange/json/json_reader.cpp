@@ -51,8 +51,12 @@ class DocumentReader {
  private:
   static Place PlaceOf(const ordered_json& json) {
     Place place;
-    if (const auto index = json.find("index"); index != json.end() && index->is_number_unsigned()) {
-      place.index = static_cast<UINT>(index->get<std::uint64_t>());
+    if (const auto index = json.find("index"); index != json.end()) {
+      const FieldValue value = PlainValue(*index);
+      const auto* number = std::get_if<std::int64_t>(&value);
+      if (number != nullptr && *number >= 0 && *number <= UINT32_MAX) {
+        place.index = static_cast<UINT>(*number);
+      }
     }
     for (const char* key : {"displayName", "name"}) {
       const auto name = json.find(key);
@@ -150,7 +154,8 @@ void RequireChannels(const ordered_json& document, InputSignalType signal) {
   }
   const auto given = document.find("signal");
   if (given != document.end() && *given != SignalTypeName(signal)) {
-    throw Failure{E_INVALIDARG, "the file holds channels of " + given->dump() + ", not of " +
+    const std::string signalText = given->is_string() ? given->get<std::string>() : "another type";
+    throw Failure{E_INVALIDARG, "the file holds channels of " + signalText + ", not of " +
                                     SignalTypeName(signal)};
   }
 }

@@ -108,7 +108,7 @@ TEST(JsonList, RefusesWhatIsNoListOfChannels) {
   }
   ordered_json document = DocumentOf(exchange);
   document["signal"] = "DVBSatellite";
-  ExpectRaised<Failure>("the file holds channels of \"DVBSatellite\", not of FMRadio",
+  ExpectRaised<Failure>("the file holds channels of DVBSatellite, not of FMRadio",
                         [&] { exchange.In("json", document.dump()); });
   for (const std::string text : {"", "{", "name,freq\n", "{\"tunedex\":\"\xFF\"}", "1e999999"}) {
     EXPECT_THROW(exchange.In("json", text), Failure) << text;
@@ -129,6 +129,9 @@ TEST(JsonList, ComesToAnEndWithHostileDocuments) {
   EXPECT_EQ("L201 name",
             CodesOf(exchange.In("json", head + "{\"name\":\"" + repeated("x") + "\"}]}").losses));
   EXPECT_EQ("L501 channels", CodesOf(exchange.In("json", head + repeated("1,") + "1]}").losses));
+  EXPECT_THROW(
+      exchange.In("json", head + "],\"signal\":" + repeated("[") + std::string(200'000, ']') + "}"),
+      Failure);
   const Import deep = exchange.In("json", head + repeated("[") + std::string(200'000, ']') + "]}");
   EXPECT_EQ("L501 channels", CodesOf(deep.losses));
 }
