@@ -87,7 +87,17 @@ class Comparer {
     const FieldValue was = ValueOf(m_was, field, m_rules.context.narrow);
     const FieldValue became = ValueOf(m_became, field, m_rules.context.narrow);
     if (was == became || (IsNothing(was) && IsNothing(became))) return;
-    Add(UsualCode(field, became), field.attribute, was, became);
+    if (IsNothing(was)) {
+      m_losses.Add(AssumedCode(field), field.attribute, m_place, was, became);
+    } else {
+      Add(UsualCode(field, became), field.attribute, was, became);
+    }
+  }
+
+  /// What the list does not know and the target cannot leave open.
+  static Code AssumedCode(const Field& field) {
+    if (std::string_view(field.attribute) == "serviceType") return Code::TypeAssumed;
+    return field.form == Form::Number ? Code::TuningDerived : Code::SystemAssumed;
   }
 
   static Code UsualCode(const Field& field, const FieldValue& became) {
