@@ -87,20 +87,33 @@ class Comparer {
     const FieldValue was = ValueOf(m_was, field, m_rules.context.narrow);
     const FieldValue became = ValueOf(m_became, field, m_rules.context.narrow);
     if (was == became || (IsNothing(was) && IsNothing(became))) return;
-    Add(UsualCode(field, was, became), field.attribute, was, became);
+    // What a format has a code of its own for is a value that the list knows.
+    const bool isKnown = !IsNothing(was) || IsMark(field) || IsText(field);
+    if (isKnown) {
+      Add(UsualCode(field, became), field.attribute, was, became);
+    } else {
+      m_losses.Add(AssumedCode(field), field.attribute, m_place, was, became);
+    }
   }
 
-  static Code UsualCode(const Field& field, const FieldValue& was, const FieldValue& became) {
-    if (field.source == Source::Index || field.source == Source::Favorite ||
-        field.source == Source::Lock) {
-      return Code::MarkDropped;
-    }
+  static bool IsMark(const Field& field) {
+    return field.source == Source::Index || field.source == Source::Favorite ||
+           field.source == Source::Lock;
+  }
+  static bool IsText(const Field& field) {
+    return field.form == Form::Text || field.form == Form::Base64;
+  }
+
+  /// What the list does not know and the target cannot leave open.
+  static Code AssumedCode(const Field& field) {
+    if (std::string_view(field.attribute) == "serviceType") return Code::TypeAssumed;
+    return field.form == Form::Number ? Code::TuningDerived : Code::SystemAssumed;
+  }
+
+  static Code UsualCode(const Field& field, const FieldValue& became) {
+    if (IsMark(field)) return Code::MarkDropped;
     if (IsNothing(became)) return Code::NoPlace;
-    if (field.form == Form::Text || field.form == Form::Base64) return Code::NameChanged;
-    // What comes of nothing was filled in.
-    if (IsNothing(was)) {
-      return field.form == Form::Number ? Code::TuningDerived : Code::SystemAssumed;
-    }
+    if (IsText(field)) return Code::NameChanged;
     return field.form == Form::Number ? Code::NumberRounded : Code::WordLacking;
   }
 

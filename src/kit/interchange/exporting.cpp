@@ -29,6 +29,8 @@ Input AsInput(const Format& format, const Output& output) {
 std::vector<Channel> ReadBack(const Format& format, const Output& output,
                               const ExportRequest& request) {
   if (format.readBack != nullptr) return format.readBack(output, request);
+  // A file without a channel may be nothing that a reader takes.
+  if (output.written.empty()) return {};
   const std::vector<Channel> none;
   Losses ignored;
   ImportResult result =

@@ -7,10 +7,11 @@
 #include "kit/text/tuning_words.h"
 
 using station_blocks::Form;
-using tuning_words::Word;
 
 namespace interchange {
 namespace {
+
+using tuning_words::Word;
 
 // What the file writes as NotSet.
 constexpr Word kOtherRates[] = {

@@ -10,5 +10,9 @@ std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channe
 
 /// Exports the list and imports the file where there is no list. Every value that came back
 /// different must have a loss, and every loss of a channel that is in the file, but for what was
-/// assumed, a value. What is exported then must be the same file.
-void ExpectCompleteReport(const Exchange& exchange, const char* format);
+/// assumed, a value. What is exported then must be the same file, or what `lasting` makes of it.
+void ExpectCompleteReport(const Exchange& exchange, const char* format,
+                          std::string (*lasting)(const std::string& bytes) = nullptr);
+
+/// What was written, as a reader is given it.
+interchange::Input InputOf(const interchange::Output& output, bool isFolder);

@@ -8,10 +8,10 @@ namespace {
 
 using interchange::TextLine;
 using interchange::TextLines;
-using Texts = std::vector<std::string_view>;
+using TextsOfLines = std::vector<std::string_view>;
 
-Texts LinesOf(std::string_view text) {
-  Texts texts;
+TextsOfLines LinesOf(std::string_view text) {
+  TextsOfLines texts;
   TextLines lines(text);
   while (const std::optional<TextLine> line = lines.Next()) {
     texts.push_back(line->text);
@@ -21,17 +21,17 @@ Texts LinesOf(std::string_view text) {
 }
 
 TEST(TextLines, EndWithLineFeedsOfEitherKind) {
-  EXPECT_EQ((Texts{"a", "b"}), LinesOf("a\nb\n"));
-  EXPECT_EQ((Texts{"a", "b"}), LinesOf("a\r\nb"));
-  EXPECT_EQ((Texts{"", "", "a"}), LinesOf("\n\r\na"));
-  EXPECT_EQ((Texts{"a\rb", ""}), LinesOf("a\rb\n\r\n"));
-  EXPECT_EQ(Texts{}, LinesOf(""));
+  EXPECT_EQ((TextsOfLines{"a", "b"}), LinesOf("a\nb\n"));
+  EXPECT_EQ((TextsOfLines{"a", "b"}), LinesOf("a\r\nb"));
+  EXPECT_EQ((TextsOfLines{"", "", "a"}), LinesOf("\n\r\na"));
+  EXPECT_EQ((TextsOfLines{"a\rb", ""}), LinesOf("a\rb\n\r\n"));
+  EXPECT_EQ(TextsOfLines{}, LinesOf(""));
 }
 
 TEST(TextLines, BeginBehindAMark) {
-  EXPECT_EQ((Texts{"a"}), LinesOf("\xEF\xBB\xBF"
-                                  "a\n"));
-  EXPECT_EQ(Texts{}, LinesOf("\xEF\xBB\xBF"));
+  EXPECT_EQ((TextsOfLines{"a"}), LinesOf("\xEF\xBB\xBF"
+                                         "a\n"));
+  EXPECT_EQ(TextsOfLines{}, LinesOf("\xEF\xBB\xBF"));
 }
 
 }  // namespace
