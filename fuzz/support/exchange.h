@@ -7,9 +7,9 @@
 
 #include "kit/failure.h"
 #include "kit/files/scratch_directory.h"
-#include "kit/interchange/exporting.h"
-#include "kit/interchange/importing.h"
+#include "kit/interchange/list/exporting.h"
 #include "kit/interchange/list/formats.h"
+#include "kit/interchange/list/importing.h"
 #include "support/fuzz.h"
 
 /// An empty list of a signal type, which files are read into.

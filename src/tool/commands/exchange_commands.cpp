@@ -4,10 +4,10 @@
 
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
-#include "kit/interchange/exporting.h"
-#include "kit/interchange/importing.h"
+#include "kit/interchange/list/exporting.h"
+#include "kit/interchange/list/importing.h"
 #include "kit/interchange/loss_report.h"
-#include "kit/interchange/tuning_tables.h"
+#include "kit/interchange/services/tuning_tables.h"
 #include "kit/model/channel_layout.h"
 #include "kit/model/channel_list.h"
 #include "kit/satellites/catalogue.h"

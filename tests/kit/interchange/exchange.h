@@ -8,9 +8,9 @@
 
 #include "kit/files/file_scan.h"
 #include "kit/home.h"
-#include "kit/interchange/exporting.h"
-#include "kit/interchange/importing.h"
+#include "kit/interchange/list/exporting.h"
 #include "kit/interchange/list/formats.h"
+#include "kit/interchange/list/importing.h"
 #include "kit/interchange/loss_report.h"
 #include "kit/model/channel_table.h"
 #include "support/random.h"

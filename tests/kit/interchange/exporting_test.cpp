@@ -1,11 +1,11 @@
 // The report of an export is complete: every value that does not come back is in it, and nothing
 // else.
-#include "kit/interchange/exporting.h"
+#include "kit/interchange/list/exporting.h"
 
 #include "kit/failure.h"
-#include "kit/interchange/channel_values.h"
-#include "kit/interchange/comparison.h"
 #include "kit/interchange/exchange.h"
+#include "kit/interchange/list/comparison.h"
+#include "kit/interchange/services/channel_values.h"
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"

@@ -1,4 +1,4 @@
-#include "kit/interchange/importing.h"
+#include "kit/interchange/list/importing.h"
 
 #include "kit/interchange/exchange.h"
 #include "kit/text/signal_types.h"

@@ -1,7 +1,7 @@
-#include "kit/interchange/service_channel.h"
+#include "kit/interchange/services/service_channel.h"
 
 #include "kit/interchange/exchange.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/station_values.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "kit/interchange/tuning_tables.h"
+#include "kit/interchange/services/tuning_tables.h"
 
 #include <gtest/gtest.h>
 

@@ -15,7 +15,7 @@
 #include "kit/failure.h"
 #include "kit/interchange/complete_report.h"
 #include "kit/interchange/dvbv5/dvbv5_words.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/station_values.h"
 #include "kit/interchange/vdr_channels.h"
 #include "kit/text/signal_types.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kit/interchange/channel_values.h"
+#include "kit/interchange/services/channel_values.h"
 
 namespace interchange::csv {
 

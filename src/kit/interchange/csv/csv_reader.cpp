@@ -3,9 +3,9 @@
 #include <set>
 
 #include "kit/failure.h"
-#include "kit/interchange/channel_builder.h"
 #include "kit/interchange/csv/csv_cells.h"
 #include "kit/interchange/csv/csv_text.h"
+#include "kit/interchange/services/channel_builder.h"
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 

@@ -7,9 +7,9 @@
 #include "kit/interchange/channel_plans.h"
 #include "kit/interchange/dvbv5/dvbv5_sections.h"
 #include "kit/interchange/dvbv5/dvbv5_words.h"
-#include "kit/interchange/plain_service.h"
-#include "kit/interchange/service_channel.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/plain_service.h"
+#include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/services/station_values.h"
 #include "kit/model/channel_layout.h"
 #include "kit/text/ascii.h"
 

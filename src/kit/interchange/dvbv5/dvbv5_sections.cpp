@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "kit/interchange/plain_service.h"
+#include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/text_lines.h"
 #include "kit/text/ascii.h"
 

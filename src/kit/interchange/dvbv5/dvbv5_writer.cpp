@@ -4,9 +4,9 @@
 
 #include "kit/interchange/channel_plans.h"
 #include "kit/interchange/dvbv5/dvbv5_words.h"
-#include "kit/interchange/plain_service.h"
-#include "kit/interchange/service_names.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/plain_service.h"
+#include "kit/interchange/services/service_names.h"
+#include "kit/interchange/services/station_values.h"
 #include "kit/text/ascii.h"
 
 namespace interchange::dvbv5 {

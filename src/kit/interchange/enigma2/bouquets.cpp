@@ -1,6 +1,6 @@
 #include "kit/interchange/enigma2/bouquets.h"
 
-#include "kit/interchange/plain_service.h"
+#include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/text_lines.h"
 
 namespace interchange::enigma2 {

@@ -6,8 +6,8 @@
 #include "kit/failure.h"
 #include "kit/interchange/enigma2/bouquets.h"
 #include "kit/interchange/enigma2/lamedb.h"
-#include "kit/interchange/plain_service.h"
-#include "kit/interchange/service_channel.h"
+#include "kit/interchange/services/plain_service.h"
+#include "kit/interchange/services/service_channel.h"
 #include "kit/text/ascii.h"
 
 namespace interchange::enigma2 {

@@ -6,8 +6,8 @@
 #include <set>
 
 #include "kit/interchange/enigma2/enigma2_words.h"
-#include "kit/interchange/plain_service.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/plain_service.h"
+#include "kit/interchange/services/station_values.h"
 
 namespace interchange::enigma2 {
 namespace {

@@ -1,7 +1,7 @@
 #include "kit/interchange/enigma2/lamedb.h"
 
 #include "kit/failure.h"
-#include "kit/interchange/plain_service.h"
+#include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/text_lines.h"
 #include "kit/text/ascii.h"
 

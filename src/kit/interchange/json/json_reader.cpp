@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
-#include "kit/interchange/channel_builder.h"
+#include "kit/interchange/services/channel_builder.h"
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 

@@ -4,8 +4,8 @@
 #include <iterator>
 
 #include "kit/failure.h"
-#include "kit/interchange/service_names.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/service_names.h"
+#include "kit/interchange/services/station_values.h"
 
 namespace interchange::m3u {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/station_values.h"
 
 namespace interchange::m3u {
 namespace {

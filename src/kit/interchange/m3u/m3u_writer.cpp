@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "kit/interchange/channel_builder.h"
 #include "kit/interchange/m3u/m3u_address.h"
 #include "kit/interchange/m3u/m3u_entries.h"
 #include "kit/interchange/m3u/m3u_identity.h"
-#include "kit/interchange/service_channel.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/channel_builder.h"
+#include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/services/station_values.h"
 #include "kit/model/channel_layout.h"
 
 namespace interchange::m3u {

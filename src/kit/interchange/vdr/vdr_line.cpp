@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "kit/interchange/service_names.h"
+#include "kit/interchange/services/service_names.h"
 #include "kit/interchange/vdr/vdr_parameters.h"
 #include "kit/interchange/vdr/vdr_words.h"
 #include "kit/text/utf.h"

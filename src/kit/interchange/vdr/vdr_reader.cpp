@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "kit/failure.h"
-#include "kit/interchange/service_channel.h"
+#include "kit/interchange/services/service_channel.h"
 #include "kit/interchange/vdr/vdr_line.h"
 #include "kit/interchange/vdr/vdr_words.h"
 

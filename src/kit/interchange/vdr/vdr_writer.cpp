@@ -5,8 +5,8 @@
 #include <unordered_set>
 #include <utility>
 
-#include "kit/interchange/service_channel.h"
-#include "kit/interchange/service_names.h"
+#include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/services/service_names.h"
 #include "kit/interchange/vdr/vdr_words.h"
 #include "kit/text/utf.h"
 

@@ -3,9 +3,9 @@
 #include <chrono>
 
 #include "kit/failure.h"
-#include "kit/interchange/channel_values.h"
 #include "kit/interchange/exchange.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/channel_values.h"
+#include "kit/interchange/services/station_values.h"
 #include "kit/interchange/vdr_channels.h"
 
 namespace {

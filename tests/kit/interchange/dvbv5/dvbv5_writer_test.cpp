@@ -15,7 +15,7 @@ std::string FileOf(const Exchange& exchange) {
 
 /// The line of a key in the file of a list with one channel; empty where there is none.
 std::string LineOf(InputSignalType signal, const std::string& values, const std::string& key,
-                   const Texts& texts = {"Name"}) {
+                   const ChannelTexts& texts = {"Name"}) {
   Exchange exchange(999, signal);
   AddChannel(exchange, 1, values, texts);
   const std::string file = FileOf(exchange);
@@ -28,7 +28,7 @@ std::string Satellite(const std::string& values, const std::string& key) {
   return LineOf(InputSignalDVBSatellite, "serviceID=5 " + values, key);
 }
 
-std::string TitleOf(const Texts& texts) {
+std::string TitleOf(const ChannelTexts& texts) {
   Exchange exchange(999, InputSignalDVBTerrestrial);
   AddChannel(exchange, 1, "serviceID=5", texts);
   const std::string file = FileOf(exchange);

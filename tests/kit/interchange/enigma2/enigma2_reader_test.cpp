@@ -5,7 +5,7 @@
 
 #include "kit/failure.h"
 #include "kit/interchange/exchange.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/station_values.h"
 
 namespace {
 

@@ -113,7 +113,7 @@ TEST(Enigma2Writer, WritesTerrestrialTransponders) {
             TransponderOf("ONID=2 TSID=3 freq=191500", InputSignalDVBTerrestrial, 49));
 }
 
-std::string DataOf(const std::string& values, const Texts& texts = {"Name"}) {
+std::string DataOf(const std::string& values, const ChannelTexts& texts = {"Name"}) {
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1, "serviceID=5 " + values, texts);
   const std::string file = FileIn(exchange.Out("enigma2"), "lamedb");

@@ -1,7 +1,7 @@
-#include "kit/interchange/importing.h"
+#include "kit/interchange/list/importing.h"
 
 #include "kit/failure.h"
-#include "kit/interchange/comparison.h"
+#include "kit/interchange/list/comparison.h"
 #include "kit/saving/stored_form.h"
 #include "kit/text/signal_types.h"
 

@@ -1,4 +1,4 @@
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/station_values.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 
 #include "kit/interchange/channel_plans.h"
 #include "kit/interchange/languages.h"
-#include "kit/interchange/service_channel.h"
-#include "kit/interchange/service_names.h"
-#include "kit/interchange/shown_name.h"
-#include "kit/interchange/station_values.h"
+#include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/services/service_names.h"
+#include "kit/interchange/services/shown_name.h"
+#include "kit/interchange/services/station_values.h"
 
 namespace interchange {
 namespace {

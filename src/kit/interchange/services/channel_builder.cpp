@@ -1,4 +1,4 @@
-#include "kit/interchange/channel_builder.h"
+#include "kit/interchange/services/channel_builder.h"
 
 #include <algorithm>
 

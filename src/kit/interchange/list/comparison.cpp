@@ -1,9 +1,9 @@
-#include "kit/interchange/comparison.h"
+#include "kit/interchange/list/comparison.h"
 
 #include <algorithm>
 
-#include "kit/interchange/channel_values.h"
-#include "kit/interchange/shown_name.h"
+#include "kit/interchange/services/channel_values.h"
+#include "kit/interchange/services/shown_name.h"
 #include "kit/model/channel_layout.h"
 #include "kit/selection/channel_field.h"
 #include "kit/text/utf.h"

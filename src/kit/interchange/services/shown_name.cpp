@@ -1,6 +1,6 @@
-#include "kit/interchange/shown_name.h"
+#include "kit/interchange/services/shown_name.h"
 
-#include "kit/interchange/channel_builder.h"
+#include "kit/interchange/services/channel_builder.h"
 
 namespace interchange {
 

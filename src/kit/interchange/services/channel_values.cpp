@@ -1,4 +1,4 @@
-#include "kit/interchange/channel_values.h"
+#include "kit/interchange/services/channel_values.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "kit/interchange/tuning_texts.h"
+#include "kit/interchange/services/tuning_texts.h"
 
 #include <algorithm>
 #include <iterator>

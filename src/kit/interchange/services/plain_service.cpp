@@ -1,7 +1,7 @@
-#include "kit/interchange/plain_service.h"
+#include "kit/interchange/services/plain_service.h"
 
-#include "kit/interchange/channel_builder.h"
-#include "kit/interchange/service_channel.h"
+#include "kit/interchange/services/channel_builder.h"
+#include "kit/interchange/services/service_channel.h"
 
 namespace interchange {
 

@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <limits>
 
-#include "kit/interchange/channel_builder.h"
 #include "kit/interchange/channel_plans.h"
 #include "kit/interchange/languages.h"
-#include "kit/interchange/service_channel.h"
-#include "kit/interchange/service_names.h"
-#include "kit/interchange/station_values.h"
-#include "kit/interchange/tuning_texts.h"
+#include "kit/interchange/services/channel_builder.h"
+#include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/services/service_names.h"
+#include "kit/interchange/services/station_values.h"
+#include "kit/interchange/services/tuning_texts.h"
 #include "kit/model/channel_layout.h"
 #include "kit/text/tuning_words.h"
 

@@ -1,8 +1,8 @@
 // Makes a channel of values that come from outside.
 #pragma once
 
-#include "kit/interchange/channel_values.h"
 #include "kit/interchange/format.h"
+#include "kit/interchange/services/channel_values.h"
 
 namespace interchange {
 

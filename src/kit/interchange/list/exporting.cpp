@@ -1,7 +1,7 @@
-#include "kit/interchange/exporting.h"
+#include "kit/interchange/list/exporting.h"
 
 #include "kit/failure.h"
-#include "kit/interchange/comparison.h"
+#include "kit/interchange/list/comparison.h"
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
