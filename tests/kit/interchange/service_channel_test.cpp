@@ -108,9 +108,9 @@ TEST(FromChannel, TakesTheTransponderOfTables) {
   request.tuning = {beyond, other, distant, close};
   EXPECT_EQ(BDA_MOD_16APSK, FromChannel(channel, request, none).tuning.modulation);
   EXPECT_FALSE(none.Has(Code::SystemAssumed));
-  far.modulation = BDA_MOD_NOT_SET;
-  far.system = System::Unknown;
-  request.tuning = {far};
+  distant.modulation = BDA_MOD_NOT_SET;
+  distant.system = System::Unknown;
+  request.tuning = {distant};
   Losses nothing;
   EXPECT_EQ(System::Second, FromChannel(channel, request, nothing).tuning.system);
   EXPECT_TRUE(nothing.Has(Code::SystemAssumed));

@@ -29,14 +29,14 @@ std::size_t CountOf(const Channel& channel, std::size_t offset, std::size_t capa
   return std::min<std::size_t>(station_blocks::Fetch(channel.block.data() + offset, 4), capacity);
 }
 
-FieldValue TextOf(const BYTE* place, std::size_t width, const NarrowText& narrow) {
+FieldValue BlockTextOf(const BYTE* place, std::size_t width, const NarrowText& narrow) {
   return utf::FromWide(narrow.ToWide(UpToZero(place, width)));
 }
 
 EntryValues ComponentOf(const BYTE* block, const ComponentList& parts, std::size_t i,
                         const NarrowText& narrow) {
   const std::uint32_t type = station_blocks::Fetch(block + parts.typeOffset + i * 4, 4);
-  return {TextOf(block + parts.nameOffset + i * parts.nameWidth, parts.nameWidth, narrow),
+  return {BlockTextOf(block + parts.nameOffset + i * parts.nameWidth, parts.nameWidth, narrow),
           std::int64_t{static_cast<std::int32_t>(type)}};
 }
 
