@@ -205,7 +205,8 @@ TEST(Exchange, RefusesWhatMakesNoSense) {
     arguments.insert(arguments.end(), more.begin(), more.end());
     return arguments;
   };
-  refused("--format: 'xls' is not known; known are csv, json, vdr, m3u", with({"xls"}));
+  refused("--format: 'xls' is not known; known are csv, json, dvbv5, vdr, enigma2, m3u",
+          with({"xls"}));
   refused("--format is required", {"channels", "export"});
   refused("--url goes without --format csv", with({"csv", "--url", "http://x/{sid}"}));
   refused("--no-mark goes without --format json", with({"json", "--no-mark"}));

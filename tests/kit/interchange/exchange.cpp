@@ -14,7 +14,8 @@ using station_blocks::Source;
 
 namespace {
 
-std::string RandomText(Random& random, std::size_t limit) {
+/// Of what the code page has.
+std::string RandomText(Random& random, std::size_t limit, const NarrowText& narrow) {
   // What spreadsheets, XML and separators make something of, and letters of one to four bytes.
   static constexpr const char* kPieces[] = {"=",
                                             "+",
@@ -47,7 +48,8 @@ std::string RandomText(Random& random, std::size_t limit) {
   std::string text;
   for (std::uint32_t pieces = random(9); pieces > 0; --pieces) {
     const std::string piece = kPieces[random(std::size(kPieces))];
-    if (text.size() + piece.size() <= limit) text += piece;
+    const bool fits = text.size() + piece.size() <= limit;
+    if (fits && narrow.FromWide(*utf::ToWide(piece))) text += piece;
   }
   return text;
 }
@@ -56,10 +58,10 @@ void PutText(Channel& channel, std::size_t offset, const std::string& text) {
   std::ranges::copy(text, channel.block.begin() + static_cast<std::ptrdiff_t>(offset));
 }
 
-void Fill(Channel& channel, const Field& field, Random& random) {
+void Fill(Channel& channel, const Field& field, Random& random, const NarrowText& narrow) {
   if (field.source == Source::Index) return;
   if (field.form == Form::Text || field.form == Form::Base64) {
-    const std::string text = RandomText(random, TextLimit(field));
+    const std::string text = RandomText(random, TextLimit(field), narrow);
     if (field.source == Source::DisplayName) {
       channel.displayName = *utf::ToWide(text);
     } else {
@@ -79,7 +81,7 @@ void Fill(Channel& channel, const Field& field, Random& random) {
   }
 }
 
-void FillEntries(Channel& channel, const Layout& layout, Random& random) {
+void FillEntries(Channel& channel, const Layout& layout, Random& random, const NarrowText& narrow) {
   for (const station_blocks::StreamList& list : layout.lists) {
     const std::uint32_t count = random(list.capacity + 2U);
     station_blocks::Store(channel.block.data() + list.countOffset, 4, count);
@@ -92,7 +94,7 @@ void FillEntries(Channel& channel, const Layout& layout, Random& random) {
   station_blocks::Store(channel.block.data() + parts.countOffset, 4, random(parts.capacity + 2U));
   for (std::size_t i = 0; i < parts.capacity; ++i) {
     PutText(channel, parts.nameOffset + i * parts.nameWidth,
-            RandomText(random, kComponentNameLimit));
+            RandomText(random, kComponentNameLimit, narrow));
     station_blocks::Store(channel.block.data() + parts.typeOffset + i * 4, 4, random());
   }
 }
@@ -132,11 +134,12 @@ Channel RandomChannel(const Exchange& exchange, Random& random, UINT index) {
   const Layout& layout = LayoutOf(exchange.Signal());
   Channel channel = EmptyChannel(layout);
   channel.index = index;
-  FillEntries(channel, layout, random);
+  FillEntries(channel, layout, random, exchange.Narrow());
   for (const auto& rows : {layout.channel, layout.elementStreams, layout.satelliteParams}) {
     for (const Field& row : rows) {
       const bool isCount = std::string_view(row.attribute).starts_with("numOf");
-      if (!isCount && row.use == station_blocks::Use::Both) Fill(channel, row, random);
+      if (!isCount && row.use == station_blocks::Use::Both)
+        Fill(channel, row, random, exchange.Narrow());
     }
   }
   return exchange.Stored(channel);

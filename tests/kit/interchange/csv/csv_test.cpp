@@ -185,11 +185,17 @@ TEST(Csv, TakesTextsThatAreNoUtf8) {
   const Import in = Fm().In("csv", "name,freq\nSt\xF6rt\xFF,1\n");
   ASSERT_EQ(1U, in.table.channels.size());
   EXPECT_EQ("L201 name", CodesOf(in.losses));
-  EXPECT_EQ("St\xEF\xBF\xBDrt\xEF\xBF\xBD", utf::FromWide(in.table.channels[0].name));
+  // The code page may have another sign for what it has no character for.
+  const Exchange exchange = Fm();
+  const std::string stored =
+      exchange.Narrow().Replacing(*utf::ToWide("St\xEF\xBF\xBDrt\xEF\xBF\xBD"));
+  EXPECT_EQ(exchange.Narrow().ToWide(stored), in.table.channels[0].name);
 }
 
 TEST(Csv, CutsTextsThatAreTooLongBetweenTwoCharacters) {
-  std::string name(78, 'x');
+  const Exchange exchange = Fm();
+  const std::string name(
+      81 - exchange.Narrow().FromWide(*utf::ToWide("\xE2\x82\xAC")).value().size(), 'x');
   const Import in = Fm().In("csv", "name,freq\n" + name + "\xE2\x82\xAC,1\n");
   ASSERT_EQ(1U, in.table.channels.size());
   EXPECT_EQ("L201 name", CodesOf(in.losses));
