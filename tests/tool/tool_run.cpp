@@ -46,6 +46,12 @@ std::string Described(const Outcome& outcome) {
          outcome.err;
 }
 
+/// A busy system now and then starts no shell, or its shell finds no program: then nothing was run.
+bool WasRun(int status, const TempDir& output) {
+  if (!std::filesystem::exists(output.File("out"))) return status != -1;
+  return !output.Read("err").starts_with("Can't recognize '");
+}
+
 }  // namespace
 
 // Nobody answers a question.
@@ -62,9 +68,7 @@ Outcome RunTool(const Arguments& arguments, const std::string& input) {
   const std::string quotes(ZORTUNEDEX_SHELL_QUOTES, '"');
   command = quotes + command + quotes;
   int status = std::system(command.c_str());
-  // A busy system now and then starts no shell: then nothing was run, and nothing was opened.
-  for (int more = 0; more < 3 && status == -1 && !std::filesystem::exists(output.File("out"));
-       ++more) {
+  for (int more = 0; more < 3 && !WasRun(status, output); ++more) {
     status = std::system(command.c_str());
   }
   // A status stands in the low byte on one platform and in the next one on the other.
