@@ -23,13 +23,18 @@ struct TransponderKey {
   std::uint32_t stream = 0;
   std::uint32_t network = 0;
 
-  auto operator<=>(const TransponderKey&) const = default;
+  bool operator<(const TransponderKey& other) const {
+    return std::tie(nameSpace, stream, network) <
+           std::tie(other.nameSpace, other.stream, other.network);
+  }
 };
 struct ServiceKey {
   TransponderKey transponder;
   std::uint32_t service = 0;
 
-  auto operator<=>(const ServiceKey&) const = default;
+  bool operator<(const ServiceKey& other) const {
+    return std::tie(transponder, service) < std::tie(other.transponder, other.service);
+  }
 };
 
 /// A number of the settings and the value that it stands for.
