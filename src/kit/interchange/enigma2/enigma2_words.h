@@ -1,12 +1,12 @@
 // The numbers and names of Enigma2's settings.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "core/interfaces.h"
 #include "kit/interchange/service.h"

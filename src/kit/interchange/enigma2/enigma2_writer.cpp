@@ -281,7 +281,7 @@ void WriteEnigma2(const ExportRequest& request, Output& output, Losses& losses) 
   std::vector<std::size_t> order(request.channels.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   // Television stands in one bouquet, radio in the other.
-  std::ranges::stable_partition(order, [&](std::size_t place) {
+  std::stable_partition(order.begin(), order.end(), [&](std::size_t place) {
     const StationValues values(request.channels[place], context.signal, context.narrow);
     return !enigma2::IsRadio(values.Number("serviceType"));
   });

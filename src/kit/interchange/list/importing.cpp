@@ -33,7 +33,7 @@ void Renumber(std::vector<ImportedChannel>& channels, UINT first, Losses& losses
 Channel Stored(const ImportedChannel& imported, const ImportRequest& request, IChannelInfoMgr* list,
                Losses& losses) {
   const ListContext& context = request.context;
-  const Channel stored = AsStored(imported.channel, context.signal, context.narrow, list);
+  Channel stored = AsStored(imported.channel, context.signal, context.narrow, list);
   if (FirstDifference(imported.channel, stored, nullptr) != nullptr) {
     AddDifferences(imported.channel, stored, {context}, losses);
   }

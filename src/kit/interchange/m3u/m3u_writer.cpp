@@ -93,8 +93,8 @@ std::vector<Channel> ReadBack(const Output& output, const ExportRequest& request
   EntryLines entries(output.files.front().bytes, ignored);
   while (const std::optional<Entry> entry = entries.Next()) {
     builder.Begin({});
-    const auto set = [&](const char* attribute, FieldValue value) {
-      builder.Set(*FindAttribute(layout, attribute), std::move(value));
+    const auto set = [&](const char* attribute, const FieldValue& value) {
+      builder.Set(*FindAttribute(layout, attribute), value);
     };
     set("index", std::int64_t{entry->number});
     set("favor", std::int64_t{entry->isFavorite ? 1 : 0});

@@ -195,7 +195,7 @@ TEST(Csv, TakesTextsThatAreNoUtf8) {
 TEST(Csv, CutsTextsThatAreTooLongBetweenTwoCharacters) {
   const Exchange exchange = Fm();
   const std::string name(
-      81 - exchange.Narrow().FromWide(*utf::ToWide("\xE2\x82\xAC")).value().size(), 'x');
+      80 - exchange.Narrow().FromWide(*utf::ToWide("\xE2\x82\xAC")).value().size(), 'x');
   const Import in = Fm().In("csv", "name,freq\n" + name + "\xE2\x82\xAC,1\n");
   ASSERT_EQ(1U, in.table.channels.size());
   EXPECT_EQ("L201 name", CodesOf(in.losses));
