@@ -274,7 +274,8 @@ bool Report::PrintToolRatios() const {
   good &= PrintWorks("check / load", check, {"Tool/Open", kMiddle}, 6);
   good &= PrintWorks("check, 40000 / 10000", {check.first, kToolMost}, check, 10);
   const Key hostile("Tool/CheckHostile", kMiddle);
-  good &= PrintWorks("check of broken ones, 40000 / 10000", {hostile.first, kToolMost}, hostile, 10);
+  good &=
+      PrintWorks("check of broken ones, 40000 / 10000", {hostile.first, kToolMost}, hostile, 10);
   good &= PrintWorks("transponders list of 40000 / load of the catalogue",
                      {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 4);
   return good;
