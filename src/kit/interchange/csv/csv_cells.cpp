@@ -1,6 +1,7 @@
 #include "kit/interchange/csv/csv_cells.h"
 
 #include "kit/interchange/csv/csv_text.h"
+#include "kit/interchange/text_parts.h"
 #include "kit/text/ascii.h"
 
 using station_blocks::Field;
@@ -51,18 +52,10 @@ FieldValue NumberIn(std::string_view text) {
   return std::string(text);
 }
 
-/// Takes what stands in front of the next separator.
-std::string_view TakePart(std::string_view& rest, char separator) {
-  const std::size_t end = std::min(rest.find(separator), rest.size());
-  const std::string_view part = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return part;
-}
-
 EntryValues EntryIn(const Column& column, std::string_view text) {
   EntryValues values;
-  if (column.components != nullptr) values.emplace_back(Unescaped(TakePart(text, '|')));
-  while (!text.empty()) values.push_back(NumberIn(TakePart(text, '|')));
+  if (column.components != nullptr) values.emplace_back(Unescaped(TakeUpTo('|', text)));
+  while (!text.empty()) values.push_back(NumberIn(TakeUpTo('|', text)));
   return values;
 }
 
@@ -99,7 +92,7 @@ std::string CellOf(const std::vector<EntryValues>& entries) {
 std::vector<EntryValues> EntriesIn(const Column& column, std::string_view cell) {
   std::vector<EntryValues> entries;
   for (std::string_view rest = Unguarded(cell); !rest.empty();) {
-    const std::string_view entry = TakePart(rest, ' ');
+    const std::string_view entry = TakeUpTo(' ', rest);
     if (!entry.empty()) entries.push_back(EntryIn(column, entry));
   }
   return entries;

@@ -2,6 +2,7 @@
 
 #include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/text_lines.h"
+#include "kit/interchange/text_parts.h"
 
 namespace interchange::enigma2 {
 namespace {

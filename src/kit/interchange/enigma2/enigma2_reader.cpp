@@ -8,6 +8,7 @@
 #include "kit/interchange/enigma2/lamedb.h"
 #include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/text_parts.h"
 #include "kit/text/ascii.h"
 
 namespace interchange::enigma2 {

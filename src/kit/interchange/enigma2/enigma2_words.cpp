@@ -1,7 +1,8 @@
 #include "kit/interchange/enigma2/enigma2_words.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "kit/interchange/text_parts.h"
 
 namespace interchange::enigma2 {
 namespace {
@@ -60,20 +61,9 @@ std::string Hex(std::uint64_t number, std::size_t digits, bool capitals) {
 }
 
 std::optional<std::uint32_t> ParseHex(std::string_view text, std::uint32_t highest) {
-  std::uint64_t value = 0;
-  const char* const end = text.data() + text.size();
-  // from_chars would take a sign.
-  if (text.empty() || text.front() == '-') return std::nullopt;
-  const auto [last, error] = std::from_chars(text.data(), end, value, 16);
-  if (error != std::errc() || last != end || value > highest) return std::nullopt;
-  return static_cast<std::uint32_t>(value);
-}
-
-std::string_view TakeUpTo(char separator, std::string_view& rest) {
-  const std::size_t end = std::min(rest.find(separator), rest.size());
-  const std::string_view text = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return text;
+  const std::optional<std::uint64_t> value = DigitsOf(text, 16);
+  if (!value || *value > highest) return std::nullopt;
+  return static_cast<std::uint32_t>(*value);
 }
 
 }  // namespace interchange::enigma2

@@ -72,7 +72,4 @@ std::string Hex(std::uint64_t number, std::size_t digits = 1, bool capitals = fa
 /// Hexadecimal digits alone, up to `highest`.
 std::optional<std::uint32_t> ParseHex(std::string_view text, std::uint32_t highest = UINT32_MAX);
 
-/// The text in front of the separator, taken off the front together with it.
-std::string_view TakeUpTo(char separator, std::string_view& rest);
-
 }  // namespace interchange::enigma2

@@ -3,6 +3,7 @@
 #include "kit/failure.h"
 #include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/text_lines.h"
+#include "kit/interchange/text_parts.h"
 #include "kit/text/ascii.h"
 
 namespace interchange::enigma2 {

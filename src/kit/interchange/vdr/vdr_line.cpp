@@ -4,20 +4,13 @@
 #include <utility>
 
 #include "kit/interchange/services/service_names.h"
+#include "kit/interchange/text_parts.h"
 #include "kit/interchange/vdr/vdr_parameters.h"
 #include "kit/interchange/vdr/vdr_words.h"
 #include "kit/text/utf.h"
 
 namespace interchange::vdr {
 namespace {
-
-/// Takes what stands before a separator off a text, and the separator.
-std::string_view CutAt(std::string_view& text, char separator) {
-  const std::size_t end = text.find(separator);
-  const std::string_view head = text.substr(0, end);
-  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  return head;
-}
 
 std::string WithColons(std::string text) {
   std::ranges::replace(text, '|', ':');
@@ -71,7 +64,7 @@ class LineReader {
   /// "Name,Short;Provider".
   void TakeName() {
     std::string_view text = At(kName);
-    std::string_view name = CutAt(text, ';');
+    std::string_view name = TakeUpTo(';', text);
     const std::size_t comma = name.rfind(',');
     const std::string_view shortName =
         comma == std::string_view::npos ? std::string_view() : name.substr(comma + 1);
@@ -143,8 +136,8 @@ class LineReader {
   /// "163+17=2".
   void TakeVideo() {
     std::string_view type = At(kVideo);
-    std::string_view clock = CutAt(type, '=');
-    const std::uint32_t pid = NumberOf(CutAt(clock, '+'), kHighestPid, "VideoStream.pid");
+    std::string_view clock = TakeUpTo('=', type);
+    const std::uint32_t pid = NumberOf(TakeUpTo('+', clock), kHighestPid, "VideoStream.pid");
     if (!clock.empty()) m_service.pcrPid = NumberOf(clock, kHighestPid, "PcrPID");
     // Lists of ATSC have no clock, so that none is lost where none is said.
     if (m_service.pcrPid == 0 && !IsAtsc()) m_service.pcrPid = pid;
@@ -156,20 +149,20 @@ class LineReader {
   /// "256=deu+eng@3,257;259=deu@106".
   void TakeAudio() {
     std::string_view dolby = At(kAudio);
-    std::string_view others = CutAt(dolby, ';');
-    while (!others.empty()) TakeSound(CutAt(others, ','), false);
-    while (!dolby.empty()) TakeSound(CutAt(dolby, ','), true);
+    std::string_view others = TakeUpTo(';', dolby);
+    while (!others.empty()) TakeSound(TakeUpTo(',', others), false);
+    while (!dolby.empty()) TakeSound(TakeUpTo(',', dolby), true);
   }
 
   void TakeSound(std::string_view text, bool isDolby) {
     std::string_view type = text;
-    std::string_view language = CutAt(type, '@');
-    const std::uint32_t pid = NumberOf(CutAt(language, '='), kHighestPid, "AudioStream.pid");
+    std::string_view language = TakeUpTo('@', type);
+    const std::uint32_t pid = NumberOf(TakeUpTo('=', language), kHighestPid, "AudioStream.pid");
     if (pid == 0) return;
     Stream stream{TypeOf(type, isDolby ? kAc3Tag : kUsualAudio, "AudioStream.type"), pid, {}};
     if (isDolby) stream.type = OfDolby(stream.type);
     const std::string_view all = language;
-    stream.language = CutAt(language, '+');
+    stream.language = TakeUpTo('+', language);
     if (!language.empty()) {
       Lose(Code::StreamKindDropped, "AudioStream.lang", Utf8Of(all), Utf8Of(stream.language));
     }
@@ -189,16 +182,17 @@ class LineReader {
   /// "105;110=deu,111". The form says no types of these.
   void TakeTexts() {
     std::string_view subtitles = At(kText);
-    TakeText(CutAt(subtitles, ';'), StreamKind::Teletext, "TeletextStream");
+    TakeText(TakeUpTo(';', subtitles), StreamKind::Teletext, "TeletextStream");
     while (!subtitles.empty()) {
-      TakeText(CutAt(subtitles, ','), StreamKind::Subtitle, "SubtitleStream");
+      TakeText(TakeUpTo(',', subtitles), StreamKind::Subtitle, "SubtitleStream");
     }
   }
 
   void TakeText(std::string_view text, StreamKind kind, const std::string& list) {
     if (text.empty()) return;
     std::string_view language = text;
-    const std::uint32_t pid = NumberOf(CutAt(language, '='), kHighestPid, (list + ".pid").c_str());
+    const std::uint32_t pid =
+        NumberOf(TakeUpTo('=', language), kHighestPid, (list + ".pid").c_str());
     if (pid == 0) return;
     Lose(Code::TypeAssumed, list + ".type", {}, std::int64_t{kPrivateData});
     m_service.Of(kind).push_back({kPrivateData, pid, std::string(language)});
@@ -208,7 +202,7 @@ class LineReader {
   void TakeCa() {
     std::string_view list = At(kCa);
     while (!list.empty()) {
-      const std::string_view text = CutAt(list, ',');
+      const std::string_view text = TakeUpTo(',', list);
       const std::optional<std::uint64_t> id = DigitsOf(text, 16);
       if (!id || *id > UINT16_MAX) {
         Lose(Code::ValueOutOfRange, "CA", Utf8Of(text));
@@ -242,7 +236,7 @@ class LineReader {
 Line LineOf(const TextLine& text) {
   Line line{text.number, {}, 0, text.text};
   while (line.count < kParts && !line.rest.empty()) {
-    line.parts[line.count++] = CutAt(line.rest, ':');
+    line.parts[line.count++] = TakeUpTo(':', line.rest);
   }
   return line;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "kit/interchange/text_parts.h"
 #include "kit/interchange/vdr/vdr_words.h"
 
 namespace interchange::vdr {

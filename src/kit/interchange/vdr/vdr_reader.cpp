@@ -6,6 +6,7 @@
 
 #include "kit/failure.h"
 #include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/text_parts.h"
 #include "kit/interchange/vdr/vdr_line.h"
 #include "kit/interchange/vdr/vdr_words.h"
 

@@ -1,9 +1,10 @@
 #include "kit/interchange/vdr/vdr_words.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <iterator>
+
+#include "kit/interchange/text_parts.h"
 
 namespace interchange::vdr {
 namespace {
@@ -66,14 +67,6 @@ std::uint64_t Transponder(const Service& service) {
 }
 
 }  // namespace
-
-std::optional<std::uint64_t> DigitsOf(std::string_view text, int base) {
-  std::uint64_t value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, value, base);
-  if (stopped != end || error == std::errc::invalid_argument) return std::nullopt;
-  return error == std::errc() ? value : UINT64_MAX;
-}
 
 std::uint32_t FecNumber(BinaryConvolutionCodeRate fec) {
   const auto found = std::ranges::find(kRates, fec, &Number<BinaryConvolutionCodeRate>::value);

@@ -26,9 +26,6 @@ inline constexpr std::uint32_t kAtscAc3 = 129;
 inline constexpr std::uint32_t kUsualVideo = 2;
 inline constexpr std::uint32_t kUsualAudio = 4;
 
-/// Nothing for what is not digits alone; the highest number there is for what is beyond it.
-std::optional<std::uint64_t> DigitsOf(std::string_view text, int base = 10);
-
 /// 23 for 2/3, 999 for what has no number.
 std::uint32_t FecNumber(BinaryConvolutionCodeRate fec);
 /// NotSet for 999, nothing for what is no number of a rate.

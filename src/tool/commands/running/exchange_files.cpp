@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "kit/failure.h"
+#include "kit/files/data_files.h"
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
 #include "platform/host.h"
@@ -13,15 +14,6 @@ using interchange::Input;
 using interchange::Output;
 using interchange::OutputFile;
 
-namespace {
-
-std::string Below(const std::string& folder, const std::string& name) {
-  const std::u8string path = (whole_file::PathOf(folder) / whole_file::PathOf(name)).u8string();
-  return {path.begin(), path.end()};
-}
-
-}  // namespace
-
 Input ReadInput(const std::string& path, const interchange::Format& format) {
   Input input;
   std::error_code error;
@@ -30,7 +22,7 @@ Input ReadInput(const std::string& path, const interchange::Format& format) {
     input.isFolder = true;
     input.names = NamesIn(path);
     input.read = [path](const std::string& name) {
-      return whole_file::Read(whole_file::PathOf(Below(path, name)));
+      return whole_file::Read(whole_file::PathOf(data_files::PathOf(path, name)));
     };
     return input;
   }
@@ -50,6 +42,6 @@ void WriteOutputFiles(const Output& output, const std::string& path, bool isFold
     throw Failure{E_FAIL, path + " cannot be made: " + cause};
   }
   for (const OutputFile& file : output.files) {
-    whole_file::Replace(isFolder ? Below(path, file.name) : path, file.bytes);
+    whole_file::Replace(isFolder ? data_files::PathOf(path, file.name) : path, file.bytes);
   }
 }
