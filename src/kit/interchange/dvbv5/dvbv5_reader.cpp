@@ -66,7 +66,7 @@ class SectionImport {
     TakeSystem();
     for (const auto& [key, value] : m_section.values) TakeKey(key, value);
     TakePids();
-    AssumeServiceType();
+    AssumeServiceType(m_place, m_service, m_losses);
     ImportedChannel made{ToChannel(m_service, m_section.line, m_request, m_losses), m_section.line};
     PutLnb(made.channel);
     return made;
@@ -238,22 +238,6 @@ class SectionImport {
   static std::string KeyOfPids(std::uint32_t type) {
     constexpr char kDigits[] = "0123456789abcdef";
     return std::string("PID_") + kDigits[type >> 4] + kDigits[type & 0xF];
-  }
-
-  /// The type is not in the file: what has pictures is television, what has only sound is radio.
-  void AssumeServiceType() {
-    if (FindAttribute(LayoutOf(m_service.delivery), "serviceType") == nullptr) return;
-    constexpr std::uint32_t kTelevision = 1;
-    const std::uint32_t television = HasMajorNumbers() ? kTelevision + 1 : kTelevision;
-    if (!m_service.Of(StreamKind::Video).empty()) {
-      m_service.serviceType = television;
-    } else if (!m_service.Of(StreamKind::Audio).empty()) {
-      m_service.serviceType = television + 1;
-    } else {
-      return;
-    }
-    m_losses.Add(Code::TypeAssumed, "serviceType", m_place, {},
-                 std::int64_t{m_service.serviceType});
   }
 
   void TakeFrequency(const Value& value) {

@@ -2,6 +2,8 @@
 
 #include "kit/interchange/services/channel_builder.h"
 #include "kit/interchange/services/service_channel.h"
+#include "kit/interchange/services/station_values.h"
+#include "kit/model/channel_layout.h"
 
 namespace interchange {
 
@@ -14,6 +16,16 @@ Service FromChannelWithoutLanguages(const Channel& channel, const ExportRequest&
     losses.Add(loss.code, loss.field, loss.place, loss.value, loss.became);
   }
   return service;
+}
+
+void AssumeServiceType(const Place& place, Service& service, Losses& losses) {
+  const station_blocks::Layout& layout = LayoutOf(service.delivery);
+  if (FindAttribute(layout, "serviceType") == nullptr) return;
+  const bool hasVideo = !service.Of(StreamKind::Video).empty();
+  if (!hasVideo && service.Of(StreamKind::Audio).empty()) return;
+  const bool isAtsc = FindAttribute(layout, "majorChannel") != nullptr;
+  service.serviceType = (hasVideo ? 1 : 2) + (isAtsc ? 1 : 0);
+  losses.Add(Code::TypeAssumed, "serviceType", place, {}, std::int64_t{service.serviceType});
 }
 
 std::string PlainText(std::string_view text) {

@@ -14,6 +14,10 @@ namespace interchange {
 Service FromChannelWithoutLanguages(const Channel& channel, const ExportRequest& request,
                                     Losses& losses);
 
+/// What the streams tell: television with pictures, radio with sound alone, both one higher for
+/// ATSC. Without either it stays unknown, and where channels of the type have none.
+void AssumeServiceType(const Place& place, Service& service, Losses& losses);
+
 /// Well-formed UTF-8 in one line: U+FFFD for bytes that are none, a blank for each control
 /// character.
 std::string PlainText(std::string_view text);

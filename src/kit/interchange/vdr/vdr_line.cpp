@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/services/service_names.h"
 #include "kit/interchange/text_parts.h"
 #include "kit/interchange/vdr/vdr_parameters.h"
@@ -42,7 +43,7 @@ class LineReader {
     TakeAudio();
     TakeTexts();
     TakeCa();
-    AssumeServiceType();
+    AssumeServiceType(m_place, m_service, m_losses);
     if (!m_line.rest.empty()) Lose(Code::KeyUnknown, "field", Utf8Of(m_line.rest));
     return true;
   }
@@ -212,13 +213,6 @@ class LineReader {
         Lose(Code::CaFlagCleared, "CA", Shown(*id), std::int64_t{0});
       }
     }
-  }
-
-  void AssumeServiceType() {
-    const bool hasVideo = !m_service.Of(StreamKind::Video).empty();
-    if (!hasVideo && m_service.Of(StreamKind::Audio).empty()) return;
-    m_service.serviceType = (hasVideo ? 1 : 2) + (IsAtsc() ? 1 : 0);
-    Lose(Code::TypeAssumed, "serviceType", {}, std::int64_t{m_service.serviceType});
   }
 
   /// Greater numbers are in Hz.
