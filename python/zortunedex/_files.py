@@ -35,15 +35,24 @@ def data_directory(directory: object) -> Path:
         path = os.fspath(directory)  # type: ignore[call-overload]
     except TypeError:
         raise Error(f"takes a path, not {type(directory).__name__}", "directory") from None
-    found = Path(check_text(path, "directory"))
-    if found.is_dir():
-        return found
-    raise Error("is no directory" if found.exists() else "there is no such directory", found)
+    if not check_text(path, "directory"):
+        raise Error("is empty", "directory")
+    found = Path(path)
+    try:
+        if stat.S_ISDIR(found.stat().st_mode):
+            return found
+    except FileNotFoundError:
+        raise Error("there is no such directory", found) from None
+    except OSError as error:
+        raise Error(f"cannot be opened: {error.strerror}", found) from error
+    raise Error("is no directory", found)
 
 
 def read(path: Path) -> Optional[bytes]:
     """The bytes of a file; None where nothing stands there."""
     try:
+        if not stat.S_ISREG(path.stat().st_mode):
+            raise Unreadable("cannot be read: it is no regular file", path)
         return path.read_bytes()
     except FileNotFoundError:
         return None

@@ -6,7 +6,7 @@ import xml.etree.ElementTree as ElementTree
 from dataclasses import dataclass
 from pathlib import Path
 from types import TracebackType
-from typing import TYPE_CHECKING, List, NamedTuple, Optional, Sequence, Tuple, Type, Union
+from typing import TYPE_CHECKING, List, NamedTuple, Optional, Sequence, Tuple, Type, TypeVar, Union
 
 from ._com import Interface
 from ._errors import Error, InvalidValue, Unreadable
@@ -126,8 +126,11 @@ def _satellite(session: Session, record: Interface) -> Satellite:
         _band(session, record, Band.CBand), _band(session, record, Band.KuBand))
 
 
-def _known(kind: type, value: int):  # type: ignore[no-untyped-def]
-    return kind(value) if value in kind._value2member_map_ else kind(0)  # type: ignore
+_Numbered = TypeVar("_Numbered", Region, Division)
+
+
+def _known(kind: Type[_Numbered], value: int) -> _Numbered:
+    return next((known for known in kind if known == value), kind.Unknown)
 
 
 def read_catalogue(library: Library, directory: Path) -> Catalogue:
@@ -137,9 +140,7 @@ def read_catalogue(library: Library, directory: Path) -> Catalogue:
             data = read(directory / CATALOGUE)
             if data is None:
                 raise Error("there is no such file", directory / CATALOGUE)
-            reason = why_unreadable(data)
-            raise Unreadable(reason if "line" in reason or not data else "holds no catalogue",
-                             directory / CATALOGUE)
+            raise Unreadable(why_unreadable(data), directory / CATALOGUE)
         satellites = session.member("GetSatelliteInfoMgr", "ISatelliteInfoMgr")
         lnbs = session.member("GetLNBInfoMgr", "ILNBInfoMgr")
         found = []

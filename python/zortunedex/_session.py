@@ -10,9 +10,9 @@ from typing import List, Optional, Tuple, Type
 
 from ._channel import Channel, Record
 from ._com import Interface, Station
-from ._errors import Error, Unreadable, require
+from ._errors import Unreadable, require
 from ._files import CHANNELS, SETTINGS, read, why_unreadable
-from ._generated import Service, Signal
+from ._generated import Signal
 from ._library import Library
 from ._texts import Texts
 
@@ -161,10 +161,6 @@ def _is_put_aside(library: Library, name: str, data: bytes) -> bool:
         return (copy / f"{name}.unreadable").exists()
 
 
-def service_name(service: Optional[Service]) -> Optional[str]:
-    return None if service is None else service.name
-
-
 def scan(library: Library, directory: Path, country: int,
          signal: Signal) -> Tuple[List[Channel], Texts]:
     """The channels of a directory. Raises Error for one that cannot be opened or read."""
@@ -175,6 +171,3 @@ def scan(library: Library, directory: Path, country: int,
         # Channels come from a file that can be read.
         require_readable(library, directory / CHANNELS)
     return channels, texts
-
-
-__all__ = ["Error", "Session", "require_readable", "scan", "service_name"]
