@@ -32,6 +32,11 @@ def tool(directory: Path, *words: str, country: int = 49, signal: str = "DVBSate
     return json.loads(subprocess.run([*line, *words], check=True, capture_output=True).stdout)
 
 
+def knows_merge() -> bool:
+    ended = subprocess.run([TOOL, "channels", "--help"], capture_output=True, check=True)
+    return b"\n  merge " in ended.stdout
+
+
 class HomeTest(unittest.TestCase):
     """Has a copy of the sample."""
 

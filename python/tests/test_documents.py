@@ -10,7 +10,8 @@ import unittest
 from pathlib import Path
 from typing import Any, Dict, List, Tuple
 
-from support import ROOT, SAMPLES, HomeTest
+import zortunedex as zt
+from support import ROOT, SAMPLES, TOOL, HomeTest, knows_merge
 
 # A file's name where one is given, the code, and what it prints.
 EXAMPLE = re.compile(r"(?:<!-- file: (\S+) -->\n)?```python\n(.*?)```\n(?:```text\n(.*?)```\n)?", re.S)
@@ -45,6 +46,18 @@ class Documents(HomeTest):
 
     def test_the_packages_own_page(self) -> None:
         self.assertEqual(self.type_in(ROOT / "python" / "README.md"), 1)
+
+    @unittest.skipUnless(knows_merge(), "this tunedex has no channels merge")
+    def test_the_plan_of_a_merge(self) -> None:
+        text = (ROOT / "docs" / "python.md").read_text(encoding="utf-8")
+        code, = re.findall(r"```py\n(.*?)```\n", text, re.S)
+        subprocess.run([TOOL, "--dir", "home", "--country", "49", "--signal", "DVBSatellite",
+                        "channels", "export", "--format", "json", "-o", "scan.json"], check=True,
+                       capture_output=True)
+        said = io.StringIO()
+        with contextlib.redirect_stdout(said):
+            exec(code, {"zt": zt})
+        self.assertEqual(said.getvalue().count("M100"), 58)
 
     def test_five_channels(self) -> None:
         code, = [code for name, code, _ in examples(ROOT / "docs" / "python.md")

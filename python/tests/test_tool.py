@@ -8,7 +8,7 @@ from typing import Any, List
 from unittest import mock
 
 import zortunedex as zt
-from support import SAMPLES, TOOL, HomeTest, Unchanged
+from support import SAMPLES, TOOL, HomeTest, Unchanged, knows_merge
 from zortunedex import _tool
 
 # Answers what stands in its folder, and writes its line there.
@@ -28,11 +28,6 @@ PLAN = {"tunedex": "merge", "version": 1, "summary": {"M100": 51, "M102": 1, "M2
                                  "scan": 12663750, "result": 12663750}]},
                     {"code": "M201", "index": None, "identity": "S19.2E-1-1107-17502",
                      "name": "Neu", "fields": []}]}
-
-
-def knows_merge() -> bool:
-    ended = subprocess.run([TOOL, "channels", "--help"], capture_output=True, check=True)
-    return b"\n  merge " in ended.stdout
 
 
 class Check(HomeTest):
@@ -150,8 +145,13 @@ class StandIn(HomeTest):
 @unittest.skipUnless(knows_merge(), "this tunedex has no channels merge")
 class Merge(HomeTest):
     def test_a_list_merged_with_itself(self) -> None:
-        with Unchanged(self):
-            plan = zt.merge_plan(self.home, SAMPLES, country=49, signal="DVBSatellite")
+        scan = self.folder / "scan.json"
+        subprocess.run([TOOL, "--dir", str(self.home), "--country", "49", "--signal",
+                        "DVBSatellite", "channels", "export", "--format", "json", "-o", str(scan)],
+                       check=True, capture_output=True)
+        for source in (scan, SAMPLES):
+            with Unchanged(self):
+                plan = zt.merge_plan(self.home, source, country=49, signal="DVBSatellite")
             self.assertEqual(plan.summary.get("M100"), 58)
             self.assertEqual({change.code for change in plan.changes}, {"M100"})
 

@@ -102,7 +102,7 @@ def replace(path: Path, data: bytes) -> None:
 
 def _write(handle: int, data: bytes, before: Optional[os.stat_result]) -> None:
     take_lock(handle)
-    if before is not None and sys.platform != "win32":
+    if sys.platform != "win32" and before is not None:
         try:
             os.fchown(handle, before.st_uid, before.st_gid)
         except OSError:
