@@ -130,15 +130,16 @@ class Library(HomeTest):
             self.open(library=self.file)
 
     def test_the_order_of_the_places(self) -> None:
+        here = os.getcwd()
         with mock.patch.dict(os.environ, {"TUNEDEX_LIBRARY": "variable"}):
-            self.assertEqual(_library._places("named"), ["named"])
-            self.assertEqual(_library._places(None), ["variable"])
-            del os.environ["TUNEDEX_LIBRARY"]
-            self.assertEqual(_library._places(None), [_library.FILE_NAME])
+            self.assertEqual(_library._place("named"), (f"{here}/named", True))
+            self.assertEqual(_library._place(None), (f"{here}/variable", True))
+            os.environ["TUNEDEX_LIBRARY"] = ""
+            self.assertEqual(_library._place(None), (_library.FILE_NAME, False))
             beside = self.folder / _library.FILE_NAME
             beside.write_bytes(b"")
             with mock.patch.object(_library, "__file__", str(self.folder / "_library.py")):
-                self.assertEqual(_library._places(None), [str(beside), _library.FILE_NAME])
+                self.assertEqual(_library._place(None), (str(beside), False))
 
     def test_no_library_at_all(self) -> None:
         # A name that no system has.
@@ -147,6 +148,12 @@ class Library(HomeTest):
         self.assertRegex(self.run_python(text), r"LibraryNotFound: libNoSuch\.so\.1 is not "
                          r"installed .*; install the package zortunedex, or name the library with "
                          "TUNEDEX_LIBRARY")
+
+    def test_the_end_of_the_process_is_quiet(self) -> None:
+        library = os.environ.get("TUNEDEX_LIBRARY", "")
+        text = ("import builtins\n"
+                f"builtins.kept = zt.open({str(SAMPLES)!r}, 49, 64)\nkept = kept.channels\n")
+        self.assertEqual(self.run_python(text, TUNEDEX_LIBRARY=library), "")
 
     def test_a_library_that_is_named_by_an_argument_is_taken(self) -> None:
         named = os.environ.get("TUNEDEX_LIBRARY")

@@ -3,6 +3,7 @@ from __future__ import annotations
 
 import ctypes
 import functools
+import sys
 import uuid
 from types import TracebackType
 from typing import Any, Callable, Dict, Optional, Tuple, Type, Union
@@ -104,6 +105,6 @@ class Interface:
                  trace: Optional[TracebackType]) -> None:
         self.release()
 
-    def __del__(self) -> None:
-        if getattr(self, "address", None) is not None:
+    def __del__(self, is_ending: Callable[[], bool] = sys.is_finalizing) -> None:
+        if getattr(self, "address", None) is not None and not is_ending():
             self.release()

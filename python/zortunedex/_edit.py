@@ -2,7 +2,7 @@
 from __future__ import annotations
 
 from types import TracebackType
-from typing import TYPE_CHECKING, Any, Callable, Iterator, List, Optional, Sequence, Type
+from typing import TYPE_CHECKING, Any, Callable, Dict, Iterator, List, Optional, Sequence, Type
 
 from ._channel import Channel, same_channels, set_values
 from ._errors import Error, InvalidValue, NotFound
@@ -12,7 +12,7 @@ from ._session import Session, scan
 if TYPE_CHECKING:
     from ._database import Database
 
-_NO_INDEX = 0xFFFFFFFF
+_LAST_INDEX = 0xFFFFFFFD  # the one behind it marks the end while a list is read
 
 
 def find(channels: Sequence[Channel], index: int) -> Channel:
@@ -77,6 +77,7 @@ class Edit(ChannelList):
         self._change = change
         self._before = before
         self._channels = [channel.copy() for channel in before]
+        self._last = max((channel.index for channel in before), default=0)
         return self
 
     def __exit__(self, kind: Optional[Type[BaseException]], error: Optional[BaseException],
@@ -110,10 +111,10 @@ class Edit(ChannelList):
             raise InvalidValue(f"is of {added.signal.name}, the list of "
                                f"{self._database.signal.name}", "channel")
         set_values(added, values)
-        last = max((known.index for known in self._channels), default=0)
-        if last >= _NO_INDEX - 2:
+        if self._last >= _LAST_INDEX:
             raise Error("no index is left; sort the list first", self._database.directory)
-        added._record = added._record.having(index=last + 1)
+        self._last += 1
+        added._record = added._record.having(index=self._last)
         added._texts = self._texts
         self._channels.append(added)
         return added
@@ -122,15 +123,18 @@ class Edit(ChannelList):
         """Takes out the channels with these indexes and numbers the rest 1, 2, 3, …; NotFound, and
         nothing is taken out, where one is not there."""
         self._require_open()
-        gone = [self._single(index) for index in indexes]
-        self._channels = [channel for channel in self._channels
-                          if not any(channel is one for one in gone)]
+        known: Dict[int, List[Channel]] = {}
+        for channel in self._channels:
+            known.setdefault(channel.index, []).append(channel)
+        gone = {id(self._single(known.get(index, []), index)) for index in indexes}
+        self._channels = [channel for channel in self._channels if id(channel) not in gone]
         self._number()
 
     def move(self, index: int, to: int) -> None:
         """Puts a channel at the place of another one and numbers the list 1, 2, 3, …"""
         self._require_open()
-        channel, other = self._single(index), self._single(to)
+        channel, other = (self._single([known for known in self._channels if known.index == wanted],
+                                       wanted) for wanted in (index, to))
         place = next(place for place, known in enumerate(self._channels) if known is other)
         self._channels = [known for known in self._channels if known is not channel]
         self._channels.insert(place, channel)
@@ -145,13 +149,14 @@ class Edit(ChannelList):
     def _number(self) -> None:
         for index, channel in enumerate(self._channels, 1):
             channel._record = channel._record.having(index=index)
+        self._last = len(self._channels)
 
-    def _single(self, index: int) -> Channel:
-        channel = self[index]
-        if sum(known.index == index for known in self._channels) > 1:
+    def _single(self, found: Sequence[Channel], index: int) -> Channel:
+        """The channel with an index, of all that have it."""
+        if len(found) > 1:
             raise Error(f"two channels have index {index}; sort the list first",
                         self._database.directory)
-        return channel
+        return find(found, index)
 
     def _require_open(self) -> None:
         if self._change is None:

@@ -7,7 +7,7 @@ import sys
 import threading
 from contextlib import contextmanager
 from pathlib import Path
-from typing import Any, Callable, Dict, Iterator, List, Optional, Union
+from typing import Any, Callable, Dict, Iterator, Optional, Tuple, Union
 
 from ._com import Guid, Interface, prototype
 from ._errors import Error, LibraryNotFound, require
@@ -120,31 +120,27 @@ _loaded: Dict[str, Library] = {}
 _lock = threading.Lock()
 
 
-def _places(named: Optional[PathLike]) -> List[str]:
-    """Where the library may be: what is named counts alone."""
-    if named is not None:
-        return [os.fspath(named)]
-    variable = os.environ.get("TUNEDEX_LIBRARY")
-    if variable:
-        return [variable]
-    beside = Path(__file__).resolve().parent
-    return [str(beside / FILE_NAME)] * (beside / FILE_NAME).exists() + [FILE_NAME]
+def _place(named: Optional[PathLike]) -> Tuple[str, bool]:
+    """Where the library is looked for, and whether somebody said so."""
+    asked = os.fspath(named) if named is not None else os.environ.get("TUNEDEX_LIBRARY")
+    if asked:
+        return os.path.abspath(asked), True
+    beside = Path(__file__).resolve().parent / FILE_NAME
+    return str(beside) if beside.exists() else FILE_NAME, False
 
 
 def load(named: Optional[PathLike] = None) -> Library:
     """The library that ``named`` says, else ``TUNEDEX_LIBRARY``, else that of this package's
     folder, else the system's."""
-    place = _places(named)[0]
+    place, is_asked = _place(named)
+    if is_asked and not os.path.isfile(place):
+        raise LibraryNotFound("there is no such library", place)
     with _lock:
         if place not in _loaded:
-            # A path without a folder would be looked for as a name.
-            asked = named is not None or "TUNEDEX_LIBRARY" in os.environ
-            if asked and not os.path.isfile(place):
-                raise LibraryNotFound("there is no such library", place)
             try:
-                _loaded[place] = Library(os.path.abspath(place) if asked else place)
+                _loaded[place] = Library(place)
             except LibraryNotFound as error:
-                if asked or os.path.isabs(place):
+                if place != FILE_NAME:
                     raise
                 raise LibraryNotFound(
                     f"{FILE_NAME} is not installed ({error.what}); install the package zortunedex, "
