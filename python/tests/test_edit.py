@@ -162,6 +162,38 @@ class Editing(HomeTest):
             self.assertEqual([(c.index, c.name) for c in db.reload()], [(1, "b"), (2, "a")])
 
 
+class OddFiles(HomeTest):
+    """What a file holds beside what the library writes."""
+
+    def sample(self, old: str, new: str, country: int, signal: str) -> zt.Database:
+        text = self.file.read_text(encoding="utf-8")
+        self.assertIn(old, text)
+        self.file.write_text(text.replace(old, new), encoding="utf-8")
+        return self.open(country, signal)
+
+    def test_words_that_are_not_known_become_not_set(self) -> None:
+        with self.sample('modulation="QPSK"', 'modulation="8PSK"', 49, "DVBSatellite") as db:
+            self.assertEqual({c["modulation"] for c in db.channels}, {"NotSet"})
+            with db.edit() as e:
+                e[5].favorite = not e[5].favorite
+            self.assertEqual({c["modulation"] for c in db.reload()}, {"NotSet"})
+
+    def test_streams_that_are_read_and_not_written(self) -> None:
+        with self.sample("Component_index=", 'audioStream="1" Component_index=', 82,
+                         "TDMBMobile") as db:
+            self.assertEqual(db.channels[1]["audioStream"], 1)
+            with db.edit() as e:
+                e.move(1, 2)
+            self.assertEqual([c["audioStream"] for c in db.reload()], [0] * len(db.channels))
+
+    def test_a_count_above_the_room(self) -> None:
+        with self.sample('numOfAudioStreams="1"', 'numOfAudioStreams="99"', 49,
+                         "DVBSatellite") as db:
+            with db.edit() as e:
+                e[5].favorite = not e[5].favorite
+                self.assertEqual(max(len(c.streams("AudioStream")) for c in e), 16)
+
+
 class Failing(HomeTest):
     """Every save that fails leaves the file and nothing else."""
 

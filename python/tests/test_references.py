@@ -75,6 +75,13 @@ class References(HomeTest):
         with self.assertRaisesRegex(RuntimeError, "was released"):
             database.call("Close")
 
+    def test_a_session_is_over_at_the_end_of_its_with(self) -> None:
+        with Session(_library.load(), self.home, 49, zt.Signal.DVBSatellite) as session:
+            channels = session.channel_list()
+            self.assertEqual(channels.number("GetChannelCount", 2**32 - 1), 58)
+        self.assertEqual((channels.address, session.database.address), (None, None))
+        self.assertTrue(_library.load().unused())
+
     def test_what_is_forgotten_is_given_back(self) -> None:
         library = _library.load()
         database = library.create()

@@ -115,12 +115,12 @@ def _band(session: Session, satellite: Interface, band: Band) -> Tuple[Transpond
 
 
 def _satellite(session: Session, record: Interface) -> Satellite:
-    west, longitude = ctypes.c_int32(0), ctypes.c_int32(0)  # sixteen bits of the first are written
+    # The file has no place for a mark of the west: its positions are negative there.
+    west, longitude = ctypes.c_int32(0), ctypes.c_int32(0)
     record.require("GetOrbitalPosition", ctypes.addressof(west), ctypes.addressof(longitude))
-    position = -abs(longitude.value) if west.value else longitude.value
     azimuth, elevation = record.number("GetAzimuth"), record.number("GetElevation")
     return Satellite(
-        session.text_of(record, "GetID"), session.text_of(record, "GetName"), position,
+        session.text_of(record, "GetID"), session.text_of(record, "GetName"), longitude.value,
         None if azimuth == -1 else azimuth, None if elevation == -1 else elevation,
         _known(Region, record.number("GetRegion")), _known(Division, record.number("GetDivision")),
         _band(session, record, Band.CBand), _band(session, record, Band.KuBand))
