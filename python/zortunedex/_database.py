@@ -148,18 +148,10 @@ class Database:
 
     def _change(self, work: Callable[[PresetChange], _Result]) -> _Result:
         with Change(self.directory, self._wait) as change:
-            try:
-                return work(PresetChange(self, change))
-            except Error as error:
-                raise self._named(error, change.scratch) from error.__cause__
+            return work(PresetChange(self, change))
 
     def _take(self, channels: List[Channel]) -> None:
         self._channels = ChannelList([channel._freeze() for channel in channels])
-
-    def _named(self, error: Error, scratch: object) -> Error:
-        """The error with the directory in the place of its copy."""
-        return type(error)(error.what.replace(str(scratch), str(self.directory)),
-                           error.where.replace(str(scratch), str(self.directory)), error.result)
 
     def _require_open(self) -> None:
         if not self._open:

@@ -1,6 +1,7 @@
 """Changing the channels of a list."""
 from __future__ import annotations
 
+from contextlib import ExitStack
 from types import TracebackType
 from typing import TYPE_CHECKING, Any, Callable, Dict, Iterator, List, Optional, Sequence, Type
 
@@ -64,20 +65,14 @@ class Edit(ChannelList):
         if self._change is not None:
             raise Error("is being changed already", self._database.directory)
         database = self._database
-        change = Change(database.directory, database._wait)
-        try:
-            before, self._texts = scan(database._library, change.scratch, database.country,
-                                       database.signal)
-        except Error as error:
-            change.close()
-            raise database._named(error, change.scratch) from None
-        except BaseException:
-            change.close()
-            raise
-        self._change = change
-        self._before = before
-        self._channels = [channel.copy() for channel in before]
-        self._last = max((channel.index for channel in before), default=0)
+        with ExitStack() as stack:
+            change = stack.enter_context(Change(database.directory, database._wait))
+            self._before, self._texts = scan(database._library, change.scratch, database.country,
+                                             database.signal)
+            self._change = change
+            self._ending = stack.pop_all()
+        self._channels = [channel.copy() for channel in self._before]
+        self._last = max((channel.index for channel in self._before), default=0)
         return self
 
     def __exit__(self, kind: Optional[Type[BaseException]], error: Optional[BaseException],
@@ -85,14 +80,13 @@ class Edit(ChannelList):
         change, self._change = self._change, None
         if change is None:
             return
-        with change:
-            if kind is None and self._channels != self._before:
-                try:
+        try:
+            with self._ending:
+                if kind is None and self._channels != self._before:
                     self._save(change)
-                except Error as failure:
-                    raise self._database._named(failure, change.scratch) from failure.__cause__
-        for channel in self._channels:
-            channel._freeze()
+        finally:
+            for channel in self._channels:
+                channel._freeze()
 
     def new(self, **values: Any) -> Channel:
         """A channel of the list's signal type that no list holds: attributes and items by name,

@@ -206,13 +206,18 @@ class Change:
         if read(path) != data:
             raise Error("is not what was written", path)
 
-    def close(self) -> None:
-        self._folder.cleanup()
-        self._lock.release()
-
     def __enter__(self) -> "Change":
         return self
 
     def __exit__(self, kind: Optional[Type[BaseException]], error: Optional[BaseException],
                  trace: Optional[TracebackType]) -> None:
-        self.close()
+        self._folder.cleanup()
+        self._lock.release()
+        if isinstance(error, Error) and str(self.scratch) in str(error):
+            raise self._named(error) from error.__cause__
+
+    def _named(self, error: Error) -> Error:
+        """The error with the directory in the place of its copy."""
+        what, where = (text.replace(str(self.scratch), str(self.directory))
+                       for text in (error.what, error.where))
+        return type(error)(what, where, error.result)

@@ -3,6 +3,7 @@ from __future__ import annotations
 
 import ctypes
 import xml.etree.ElementTree as ElementTree
+from contextlib import ExitStack
 from dataclasses import dataclass
 from pathlib import Path
 from types import TracebackType
@@ -212,16 +213,11 @@ class DishEdit:
     def __enter__(self) -> Tuple[Dish, Dish, Dish, Dish]:
         if self._change is not None:
             raise Error("is being changed already", self._database.directory)
-        change = Change(self._database.directory, self._database._wait)
-        try:
+        with ExitStack() as stack:
+            change = stack.enter_context(Change(self._database.directory, self._database._wait))
             self._before = read_dishes(self._database._library, change.scratch)
-        except Error as error:
-            change.close()
-            raise self._database._named(error, change.scratch) from None
-        except BaseException:
-            change.close()
-            raise
-        self._change = change
+            self._change = change
+            self._ending = stack.pop_all()
         first, second, third, fourth = [list(dish) for dish in self._before]
         self._dishes = (first, second, third, fourth)
         return self._dishes
@@ -231,12 +227,9 @@ class DishEdit:
         change, self._change = self._change, None
         if change is None:
             return
-        with change:
+        with self._ending:
             if kind is None and list(self._dishes) != self._before:
-                try:
-                    self._save(change)
-                except Error as failure:
-                    raise self._database._named(failure, change.scratch) from failure.__cause__
+                self._save(change)
 
     def _save(self, change: Change) -> None:
         database = self._database
