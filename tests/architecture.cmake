@@ -4,7 +4,7 @@
 # SOURCE: the top directory. WORK: a directory of its own.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${SOURCE}/docs DESTINATION ${WORK})
-foreach(folder cmake scripts src tests)
+foreach(folder cmake python scripts src tests)
   file(CREATE_LINK ${SOURCE}/${folder} ${WORK}/${folder} SYMBOLIC)
 endforeach()
 file(READ ${SOURCE}/docs/architecture.md document)

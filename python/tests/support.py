@@ -22,7 +22,8 @@ TABLE = '<?xml version="1.0" encoding="utf-8"?><CHANNELTABLE>{}</CHANNELTABLE>'
 def sample_sets() -> List[Tuple[int, str]]:
     """Country and signal type of every set of the sample."""
     root = ElementTree.parse(SAMPLES / "ChanInfo.xml").getroot()
-    return [(int(country.attrib["countrycode"]), zt.Signal(int(found.attrib["inputSignalType"])).name)
+    return [(int(country.attrib["countrycode"]),
+             zt.Signal(int(found.attrib["inputSignalType"])).name)
             for country in root for found in country]
 
 

@@ -1,10 +1,11 @@
 """Values of a channel: what they take, what they refuse, and what the file gives back."""
+import base64
 import unittest
 from typing import Any, Iterator
 
 import zortunedex as zt
 from support import HomeTest, Unchanged, sample_sets
-from zortunedex._channel import Streams
+from zortunedex._streams import Streams
 from zortunedex._generated import ENTRY_FIELDS, LAYOUTS
 from zortunedex._layout import Field
 from zortunedex._texts import text_limits
@@ -198,7 +199,7 @@ class Refused(HomeTest):
 
     def test_unknown_fields_are_named_with_those_that_there_are(self) -> None:
         with self.open() as db:
-            with self.assertRaisesRegex(zt.UnknownField, "have no 'serviceId'; .*serviceID, PcrPID"):
+            with self.assertRaisesRegex(zt.UnknownField, "no 'serviceId'; .*serviceID, PcrPID"):
                 db.channels[1]["serviceId"]
             with self.assertRaisesRegex(zt.UnknownField, "serviceID: is no list"):
                 db.channels[1].streams("serviceID")
@@ -222,6 +223,16 @@ class Refused(HomeTest):
             with self.assertRaisesRegex(zt.InvalidValue, "no text of the code page"):
                 with db.edit() as e:
                     e[1].favorite = not e[1].favorite
+
+    def test_texts_of_a_code_page_are_written_in_it(self) -> None:
+        zt.set_code_page(932)
+        self.addCleanup(zt.set_code_page, 65001)
+        self.file.unlink()
+        with self.open(81, "ISDBTerrestrialOneSeg") as db:
+            with db.edit() as e:
+                e.add(name="日本", display_name="日本")
+            self.assertEqual([c.name for c in db.reload()], ["日本"])
+        self.assertIn(base64.b64encode("日本".encode("cp932")), self.file.read_bytes())
 
     def test_there_is_no_such_code_page(self) -> None:
         with self.assertRaisesRegex(zt.Error, "no code page 1") as caught:

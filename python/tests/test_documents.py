@@ -14,7 +14,8 @@ import zortunedex as zt
 from support import ROOT, SAMPLES, TOOL, HomeTest, knows_merge
 
 # A file's name where one is given, the code, and what it prints.
-EXAMPLE = re.compile(r"(?:<!-- file: (\S+) -->\n)?```python\n(.*?)```\n(?:```text\n(.*?)```\n)?", re.S)
+EXAMPLE = re.compile(
+    r"(?:<!-- file: (\S+) -->\n)?```python\n(.*?)```\n(?:```text\n(.*?)```\n)?", re.S)
 
 
 def examples(document: Path) -> List[Tuple[str, str, str]]:

@@ -37,7 +37,8 @@ class Editing(HomeTest):
             with db.edit() as e:
                 e[5].favorite = not before
             self.assertEqual(db.channels[5].favorite, not before)
-            self.assertEqual(tool(self.home, "channels", "show", "5")[0]["favorite"], int(not before))
+            shown, = tool(self.home, "channels", "show", "5")
+            self.assertEqual(shown["favorite"], int(not before))
 
     def test_adding_moving_and_removing_number_the_list(self) -> None:
         with self.open() as db:
@@ -108,6 +109,10 @@ class Editing(HomeTest):
                 e.add(display_name="another")
         text = self.file.read_text(encoding="utf-8")
         self.assertEqual((text.count('mine="yes"'), text.count("<Channel ")), (count, count + 1))
+        with self.open() as db, db.edit() as e:
+            e.move(1, 2)
+        text = self.file.read_text(encoding="utf-8")
+        self.assertEqual(text.count('mine="yes"'), count - 58)  # new indexes, new elements
 
     def test_nothing_changed_is_nothing_written(self) -> None:
         with Unchanged(self), self.open() as db:
@@ -310,6 +315,25 @@ class Together(HomeTest):
             added = {c.display_name for c in db.channels if c.index > 58}
         self.assertEqual(added, {name + str(number) for name in ("left", "right")
                                  for number in range(10)})
+
+    def test_values_are_used_from_any_thread(self) -> None:
+        with self.open() as db:
+            channels = [channel.copy() for channel in db.channels]
+        failures: List[Any] = []
+
+        def work(number: int) -> None:
+            for channel in channels[number::4]:
+                for name in ("日本", "é" * number, "Ω"):
+                    channel["networkName"] = name
+                    if channel["networkName"] != name or channel.service_type is None:
+                        failures.append(channel)
+
+        threads = [threading.Thread(target=work, args=(number,)) for number in range(4)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(failures, [])
 
     def test_threads_at_once_lose_no_change(self) -> None:
         failures: List[Any] = []

@@ -37,6 +37,11 @@ class Opening(HomeTest):
             with self.assertRaisesRegex(zt.InvalidValue, "country: takes a number from 0"):
                 self.open(country)  # type: ignore[arg-type]
 
+    def test_what_errors_are_beside(self) -> None:
+        self.assertTrue(issubclass(zt.InvalidValue, ValueError))
+        self.assertTrue(issubclass(zt.UnknownField, LookupError))
+        self.assertTrue(issubclass(zt.NotFound, LookupError))
+
     def test_what_an_error_tells(self) -> None:
         with self.assertRaises(zt.Error) as caught:
             zt.open(self.home / "missing", 49, "DVBSatellite")
@@ -50,7 +55,8 @@ class Unreadable(HomeTest):
     def test_a_channel_file_is_never_taken_for_an_empty_one(self) -> None:
         whole = self.file.read_bytes()
         for text, message in (
-                (whole.replace(b"Das Erste", b"A & B", 1), r"line \d+, column \d+: not well-formed"),
+                (whole.replace(b"Das Erste", b"A & B", 1),
+                 r"line \d+, column \d+: not well-formed"),
                 (whole[:5000], r"line \d+"), (b"", "it is empty"), (b"no xml", "line 1, column 1"),
                 (b"<!DOCTYPE a><CHANNELTABLE/>", "the library refuses it"),
                 (b"<a>" * 300 + b"</a>" * 300, "the library refuses it")):

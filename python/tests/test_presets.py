@@ -1,6 +1,7 @@
 """Presets and the customer's lists, held against the command-line host."""
 import subprocess
 import unittest
+from typing import Any
 from unittest import mock
 
 import zortunedex as zt
@@ -16,7 +17,7 @@ class Presets(HomeTest):
         super().setUp()
         self.file = self.home / "PreSetChannelInfo.xml"
 
-    def tool(self, *words: str) -> object:
+    def tool(self, *words: str) -> Any:
         return tool(self.home, *words, country=81, signal=SIGNAL)
 
     def database(self) -> zt.Database:
@@ -26,12 +27,12 @@ class Presets(HomeTest):
         with zt.open(SAMPLES, 81, SIGNAL) as db:
             presets = db.presets
         self.assertEqual([(a.number, a.name, len(a.lists), a is presets.customer) for a in presets],
-                         [tuple(row.values()) for row in self.tool("presets", "areas")])  # type: ignore
+                         [tuple(row.values()) for row in self.tool("presets", "areas")])
         self.assertEqual(len(presets), 9)
         for area in presets:
             rows = self.tool("presets", "subareas", str(area.number))
             self.assertEqual([(area.number, p.number, p.name, len(p.channels)) for p in area.lists],
-                             [tuple(row.values()) for row in rows])  # type: ignore[attr-defined]
+                             [tuple(row.values()) for row in rows])
         self.assertEqual([as_json(channel) for channel in presets[2][5].channels],
                          self.tool("presets", "list", "2", "5"))
 
@@ -79,7 +80,7 @@ class Presets(HomeTest):
                 e.remove(1)
             self.assertEqual(len(db.presets.customer[1].channels), len(db.channels) + 1)
             db.add_customer_list("third")
-            self.assertEqual([row["name"] for row in self.tool("presets", "subareas", "8")],  # type: ignore
+            self.assertEqual([row["name"] for row in self.tool("presets", "subareas", "8")],
                              [first.name, "Meine <&> 日本", "third"])
             db.delete_customer_list(0)
             self.assertEqual([(p.number, p.name) for p in db.presets.customer.lists],
@@ -93,7 +94,8 @@ class Presets(HomeTest):
         line = [TOOL, "--dir", str(self.home), "--country", "81", "--signal", SIGNAL]
         with self.database() as db:
             db.add_customer_list("second")
-            subprocess.run([*line, "presets", "select", "8", "1", "--yes"], check=True, capture_output=True)
+            subprocess.run([*line, "presets", "select", "8", "1", "--yes"], check=True,
+                           capture_output=True)
             self.assertIn(b'SubArea="1"', self.file.read_bytes())
             db.delete_customer_list(0)
         self.assertIn(b'Area="8"', self.file.read_bytes())

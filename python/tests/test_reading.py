@@ -4,7 +4,7 @@ from typing import Any, Dict
 
 import zortunedex as zt
 from support import SAMPLES, HomeTest, sample_sets, tool
-from zortunedex._channel import Streams
+from zortunedex._streams import Streams
 from zortunedex._generated import LAYOUTS
 
 

@@ -10,7 +10,7 @@
 
 What goes wrong raises :class:`Error`, and nothing is half done then.
 """
-from ._channel import Channel, Entry, Streams
+from ._channel import Channel
 from ._database import Database, open
 from ._edit import ChannelList, Edit
 from ._errors import Error, InvalidValue, LibraryNotFound, NotFound, Unreadable, UnknownField
@@ -19,6 +19,7 @@ from ._generated import Division, Region, Service, Signal
 from ._library import set_code_page
 from ._presets import PresetArea, PresetList, Presets
 from ._satellites import DishEdit, DishSatellite, Lnb, Satellite, Transponder
+from ._streams import Entry, Streams
 from ._tool import FieldChange, Finding, MergeChange, MergePlan, check, merge_plan
 
 __all__ = [

@@ -4,22 +4,21 @@ from __future__ import annotations
 import dataclasses
 import struct
 from dataclasses import dataclass
-from typing import (TYPE_CHECKING, Any, Dict, Iterable, Iterator, List, Mapping, Optional,
-                    Tuple, Union)
+from typing import TYPE_CHECKING, Any, Dict, List, Mapping, Optional, Tuple, Union
 
 from ._errors import Error, InvalidValue, UnknownField
-from ._generated import ENTRY_FIELDS, LAYOUTS, Service, Signal
+from ._generated import LAYOUTS, Service, Signal
 from ._layout import ComponentTable, Field, Layout, StreamTable
+from ._streams import COMPONENTS, Streams
 from ._texts import check_text, text_limits, up_to_zero
-from ._words import WORDS, as_read, value_of, whole_number, word_of
+from ._values import read_value, write_value
+from ._words import WORDS, as_read, whole_number
 
 if TYPE_CHECKING:
     from ._texts import Derived, Texts
 
-Value = Union[int, str]
 Place = Union[Field, StreamTable, ComponentTable]
 
-COMPONENTS = "Components"
 _COMPONENT_NAME_LIMIT = 7
 
 _I32 = (-2**31, 2**31 - 1)
@@ -73,181 +72,6 @@ def _fields_of(layout: Layout) -> Dict[str, Place]:
 
 _FIELDS: Mapping[Signal, Mapping[str, Place]] = {
     signal: _fields_of(layout) for signal, layout in LAYOUTS.items()}
-
-
-def fetch(block: Union[bytes, bytearray], offset: int, width: int) -> int:
-    return int.from_bytes(block[offset:offset + width], "little")
-
-
-def _language(data: Union[bytes, bytearray], offset: int) -> int:
-    return data[offset] | data[offset + 1] << 4 | data[offset + 2] << 8
-
-
-def read_value(block: Union[bytes, bytearray], start: int, field: Field, texts: "Texts") -> Value:
-    """The value of a field in a block or an entry that begins at ``start``."""
-    place = start + field.offset
-    if field.form in ("Text", "Base64"):
-        return texts.decode(up_to_zero(bytes(block[place:place + field.width])))
-    if field.form == "Language":
-        return _language(block, place)
-    value = fetch(block, place, field.width)
-    if field.width == 4 and value >= 2**31:
-        value -= 2**32
-    return word_of(field.form, value) if field.form in WORDS else value
-
-
-def write_value(block: bytearray, start: int, field: Field, value: object, texts: "Texts",
-                where: str) -> None:
-    """Puts a value there; InvalidValue, and nothing is put, where it does not belong there."""
-    place = start + field.offset
-    if field.form in ("Text", "Base64"):
-        width, limit = text_limits(field.width)
-        narrow = texts.require(value, limit, where, field.form == "Text")
-        block[place:place + width] = narrow.ljust(width, b"\0")
-    elif field.form == "Language":
-        language = whole_number(value, 0, 0xFFF, where)
-        block[place:place + 3] = bytes(language >> shift & 0xF for shift in (0, 4, 8))
-    elif field.form in WORDS:
-        block[place:place + 4] = struct.pack("<i", value_of(field.form, value, where))
-    else:
-        low, high = (-2**31, 2**32 - 1) if field.width == 4 else (0, 256**field.width - 1)
-        number = whole_number(value, low, high, where) % 256**field.width
-        block[place:place + field.width] = number.to_bytes(field.width, "little")
-
-
-class Entry(Mapping[str, Value]):
-    """One stream or component: its values by name. A view of its channel, as long as it is there."""
-
-    def __init__(self, entries: "Streams", place: int) -> None:
-        self._entries = entries
-        self._place = place
-
-    def __getitem__(self, name: str) -> Value:
-        return self._entries._get(self._place, name)
-
-    def __setitem__(self, name: str, value: Value) -> None:
-        self._entries._set(self._place, name, value)
-
-    def __iter__(self) -> Iterator[str]:
-        return iter(self._entries.names)
-
-    def __len__(self) -> int:
-        return len(self._entries.names)
-
-    def __repr__(self) -> str:
-        return repr(dict(self))
-
-
-class Streams:
-    """The streams of a kind, or the components, of one channel: a sequence of entries. Its length
-    is the count in the block; there is room for ``capacity``."""
-
-    def __init__(self, channel: "Channel", table: Union[StreamTable, ComponentTable]) -> None:
-        self._channel = channel
-        self._table = table
-        self.capacity = table.capacity
-        if isinstance(table, StreamTable):
-            self.name = table.name
-            self.names = tuple(field.name for field in ENTRY_FIELDS[table.entry_size])
-        else:
-            self.name = COMPONENTS
-            self.names = ("name", "type")
-
-    def __len__(self) -> int:
-        return min(fetch(self._channel._block, self._table.count_offset, 4), self.capacity)
-
-    def __getitem__(self, place: int) -> Entry:
-        return Entry(self, self._at(place))
-
-    def __iter__(self) -> Iterator[Entry]:
-        return (Entry(self, place) for place in range(len(self)))
-
-    def __eq__(self, other: object) -> bool:
-        try:
-            return [dict(entry) for entry in self] == [dict(entry) for entry in other]  # type: ignore
-        except (TypeError, ValueError):
-            return NotImplemented
-
-    __hash__ = None  # type: ignore[assignment]
-
-    def __repr__(self) -> str:
-        return repr(list(self))
-
-    def append(self, **values: Value) -> Entry:
-        """Adds an entry behind the last one; values that are not named are 0."""
-        self.replace([dict(entry) for entry in self] + [values])
-        return self[-1]
-
-    def __delitem__(self, place: int) -> None:
-        entries = [dict(entry) for entry in self]
-        del entries[self._at(place)]
-        self.replace(entries)
-
-    def clear(self) -> None:
-        """Takes all entries out."""
-        self.replace([])
-
-    def replace(self, entries: Iterable[Mapping[str, Value]]) -> None:
-        """Puts these entries in the place of all; nothing is changed where one does not fit."""
-        channel = self._channel
-        channel._begin(self.name, self._use())
-        wanted = [dict(entry) for entry in entries]
-        if len(wanted) > self.capacity:
-            raise InvalidValue(f"has room for {self.capacity} entries, not {len(wanted)}",
-                               channel._where(self.name))
-        before = bytes(channel._block)
-        try:
-            self._empty()
-            struct.pack_into("<I", channel._block, self._table.count_offset, len(wanted))
-            for place, values in enumerate(wanted):
-                for name, value in values.items():
-                    self._set(place, name, value)
-        except Exception:
-            channel._block[:] = before
-            raise
-
-    def _use(self) -> str:
-        return self._table.use if isinstance(self._table, StreamTable) else "Both"
-
-    def _at(self, place: int) -> int:
-        count = len(self)
-        if not -count <= place < count:
-            raise IndexError(f"{self.name} has {count} entries")
-        return place % count
-
-    def _empty(self) -> None:
-        table, block = self._table, self._channel._block
-        spans = [(table.offset, table.entry_size)] if isinstance(table, StreamTable) else [
-            (table.name_offset, table.name_width), (table.type_offset, 4)]
-        for offset, size in spans:
-            block[offset:offset + size * self.capacity] = bytes(size * self.capacity)
-
-    def _field(self, place: int, name: str) -> Tuple[int, Field]:
-        """Where an entry begins, and the field of it."""
-        self._at(place)
-        table = self._table
-        if isinstance(table, StreamTable):
-            for field in ENTRY_FIELDS[table.entry_size]:
-                if field.name == name:
-                    return table.offset + place * table.entry_size, field
-        elif name == "name":
-            start = table.name_offset + place * table.name_width
-            return start, Field(name, 0, table.name_width, "Text", "Block", "Both")
-        elif name == "type":
-            return table.type_offset + place * 4, Field(name, 0, 4, "Number", "Block", "Both")
-        raise UnknownField(f"has no {name!r}; it has {', '.join(self.names)}",
-                           self._channel._where(self.name))
-
-    def _get(self, place: int, name: str) -> Value:
-        start, field = self._field(place, name)
-        return read_value(self._channel._block, start, field, self._channel._texts)
-
-    def _set(self, place: int, name: str, value: object) -> None:
-        channel = self._channel
-        where = channel._where(f"{self.name}[{place}].{name}")
-        channel._begin(self.name, self._use())
-        start, field = self._field(place, name)
-        write_value(channel._block, start, field, value, channel._texts, where)
 
 
 class Channel:

@@ -174,7 +174,7 @@ def open(directory: PathLike, country: int, signal: Union[str, int], *,  # noqa:
     other programs.
 
     A directory without ChanInfo.xml has no channels. Raises InvalidValue for a signal type that is
-    unknown or that the file cannot hold, Unreadable for a file that cannot be read, LibraryNotFound,
-    and Error for a directory that is missing.
+    unknown or that the file cannot hold, Unreadable for a file that cannot be read,
+    LibraryNotFound, and Error for a directory that is missing.
     """
     return Database(directory, country, signal, library, wait)

@@ -72,6 +72,7 @@ class Edit(ChannelList):
             self._change = change
             self._ending = stack.pop_all()
         self._channels = [channel.copy() for channel in self._before]
+        self._begun = list(self._channels)
         self._last = max((channel.index for channel in self._before), default=0)
         return self
 
@@ -175,13 +176,18 @@ class Edit(ChannelList):
         change.commit(CHANNELS)
         database._take(found)
 
+    def _in_place(self, channels: Sequence[Channel]) -> bool:
+        """Whether these are the channels that the list began with, by their indexes."""
+        return len(channels) == len(self._before) and all(
+            now is begun and now.index == old.index
+            for now, begun, old in zip(channels, self._begun, self._before))
+
     def _store(self, session: Session) -> None:
         """Puts the channels into the library's list. What it does not know of a channel stays in
         the file as long as the channels keep their indexes."""
         before, now = self._before, self._channels
         channels = session.channel_list()
-        kept = [channel.index for channel in now[:len(before)]]
-        if ascending(before) and kept == [channel.index for channel in before]:
+        if ascending(before) and self._in_place(now[:len(before)]):
             for old, new in zip(before, now):
                 if old != new:
                     with channels.ask("GetChannelInfoByIndex", "IChannelInfo", new.index) as record:

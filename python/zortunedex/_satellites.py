@@ -242,8 +242,8 @@ class DishEdit:
         found = read_dishes(database._library, change.scratch)
         for number, (meant, dish) in enumerate(zip(self._dishes, found), 1):
             if meant and not dish:
-                raise Error(f"has no DISH_{number} element, and cannot hold satellites of that dish; "
-                            "the file is unchanged", path)
+                raise Error(f"has no DISH_{number} element, and cannot hold satellites of that "
+                            "dish; the file is unchanged", path)
         if result < 0 or found != list(self._dishes):
             raise Error("would not hold these assignments; the file is unchanged", path, result
                         if result < 0 else -0x7FFFBFFB)
@@ -266,7 +266,7 @@ def _check(dishes: Sequence[Dish], texts: Texts) -> None:
 
 
 def _check_kept(data: Optional[bytes], loaded: Sequence[Dish], path: Path) -> None:
-    """All assignments are written afresh: refused where the file holds more of one than was read."""
+    """All are written afresh: refused where the file holds more of one than was read."""
     if data is None:
         return
     try:

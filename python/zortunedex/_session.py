@@ -52,7 +52,7 @@ class Session:
             "GetChannelInfoMgr", "IChannelInfoMgr", wanted, what="there is no list of channels"))
 
     def member(self, method: str, kind: str) -> Interface:
-        """A list of the database by its getter, which answers a count; released with the session."""
+        """A list of the database, whose getter answers a count; released with the session."""
         return self._stack.enter_context(self.database.ask(method, kind))
 
     def texts(self) -> Texts:

@@ -78,7 +78,7 @@ class MergePlan:
 
 
 def find_tool(named: Optional[PathLike] = None) -> str:
-    """The program ``tunedex``: what ``named`` says, else ``TUNEDEX_TOOL``, else that of the PATH."""
+    """The program: what ``named`` says, else ``TUNEDEX_TOOL``, else ``tunedex`` on the PATH."""
     asked = os.fspath(named) if named is not None else os.environ.get("TUNEDEX_TOOL")
     if asked:
         found = shutil.which(os.path.abspath(asked))
