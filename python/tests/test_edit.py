@@ -191,6 +191,15 @@ class OddFiles(HomeTest):
                 e.move(1, 2)
             self.assertEqual([c["audioStream"] for c in db.reload()], [0] * len(db.channels))
 
+    def test_no_index_is_left(self) -> None:
+        with self.sample('index="58"', 'index="4294967293"', 49, "DVBSatellite") as db:
+            with db.edit() as e:
+                with self.assertRaisesRegex(zt.Error, "no index is left; sort the list first"):
+                    e.add(display_name="beyond")
+                e.sort(key=lambda c: c.index)
+                e.add(display_name="beyond")
+            self.assertEqual([c.index for c in db.reload()], list(range(1, 60)))
+
     def test_a_count_above_the_room(self) -> None:
         with self.sample('numOfAudioStreams="1"', 'numOfAudioStreams="99"', 49,
                          "DVBSatellite") as db:
@@ -229,6 +238,13 @@ class Failing(HomeTest):
     def test_a_directory_that_cannot_be_written(self) -> None:
         with mock.patch.object(_files.os, "open", side_effect=PermissionError(13, "denied")):
             self.fails("cannot be locked: denied; nothing was changed")
+
+    def test_a_copy_that_cannot_be_made(self) -> None:
+        full = OSError(errno.ENOSPC, "No space left on device")
+        with mock.patch.object(Path, "write_bytes", side_effect=full):
+            self.fails("cannot be copied: No space left on device; nothing was changed")
+        with self.open(wait=0) as db, db.edit() as e:  # the lock was given back
+            e[5].favorite = not e[5].favorite
 
     def test_what_would_not_be_held_is_not_written(self) -> None:
         with mock.patch.object(_edit, "same_channels", return_value="channel 5"):

@@ -7,6 +7,7 @@ import stat
 import sys
 import tempfile
 import time
+from contextlib import ExitStack
 from pathlib import Path
 from types import TracebackType
 from typing import Dict, Optional, Type
@@ -172,18 +173,20 @@ class Change:
 
     def __init__(self, directory: Path, wait: float = 10.0) -> None:
         self.directory = directory
-        self._lock = DirectoryLock(directory, wait)
-        try:
+        with ExitStack() as stack:
+            stack.callback(DirectoryLock(directory, wait).release)
             self.before: Dict[str, Optional[bytes]] = {name: read(directory / name)
                                                        for name in _ALL}
-            self._folder = tempfile.TemporaryDirectory(prefix="tunedex-")
-        except BaseException:
-            self._lock.release()
-            raise
-        self.scratch = Path(self._folder.name)
-        for name, data in self.before.items():
-            if data is not None:
-                (self.scratch / name).write_bytes(data)
+            try:
+                self.scratch = Path(stack.enter_context(
+                    tempfile.TemporaryDirectory(prefix="tunedex-")))
+                for name, data in self.before.items():
+                    if data is not None:
+                        (self.scratch / name).write_bytes(data)
+            except OSError as error:
+                raise Error(f"cannot be copied: {error.strerror}; nothing was changed",
+                            directory) from error
+            self._ending = stack.pop_all()
 
     def commit(self, name: str) -> None:
         """Replaces the file by that of the copy. Error, and the file is as it was, where that fails
@@ -211,8 +214,7 @@ class Change:
 
     def __exit__(self, kind: Optional[Type[BaseException]], error: Optional[BaseException],
                  trace: Optional[TracebackType]) -> None:
-        self._folder.cleanup()
-        self._lock.release()
+        self._ending.close()
         if isinstance(error, Error) and str(self.scratch) in str(error):
             raise self._named(error) from error.__cause__
 
