@@ -1,6 +1,7 @@
 """What is asked of the command-line host: the line that it gets, and what is made of its answer."""
 import json
 import os
+import shutil
 import subprocess
 import sys
 import unittest
@@ -154,6 +155,20 @@ class Merge(HomeTest):
                 plan = zt.merge_plan(self.home, source, country=49, signal="DVBSatellite")
             self.assertEqual(plan.summary.get("M100"), 58)
             self.assertEqual({change.code for change in plan.changes}, {"M100"})
+
+    def test_a_scan_with_a_change_and_a_new_channel(self) -> None:
+        scan = self.folder / "scan"
+        shutil.copytree(SAMPLES, scan)
+        with zt.open(scan, 49, "DVBSatellite") as db, db.edit() as e:
+            e[5]["PcrPID"] = 4711
+            e.add(e[5], name="New", display_name="New", serviceID=17999)
+        with Unchanged(self):
+            plan = zt.merge_plan(self.home, scan, country=49, signal="DVBSatellite", new="end")
+        self.assertEqual((plan.summary["M100"], plan.summary["M201"]), (57, 1))
+        changed, = [change for change in plan.changes if change.index == 5]
+        self.assertEqual([(field.field, field.scan, field.result) for field in changed.fields],
+                         [("PcrPID", 4711, 4711)])
+        self.assertEqual((plan.changes[-1].code, plan.changes[-1].name), ("M201", "New"))
 
 
 if __name__ == "__main__":
