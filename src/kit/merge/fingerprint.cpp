@@ -1,6 +1,7 @@
 #include "kit/merge/fingerprint.h"
 
 #include <initializer_list>
+#include <tuple>
 
 namespace merge {
 namespace {
@@ -18,6 +19,8 @@ class Hash {
   std::uint64_t m_value = 0xCBF29CE484222325U;
 };
 
+}  // namespace
+
 std::uint64_t HashOf(const Channel& channel) {
   Hash hash;
   for (const std::uint32_t number :
@@ -33,7 +36,10 @@ std::uint64_t HashOf(const Channel& channel) {
   return hash.Value();
 }
 
-}  // namespace
+bool IsContentBefore(const Channel& a, const Channel& b) {
+  return std::tie(a.frequency, a.number, a.tsid, a.offset, a.name, a.block, a.displayName) <
+         std::tie(b.frequency, b.number, b.tsid, b.offset, b.name, b.block, b.displayName);
+}
 
 std::uint64_t FingerprintOf(const ChannelTable& scan) {
   // A sum is the same in any order.

@@ -21,6 +21,8 @@ struct BaseEntry {
   /// no scan found, as the list had it.
   Channel channel;
   std::uint32_t absent = 0;  ///< how many scans in a row lacked it where they looked
+  std::uint64_t result = 0;  ///< tells the list's channel as it was left from others; 0: not known
+  std::uint64_t source = 0;  ///< tells the channel of that scan from others; 0: not known
   bool isSeen = true;        ///< false: no scan found it as long as there is a base
   bool isListed = true;      ///< the list had it: where it is gone, the user deleted it
   bool isMarked = false;     ///< it was, or could not be, marked as gone

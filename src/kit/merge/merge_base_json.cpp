@@ -49,24 +49,26 @@ void RemoveUnstored(ordered_json& json, InputSignalType signal) {
   }
 }
 
+std::string HexText(std::uint64_t number) {
+  char text[16];
+  const auto end = std::to_chars(text, text + sizeof(text), number, 16).ptr;
+  return {text, end};
+}
+
 ordered_json EntryJson(const BaseEntry& entry, const interchange::ListContext& context) {
   ordered_json channel = channel_json::Whole(entry.channel, context.signal, context.narrow);
   RemoveUnstored(channel, context.signal);
   RemoveNothing(channel);
   ordered_json json = ordered_json::object();
   if (entry.absent != 0) json["absent"] = entry.absent;
+  if (entry.result != 0) json["result"] = HexText(entry.result);
+  if (entry.source != 0) json["source"] = HexText(entry.source);
   if (!entry.isSeen) json["seen"] = false;
   if (!entry.isListed) json["listed"] = false;
   if (entry.isMarked) json["marked"] = true;
   if (entry.isTwin) json["twin"] = true;
   json["channel"] = std::move(channel);
   return json;
-}
-
-std::string HexText(std::uint64_t number) {
-  char text[16];
-  const auto end = std::to_chars(text, text + sizeof(text), number, 16).ptr;
-  return {text, end};
 }
 
 ordered_json ParseBase(std::string_view bytes) {
@@ -93,14 +95,14 @@ std::uint32_t ReadCount(const ordered_json& entry, const char* key) {
   return found->get<std::uint32_t>();
 }
 
-std::uint64_t ReadFingerprint(const ordered_json& document) {
-  const auto found = document.find("scan");
-  if (found == document.end() || !found->is_string()) RaiseDamaged("it does not name its scan");
-  const auto text = found->get<std::string>();
+std::uint64_t ReadHex(const ordered_json& object, const char* key) {
+  const auto found = object.find(key);
+  const std::string text =
+      found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
   std::uint64_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
   if (error != std::errc() || end != text.data() + text.size()) {
-    RaiseDamaged("it does not name its scan");
+    RaiseDamaged(std::string("'") + key + "' is no hexadecimal number");
   }
   return number;
 }
@@ -159,12 +161,14 @@ std::string WriteBase(const MergeBase& base, const interchange::ListContext& con
 MergeBase ReadBase(std::string_view bytes, const interchange::ListContext& context) {
   ordered_json document = ParseBase(bytes);
   RequireBaseOf(document, context);
-  MergeBase base{context.country, context.signal, ReadFingerprint(document), {}};
+  MergeBase base{context.country, context.signal, ReadHex(document, "scan"), {}};
   ordered_json channels = ordered_json::array();
   for (ordered_json& entry : document["channels"]) {
     if (!entry.is_object() || !entry.contains("channel")) RaiseDamaged("an entry has no channel");
     BaseEntry& read = base.entries.emplace_back();
     read.absent = ReadCount(entry, "absent");
+    read.result = entry.contains("result") ? ReadHex(entry, "result") : 0;
+    read.source = entry.contains("source") ? ReadHex(entry, "source") : 0;
     read.isSeen = ReadMark(entry, "seen", true);
     read.isListed = ReadMark(entry, "listed", true);
     read.isMarked = ReadMark(entry, "marked", false);

@@ -42,8 +42,9 @@ bool AreSame(const Entry& a, const Entry& b, const StreamList& list) {
   });
 }
 
-/// The scan's entries with what its format lacks from those of the same PID in the list.
-std::vector<Entry> Filled(std::vector<Entry> entries, const std::vector<Entry>& old,
+/// The scan's entries with what its format lacks from those of the same PID in the list, each from
+/// another one.
+std::vector<Entry> Filled(std::vector<Entry> entries, std::vector<Entry> old,
                           const StreamRule& rule) {
   if (rule.lacking.empty()) return entries;
   for (Entry& entry : entries) {
@@ -53,6 +54,7 @@ std::vector<Entry> Filled(std::vector<Entry> entries, const std::vector<Entry>& 
     for (const Field* row : rule.lacking) {
       std::copy_n(same->begin() + row->offset, row->width, entry.begin() + row->offset);
     }
+    old.erase(same);
   }
   return entries;
 }

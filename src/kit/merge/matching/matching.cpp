@@ -66,16 +66,28 @@ class Matcher {
     return count;
   }
 
+  /// What is the same in everything, then what has the same identity in the same place.
   void PairEqual() {
+    PairBy([](const Service& service) { return service; });
+    PairBy([this](const Service& service) { return IdentityKey(service, m_signal); });
+  }
+
+  template <typename KeyOfService>
+  void PairBy(KeyOfService keyOf) {
     std::map<Service, std::size_t> known;
     for (std::size_t i = 0; i < m_right.Count(); ++i) {
-      if (m_matching.IsOpenRight(i)) known.try_emplace(m_right.services[i], i);
+      for (const std::size_t place : m_right.members[i]) {
+        known.try_emplace(keyOf(m_right.ofPlaces[place]), i);
+      }
     }
     for (std::size_t i = 0; i < m_left.Count(); ++i) {
-      if (!m_matching.IsOpenLeft(i)) continue;
-      const auto found = known.find(m_left.services[i]);
-      if (found == known.end() || !m_matching.IsOpenRight(found->second)) continue;
-      m_matching.Pair(i, found->second);
+      for (const std::size_t place : m_left.members[i]) {
+        const auto found = known.find(keyOf(m_left.ofPlaces[place]));
+        if (found == known.end()) continue;
+        if (m_matching.IsOpenLeft(i) && m_matching.IsOpenRight(found->second)) {
+          m_matching.Pair(i, found->second);
+        }
+      }
     }
   }
 

@@ -9,6 +9,7 @@ namespace merge {
 Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& isLeftOut,
                  InputSignalType signal) {
   Nodes nodes;
+  nodes.ofPlaces = services;
   nodes.nodeOf.assign(services.size(), kNone);
   std::map<Service, std::size_t> known;
   for (std::size_t place = 0; place < services.size(); ++place) {

@@ -13,7 +13,8 @@ inline constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 struct Nodes {
   std::vector<Service> services;                  ///< of the first member
   std::vector<std::vector<std::size_t>> members;  ///< places, ascending
-  std::vector<std::size_t> nodeOf;                ///< by place; kNone for one that is left out
+  std::vector<Service> ofPlaces;
+  std::vector<std::size_t> nodeOf;  ///< by place; kNone for one that is left out
 
   std::size_t Count() const { return services.size(); }
 };

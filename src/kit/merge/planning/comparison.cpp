@@ -3,32 +3,11 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
-#include <tuple>
 
+#include "kit/merge/fingerprint.h"
 #include "kit/merge/matching/tiers.h"
 
 namespace merge {
-namespace {
-
-/// An order in which only channels that are the same in everything are equal.
-bool IsBefore(const Channel& a, const Channel& b) {
-  return std::tie(a.frequency, a.number, a.tsid, a.offset, a.name, a.block, a.displayName) <
-         std::tie(b.frequency, b.number, b.tsid, b.offset, b.name, b.block, b.displayName);
-}
-
-/// True where nothing speaks against an entry being what it was when the list had it at that place.
-bool MayBeSame(const Service& list, const Service& base, InputSignalType signal) {
-  const Recognition& recognition = RecognitionOf(signal);
-  const std::uint32_t reach = recognition.tolerance;
-  if (AreApart(SiteOf(list, recognition), SiteOf(base, recognition), reach)) return false;
-  for (const Part part : {Part::Network, Part::Stream, Part::Number, Part::Major, Part::Minor}) {
-    if (list[part] != 0 && base[part] != 0 && list[part] != base[part]) return false;
-  }
-  return list[Part::Number] != 0 || list[Part::Major] != 0 || list[Part::Name] == base[Part::Name];
-}
-
-}  // namespace
-
 Comparison::Comparison(const ChannelTable& list, const MergeBase* base, const ChannelTable& scan,
                        const MergePolicy& policy)
     : m_listTable(list),
@@ -48,13 +27,18 @@ Comparison::Comparison(const ChannelTable& list, const MergeBase* base, const Ch
   }
   LinkBase();
   m_scanNodes = GroupNodes(m_scan, {}, m_reading.signal);
+  for (std::size_t place = 0; place < m_scan.size(); ++place) {
+    const std::size_t node = m_scanNodes.nodeOf[place];
+    m_memberLike.try_emplace({node, HashOf(ScanAt(place))}, place);
+    m_memberNamed.try_emplace({node, m_scan[place][Part::Name]}, place);
+  }
 }
 
 void Comparison::OrderScan() {
   m_order.resize(m_scanTable.channels.size());
   std::iota(m_order.begin(), m_order.end(), std::size_t{0});
   std::stable_sort(m_order.begin(), m_order.end(), [this](std::size_t a, std::size_t b) {
-    return IsBefore(m_scanTable.channels[a], m_scanTable.channels[b]);
+    return IsContentBefore(m_scanTable.channels[a], m_scanTable.channels[b]);
   });
 }
 
@@ -72,62 +56,100 @@ const BaseEntry* Comparison::SeenEntryOf(std::size_t listPlace) const {
   return entry != nullptr && entry->isSeen ? entry : nullptr;
 }
 
+std::size_t Comparison::MemberFor(std::size_t listPlace, std::size_t scanNode) const {
+  if (const BaseEntry* entry = SeenEntryOf(listPlace)) {
+    const auto last = m_memberLike.find({scanNode, entry->source});
+    if (last != m_memberLike.end()) return last->second;
+  }
+  const auto like = m_memberLike.find({scanNode, HashOf(m_listTable.channels[listPlace])});
+  if (like != m_memberLike.end()) return like->second;
+  const auto named = m_memberNamed.find({scanNode, m_asScanned[listPlace][Part::Name]});
+  if (named != m_memberNamed.end()) return named->second;
+  return m_scanNodes.members[scanNode].front();
+}
+
 void Comparison::LinkBase() {
   m_entryOf.assign(m_list.size(), kNone);
   m_isLinked.assign(m_base.size(), false);
   m_asScanned = m_list;
   if (m_base.empty()) return;
-  std::vector<bool> isTwin;
-  for (const BaseEntry& entry : m_baseTable->entries) isTwin.push_back(entry.isTwin);
-  const Nodes listNodes = GroupNodes(m_list, {}, m_reading.signal);
-  const Nodes baseNodes = GroupNodes(m_base, isTwin, m_reading.signal);
-  const Matching links =
-      MatchNodes(listNodes, baseNodes, m_reading.signal, IndexHints(listNodes, baseNodes));
+  LinkUntouched();
+  LinkLikely();
+  LinkCopies();
   for (std::size_t place = 0; place < m_list.size(); ++place) {
-    const std::size_t node = links.rightOf[listNodes.nodeOf[place]];
-    if (node == kNone) continue;
-    const std::vector<std::size_t>& entries = baseNodes.members[node];
-    const auto seen = std::ranges::find_if(
-        entries, [this](std::size_t entry) { return m_baseTable->entries[entry].isSeen; });
-    m_entryOf[place] = seen == entries.end() ? entries.front() : *seen;
+    if (m_entryOf[place] == kNone) continue;
+    m_isLinked[m_entryOf[place]] = true;
+    if (SeenEntryOf(place) == nullptr) continue;
+    m_asScanned[place] = Overlaid(m_list[place], m_base[m_entryOf[place]]);
+  }
+}
+
+/// Channels that are what the last merge left at that index.
+void Comparison::LinkUntouched() {
+  std::map<std::pair<UINT, std::uint64_t>, std::size_t> left;
+  for (std::size_t i = 0; i < m_base.size(); ++i) {
+    const BaseEntry& entry = m_baseTable->entries[i];
+    if (entry.isListed && entry.result != 0) left[{entry.channel.index, entry.result}] = i;
+  }
+  for (std::size_t place = 0; place < m_list.size(); ++place) {
+    const Channel& channel = m_listTable.channels[place];
+    const auto found = left.find({channel.index, HashOf(channel)});
+    if (found == left.end()) continue;
+    m_entryOf[place] = found->second;
+    m_isLinked[found->second] = true;
+    left.erase(found);
+  }
+}
+
+/// The others by what identifies them.
+void Comparison::LinkLikely() {
+  std::vector<bool> isListOut;
+  std::vector<bool> isBaseOut = m_isLinked;
+  for (const std::size_t entry : m_entryOf) isListOut.push_back(entry != kNone);
+  for (std::size_t i = 0; i < m_base.size(); ++i) {
+    if (m_baseTable->entries[i].isTwin) isBaseOut[i] = true;
+  }
+  const Nodes list = GroupNodes(m_list, isListOut, m_reading.signal);
+  const Nodes base = GroupNodes(m_base, isBaseOut, m_reading.signal);
+  const Matching links = MatchNodes(list, base, m_reading.signal);
+  for (std::size_t node = 0; node < list.Count(); ++node) {
+    if (links.rightOf[node] == kNone) continue;
+    const std::vector<std::size_t>& entries = base.members[links.rightOf[node]];
     for (const std::size_t entry : entries) m_isLinked[entry] = true;
-    if (SeenEntryOf(place) != nullptr) {
-      m_asScanned[place] = Overlaid(m_list[place], m_base[m_entryOf[place]]);
+    // Several of each go together in their order.
+    const std::vector<std::size_t>& places = list.members[node];
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      m_entryOf[places[i]] = entries[std::min(i, entries.size() - 1)];
     }
   }
 }
 
-/// Channels that stand where the last merge left them are those that it left there.
-Hints Comparison::IndexHints(const Nodes& listNodes, const Nodes& baseNodes) const {
-  std::map<UINT, std::size_t> entries;
+/// What the user copied since goes by what it is a copy of.
+void Comparison::LinkCopies() {
+  std::map<Service, std::size_t> known;
   for (std::size_t i = 0; i < m_base.size(); ++i) {
-    const BaseEntry& entry = m_baseTable->entries[i];
-    if (entry.isListed && !entry.isTwin && entry.channel.index != 0) {
-      entries.try_emplace(entry.channel.index, i);
-    }
+    if (m_isLinked[i]) known.try_emplace(IdentityKey(m_base[i], m_reading.signal), i);
   }
-  Hints hints;
   for (std::size_t place = 0; place < m_list.size(); ++place) {
-    const auto found = entries.find(m_listTable.channels[place].index);
-    if (found == entries.end()) continue;
-    if (!MayBeSame(m_list[place], m_base[found->second], m_reading.signal)) continue;
-    hints.emplace_back(listNodes.nodeOf[place], baseNodes.nodeOf[found->second]);
+    if (m_entryOf[place] != kNone) continue;
+    const auto found = known.find(IdentityKey(m_list[place], m_reading.signal));
+    if (found != known.end()) m_entryOf[place] = found->second;
   }
-  return hints;
 }
 
 /// What the scan has as it was in the last one is that, whatever the user made of it meanwhile.
 Hints Comparison::SameAsLastTime() const {
-  std::map<Service, std::size_t> scanned;
-  for (std::size_t i = 0; i < m_scanNodes.Count(); ++i) {
-    scanned.try_emplace(m_scanNodes.services[i], i);
+  std::map<std::uint64_t, std::size_t> scanned;
+  for (std::size_t place = 0; place < m_scan.size(); ++place) {
+    scanned.try_emplace(HashOf(ScanAt(place)), m_scanNodes.nodeOf[place]);
   }
   Hints hints;
   for (std::size_t node = 0; node < m_listNodes.Count(); ++node) {
-    const std::size_t place = m_listNodes.members[node].front();
-    if (SeenEntryOf(place) == nullptr) continue;
-    const auto found = scanned.find(m_base[m_entryOf[place]]);
-    if (found != scanned.end()) hints.emplace_back(node, found->second);
+    for (const std::size_t place : m_listNodes.members[node]) {
+      const BaseEntry* entry = SeenEntryOf(place);
+      const auto found = entry == nullptr ? scanned.end() : scanned.find(entry->source);
+      if (found != scanned.end()) hints.emplace_back(node, found->second);
+    }
   }
   return hints;
 }

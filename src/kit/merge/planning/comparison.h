@@ -1,6 +1,9 @@
 // The three tables of a merge held against each other.
 #pragma once
 
+#include <map>
+#include <utility>
+
 #include "kit/merge/matching/matching.h"
 #include "kit/merge/merge.h"
 
@@ -30,6 +33,10 @@ class Comparison {
   /// Services of the list as the last scan had them, where one did.
   const std::vector<Service>& OfListAsScanned() const { return m_asScanned; }
 
+  /// The one of several members that a channel's values come from: the same one, else the one of
+  /// its name, else the first.
+  std::size_t MemberFor(std::size_t listPlace, std::size_t scanNode) const;
+
   const Nodes& ListNodes() const { return m_listNodes; }
   const Nodes& ScanNodes() const { return m_scanNodes; }
   const Matching& ListToScan() const { return m_matching; }
@@ -40,7 +47,9 @@ class Comparison {
  private:
   void OrderScan();
   void LinkBase();
-  Hints IndexHints(const Nodes& listNodes, const Nodes& baseNodes) const;
+  void LinkUntouched();
+  void LinkLikely();
+  void LinkCopies();
   Hints SameAsLastTime() const;
 
   const ChannelTable& m_listTable;
@@ -56,6 +65,8 @@ class Comparison {
   std::vector<Service> m_asScanned;
   Nodes m_listNodes;
   Nodes m_scanNodes;
+  std::map<std::pair<std::size_t, std::uint64_t>, std::size_t> m_memberLike;
+  std::map<std::pair<std::size_t, std::uint32_t>, std::size_t> m_memberNamed;
   Matching m_matching;
 };
 

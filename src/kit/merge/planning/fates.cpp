@@ -7,21 +7,6 @@
 namespace merge {
 namespace {
 
-/// The member of a scanned node that has the name, else the first.
-std::size_t MemberNamed(const Comparison& comparison, std::size_t node, std::uint32_t name) {
-  const std::vector<std::size_t>& members = comparison.ScanNodes().members[node];
-  const auto same = std::ranges::find_if(
-      members, [&](std::size_t place) { return comparison.OfScan()[place][Part::Name] == name; });
-  return same == members.end() ? members.front() : *same;
-}
-
-/// The one member of a scanned node that its service is taken from.
-std::size_t MemberFor(const Comparison& comparison, std::size_t listNode, std::size_t scanNode) {
-  const std::size_t first = comparison.ListNodes().members[listNode].front();
-  const std::uint32_t name = comparison.OfListAsScanned()[first][Part::Name];
-  return MemberNamed(comparison, scanNode, name);
-}
-
 std::uint32_t AbsentBy(const BaseEntry* entry, bool isSameScan) {
   const std::uint32_t before = entry == nullptr ? 0 : entry->absent;
   if (isSameScan) return std::max<std::uint32_t>(before, 1);
@@ -33,7 +18,7 @@ ListFate FateOf(const Comparison& comparison, std::size_t place, const LookedFor
   const std::size_t node = comparison.ListNodes().nodeOf[place];
   const Matching& matching = comparison.ListToScan();
   if (const std::size_t found = matching.rightOf[node]; found != kNone) {
-    return {ListFate::Kind::Matched, MemberFor(comparison, node, found)};
+    return {ListFate::Kind::Matched, comparison.MemberFor(place, found)};
   }
   if (matching.ambiguityOfLeft[node] != kNone) return {ListFate::Kind::Ambiguous};
   if (!isLookedFor(comparison.OfListAsScanned()[place])) return {};
@@ -91,24 +76,20 @@ class ScanJudge {
       : m_comparison(comparison), m_base(base), m_signal(signal), m_twins(signal) {
     m_fates.ofPlaces.resize(comparison.OfScan().size());
     m_isDeleted.resize(comparison.ScanNodes().Count());
-    m_chosen.resize(comparison.ScanNodes().Count());
-    for (std::size_t node = 0; node < m_chosen.size(); ++node) {
-      m_chosen[node] = comparison.ScanNodes().members[node].front();
-    }
+    m_isUsed.resize(comparison.OfScan().size());
   }
 
   ScanFates Run(const std::vector<ListFate>& list) {
     for (const ListFate& fate : list) {
-      if (fate.kind != ListFate::Kind::Matched) continue;
-      m_chosen[m_comparison.ScanNodes().nodeOf[fate.scanPlace]] = fate.scanPlace;
+      if (fate.kind == ListFate::Kind::Matched) m_isUsed[fate.scanPlace] = true;
     }
     HoldAgainstBase();
     const Matching& matching = m_comparison.ListToScan();
-    for (std::size_t node = 0; node < m_chosen.size(); ++node) {
+    for (std::size_t node = 0; node < m_isDeleted.size(); ++node) {
       if (matching.leftOf[node] != kNone) Settle(node, ScanFate::Kind::Matched);
       if (matching.ambiguityOfRight[node] != kNone) Settle(node, ScanFate::Kind::Candidate);
     }
-    for (std::size_t node = 0; node < m_chosen.size(); ++node) {
+    for (std::size_t node = 0; node < m_isDeleted.size(); ++node) {
       if (!matching.IsOpenRight(node)) continue;
       const auto twin = m_twins.Find(m_comparison.ScanNodes().services[node]);
       if (twin) {
@@ -127,10 +108,14 @@ class ScanJudge {
     }
   }
 
-  /// The chosen member counts, the others are the same again.
+  /// The members that the list takes count, else the first; the others are the same again.
   void Settle(std::size_t node, ScanFate::Kind kind) {
-    SetMembers(node, {ScanFate::Kind::Twin, node});
-    m_fates.ofPlaces[m_chosen[node]] = {kind, node};
+    const std::vector<std::size_t>& members = m_comparison.ScanNodes().members[node];
+    for (const std::size_t place : members) {
+      const bool counts =
+          kind == ScanFate::Kind::Matched ? m_isUsed[place] : place == members.front();
+      m_fates.ofPlaces[place] = {counts ? kind : ScanFate::Kind::Twin, node};
+    }
     m_twins.Add(m_comparison.ScanNodes().services[node], node);
   }
 
@@ -165,7 +150,7 @@ class ScanJudge {
   InputSignalType m_signal;
   Twins m_twins;
   std::vector<bool> m_isDeleted;
-  std::vector<std::size_t> m_chosen;
+  std::vector<bool> m_isUsed;  ///< by place: the list was matched with it
   ScanFates m_fates;
 };
 

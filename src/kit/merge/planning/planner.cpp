@@ -1,6 +1,7 @@
 #include "kit/merge/planning/planner.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "kit/merge/fingerprint.h"
 #include "kit/merge/matching/tiers.h"
@@ -19,6 +20,15 @@ std::string ShownName(const Channel& channel) {
 void ForgetMarks(Channel& channel) {
   channel.favorite = 0;
   channel.lock = 0;
+}
+
+/// In the list's order, what the list has not behind it.
+bool IsEntryBefore(const BaseEntry& a, const BaseEntry& b) {
+  const auto order = [](const BaseEntry& entry) {
+    return std::tuple(entry.channel.index == 0, entry.channel.index, entry.isTwin, entry.isListed);
+  };
+  if (order(a) != order(b)) return order(a) < order(b);
+  return a.channel.index == 0 && IsContentBefore(a.channel, b.channel);
 }
 
 bool AreKnownAndDiffer(std::uint32_t a, std::uint32_t b) { return a != 0 && b != 0 && a != b; }
@@ -118,7 +128,8 @@ void Planner::PlanMatched(std::size_t place, Change& change) {
   const bool isFoundAgain = entry != nullptr && (entry->absent > 0 || entry->isMarked);
   change.code = CodeOf(combined, list, isFoundAgain);
   const std::size_t node = m_comparison.ScanNodes().nodeOf[scanPlace];
-  if (m_changeOf.try_emplace(node, m_plan.changes.size()).second) {
+  m_changeOf.try_emplace(node, m_plan.changes.size());
+  if (m_assigned.insert(scanPlace).second) {
     change.inScan.push_back(m_comparison.TablePlaceOf(scanPlace));
   }
   if (change.code == Code::Unchanged) return;
@@ -280,25 +291,28 @@ void Planner::AddBase() {
   AddBaseOfListed();
   AddBaseOfScanned();
   AddOldBase();
+  std::stable_sort(m_plan.base.entries.begin(), m_plan.base.entries.end(), IsEntryBefore);
 }
 
 void Planner::AddBaseOfListed() {
-  for (std::size_t node = 0; node < m_comparison.ListNodes().Count(); ++node) {
-    const std::size_t place = m_comparison.ListNodes().members[node].front();
+  for (std::size_t place = 0; place < m_fates.size(); ++place) {
     const ListFate& fate = m_fates[place];
+    if (fate.kind == ListFate::Kind::Removed) continue;
     const BaseEntry* before = m_comparison.EntryOf(place);
     const Channel& result = m_plan.result.channels[m_resultPlaces[place]];
-    BaseEntry entry = before != nullptr ? *before : BaseEntry{m_list.channels[place]};
+    BaseEntry entry = before != nullptr ? *before : BaseEntry{m_list.channels[place], 0};
     if (before == nullptr) entry.isSeen = false;
     if (fate.kind == ListFate::Kind::Matched) {
       entry = {m_combiner.ForBase(m_comparison.ScanAt(fate.scanPlace),
                                   m_comparison.SeenEntryOf(place), result)};
+      entry.source = HashOf(m_comparison.ScanAt(fate.scanPlace));
     } else if (fate.kind == ListFate::Kind::Gone) {
       entry.absent = fate.absent;
       entry.isMarked = entry.isMarked || m_policy.gone == Gone::Mark;
     }
     entry.isListed = true;
     entry.channel.index = result.index;
+    entry.result = HashOf(result);
     ForgetMarks(entry.channel);
     m_plan.base.entries.push_back(std::move(entry));
   }
@@ -309,10 +323,11 @@ void Planner::AddBaseOfScanned() {
     const ScanFate::Kind kind = m_scanFates.ofPlaces[place].kind;
     if (kind == ScanFate::Kind::Matched) continue;
     const Channel& scan = m_comparison.ScanAt(place);
-    BaseEntry entry{m_combiner.ForBase(scan, nullptr, scan)};
+    BaseEntry entry{m_combiner.ForBase(scan, nullptr, scan), 0, 0, HashOf(scan)};
     ForgetMarks(entry.channel);
     const auto index = m_freshIndexes.find(place);
     entry.channel.index = index == m_freshIndexes.end() ? 0 : index->second;
+    if (index != m_freshIndexes.end()) entry.result = HashOf(m_combiner.New(scan));
     entry.isListed = index != m_freshIndexes.end() || kind == ScanFate::Kind::Deleted;
     entry.isTwin = kind == ScanFate::Kind::Twin;
     m_plan.base.entries.push_back(std::move(entry));
@@ -329,6 +344,7 @@ void Planner::AddOldBase() {
     if (!entry.isListed && isLookedFor(m_comparison.OfBase()[i])) continue;
     m_plan.base.entries.push_back(entry);
     m_plan.base.entries.back().channel.index = 0;
+    m_plan.base.entries.back().result = 0;
   }
 }
 

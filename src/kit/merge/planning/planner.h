@@ -57,6 +57,7 @@ class Planner {
   std::vector<Change> m_otherChanges;             ///< of services that stay out
   std::vector<std::size_t> m_otherNodes;          ///< of those; kNone for twins
   std::map<std::size_t, std::size_t> m_changeOf;  ///< of a scanned node
+  std::set<std::size_t> m_assigned;               ///< places of the scan that a change has
   std::vector<std::size_t> m_untold;              ///< twins that were told before
   std::vector<std::size_t> m_resultPlaces;        ///< by place of the list; kNone: removed
   std::map<std::size_t, UINT> m_freshIndexes;     ///< by place of the scan
