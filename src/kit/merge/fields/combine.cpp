@@ -141,7 +141,10 @@ void Combiner::CombineDisplayName(const Three& of, Combined& combined) const {
 void Combiner::CombineTuning(const Three& of, const FieldRule& rule, Combined& combined) const {
   const Field& row = *rule.row;
   if (SaysNothing(of.scan, rule) || IsSame(of.scan, of.list, row)) return;
-  const bool isEdited = of.base && !SaysNothing(*of.base, rule) && !IsSame(*of.base, of.list, row);
+  // Whose the number of a channel is, says the policy.
+  const bool isNumber = row.source == station_blocks::Source::PhysicalChannel;
+  const bool isEdited =
+      !isNumber && of.base && !SaysNothing(*of.base, rule) && !IsSame(*of.base, of.list, row);
   const bool isKept = isEdited && m_policy.tuning == EditedTuning::Keep;
   if (isEdited && (!isKept || !IsSame(*of.base, of.scan, row))) combined.isTuningEdited = true;
   if (!isKept) Take(of.scan, row, combined.channel, combined.isTuningChanged);

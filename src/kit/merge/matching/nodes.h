@@ -22,6 +22,6 @@ struct Nodes {
 /// Groups the services by what identifies them, in the order of their first members; a service that
 /// says too little is a node with those that are the same in everything.
 Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& isLeftOut,
-                 InputSignalType signal);
+                 InputSignalType signal, const std::vector<std::size_t>& kinds = {});
 
 }  // namespace merge

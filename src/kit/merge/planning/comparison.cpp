@@ -27,6 +27,7 @@ Comparison::Comparison(const ChannelTable& list, const MergeBase* base, const Ch
   }
   LinkBase();
   m_scanNodes = GroupNodes(m_scan, {}, m_reading.signal);
+  FindSameAsLastTime();
   for (std::size_t place = 0; place < m_scan.size(); ++place) {
     const std::size_t node = m_scanNodes.nodeOf[place];
     m_memberLike.try_emplace({node, HashOf(ScanAt(place))}, place);
@@ -138,25 +139,27 @@ void Comparison::LinkCopies() {
 }
 
 /// What the scan has as it was in the last one is that, whatever the user made of it meanwhile.
-Hints Comparison::SameAsLastTime() const {
+void Comparison::FindSameAsLastTime() {
   std::map<std::uint64_t, std::size_t> scanned;
   for (std::size_t place = 0; place < m_scan.size(); ++place) {
     scanned.try_emplace(HashOf(ScanAt(place)), m_scanNodes.nodeOf[place]);
   }
-  Hints hints;
-  for (std::size_t node = 0; node < m_listNodes.Count(); ++node) {
-    for (const std::size_t place : m_listNodes.members[node]) {
-      const BaseEntry* entry = SeenEntryOf(place);
-      const auto found = entry == nullptr ? scanned.end() : scanned.find(entry->source);
-      if (found != scanned.end()) hints.emplace_back(node, found->second);
-    }
+  m_lastTime.assign(m_list.size(), kNone);
+  for (std::size_t place = 0; place < m_list.size(); ++place) {
+    const BaseEntry* entry = SeenEntryOf(place);
+    const auto found = entry == nullptr ? scanned.end() : scanned.find(entry->source);
+    if (found != scanned.end()) m_lastTime[place] = found->second;
   }
-  return hints;
 }
 
 void Comparison::Match(const std::vector<bool>& isLeftOut) {
-  m_listNodes = GroupNodes(m_asScanned, isLeftOut, m_reading.signal);
-  m_matching = MatchNodes(m_listNodes, m_scanNodes, m_reading.signal, SameAsLastTime());
+  m_listNodes = GroupNodes(m_asScanned, isLeftOut, m_reading.signal, m_lastTime);
+  Hints hints;
+  for (std::size_t node = 0; node < m_listNodes.Count(); ++node) {
+    const std::size_t last = m_lastTime[m_listNodes.members[node].front()];
+    if (last != kNone) hints.emplace_back(node, last);
+  }
+  m_matching = MatchNodes(m_listNodes, m_scanNodes, m_reading.signal, hints);
 }
 
 }  // namespace merge

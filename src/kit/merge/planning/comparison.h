@@ -50,7 +50,7 @@ class Comparison {
   void LinkUntouched();
   void LinkLikely();
   void LinkCopies();
-  Hints SameAsLastTime() const;
+  void FindSameAsLastTime();
 
   const ChannelTable& m_listTable;
   const MergeBase* m_baseTable;
@@ -63,6 +63,7 @@ class Comparison {
   std::vector<std::size_t> m_entryOf;
   std::vector<bool> m_isLinked;
   std::vector<Service> m_asScanned;
+  std::vector<std::size_t> m_lastTime;  ///< node of the scan that has what the last scan had
   Nodes m_listNodes;
   Nodes m_scanNodes;
   std::map<std::pair<std::size_t, std::uint64_t>, std::size_t> m_memberLike;
