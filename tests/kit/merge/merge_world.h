@@ -64,6 +64,6 @@ std::string CodesIn(const merge::MergePlan& plan);
 
 /// How many random cases a type is tried with; a build for endurance raises it.
 #ifndef ZORTUNEDEX_MERGE_CASES
-#define ZORTUNEDEX_MERGE_CASES 150
+#define ZORTUNEDEX_MERGE_CASES 25
 #endif
 inline constexpr int kMergeCases = ZORTUNEDEX_MERGE_CASES;
