@@ -47,6 +47,10 @@ FieldValue ReadFieldValue(const BYTE* place, const Field& field, const NarrowTex
   if (field.form == Form::Text || field.form == Form::Base64) {
     return Text(narrow.ToWide(UpToZero(place, field.width)));
   }
+  return ReadNumberValue(place, field);
+}
+
+FieldValue ReadNumberValue(const BYTE* place, const Field& field) {
   if (field.form == Form::Language) return Number(station_blocks::FetchLanguage(place));
   const std::uint32_t value = station_blocks::Fetch(place, field.width);
   if (const char* word = tuning_words::Text(field.form, static_cast<std::int32_t>(value))) {

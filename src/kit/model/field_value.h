@@ -17,6 +17,8 @@ using FieldValue = std::variant<std::monostate, bool, std::int64_t, std::string>
 /// Value of a field of a station block, whose bytes begin at `place`.
 FieldValue ReadFieldValue(const BYTE* place, const station_blocks::Field& field,
                           const NarrowText& narrow);
+/// The same of a field that is no text.
+FieldValue ReadNumberValue(const BYTE* place, const station_blocks::Field& field);
 
 /// What a record answers for itself.
 struct RecordField {
