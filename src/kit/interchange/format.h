@@ -87,6 +87,7 @@ struct ImportResult {
   std::vector<ImportedChannel> channels;  ///< in the order of the list that they make
   std::size_t read = 0;                   ///< channels that stand in the file, also those left out
   bool isWhole = false;  ///< the channels are those of the list, marked and ordered by the file
+  std::optional<DWORD> country = {};  ///< where the file names one
 };
 
 /// Code of a field that reads back as something else than what was written.
@@ -115,6 +116,9 @@ struct Format {
   /// What it takes of the command line beyond what all take: "--names".
   std::span<const char* const> options = {};
   bool usesDishes = false;  ///< it names dishes where the list has positions
+  /// Takes out of an output what another file of the format leaves open; null: files of it hold the
+  /// same of every channel.
+  void (*limit)(const Input& other, Output& output) = nullptr;
 };
 
 /// Gives channels without an index the one behind the channel before them.

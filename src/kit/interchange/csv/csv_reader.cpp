@@ -1,5 +1,6 @@
 #include "kit/interchange/csv/csv_reader.h"
 
+#include <algorithm>
 #include <set>
 
 #include "kit/failure.h"
@@ -98,6 +99,25 @@ class TableReader {
 };
 
 }  // namespace
+
+void LimitCsv(const Input& other, Output& output) {
+  csv::Rows rows(other.bytes);
+  const std::optional<csv::Row> named = rows.Next();
+  std::string& table = output.Bytes();
+  csv::Rows written(table);
+  const std::optional<csv::Row> names = written.Next();
+  if (!named || !names) return;
+  std::string first;
+  for (const std::string& name : names->cells) {
+    const bool isNamed = std::ranges::any_of(named->cells, [&](const std::string& cell) {
+      const bool isAlike = EqualIgnoringCase(cell, name);
+      return cell == name ||
+             (isAlike && std::ranges::find(names->cells, cell) == names->cells.end());
+    });
+    first += (&name == &names->cells.front() ? "" : ",") + (isNamed ? name : std::string());
+  }
+  table.replace(0, table.find('\r'), first);
+}
 
 ImportResult ReadCsv(const Input& input, const ImportRequest& request, Losses& losses) {
   csv::Rows rows(input.bytes);

@@ -10,4 +10,7 @@ namespace interchange {
 /// not (L502). Failure for a file whose first row names no column.
 ImportResult ReadCsv(const Input& input, const ImportRequest& request, Losses& losses);
 
+/// Leaves the names of those columns alone that the other table has.
+void LimitCsv(const Input& other, Output& output);
+
 }  // namespace interchange

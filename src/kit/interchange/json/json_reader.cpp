@@ -1,5 +1,6 @@
 #include "kit/interchange/json/json_reader.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
@@ -166,6 +167,11 @@ ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& 
   const ordered_json document = Parse(input.bytes);
   RequireChannels(document, request.context.signal);
   ImportResult result;
+  const auto country = document.find("country");
+  if (country != document.end() && country->is_number_unsigned()) {
+    result.country =
+        static_cast<DWORD>(std::min<std::uint64_t>(country->get<std::uint64_t>(), UINT32_MAX));
+  }
   DocumentReader reader(request, losses);
   for (const ordered_json& channel : document["channels"]) {
     reader.Take(channel, result.read + 1, result);

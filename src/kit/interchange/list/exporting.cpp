@@ -25,7 +25,8 @@ Input AsInput(const Format& format, const Output& output) {
   return input;
 }
 
-/// What the output holds, read as it is read anywhere.
+}  // namespace
+
 std::vector<Channel> ReadBack(const Format& format, const Output& output,
                               const ExportRequest& request) {
   if (format.readBack != nullptr) return format.readBack(output, request);
@@ -40,8 +41,6 @@ std::vector<Channel> ReadBack(const Format& format, const Output& output,
   for (ImportedChannel& imported : result.channels) channels.push_back(std::move(imported.channel));
   return channels;
 }
-
-}  // namespace
 
 Export ExportChannels(const Format& format, const ExportRequest& request) {
   if (!Holds(format.out, request.context.signal)) {

@@ -16,4 +16,8 @@ struct Export {
 /// channel; InvalidArgument for a station block that is not the signal type's.
 Export ExportChannels(const Format& format, const ExportRequest& request);
 
+/// The channels that an output holds, in the order of `written`, read as they are read anywhere.
+std::vector<Channel> ReadBack(const Format& format, const Output& output,
+                              const ExportRequest& request);
+
 }  // namespace interchange

@@ -53,6 +53,7 @@ Import ImportChannels(const Format& format, const Input& input, const ImportRequ
   made.table = {context.country, context.signal, {}};
   ImportResult result = format.read(input, request, made.losses);
   made.read = result.read;
+  made.country = result.country;
   made.taken = result.channels.size();
   const bool appends = into == Into::Append && !result.isWhole;
   if (appends) made.table.channels = request.current;

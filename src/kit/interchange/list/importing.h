@@ -14,7 +14,8 @@ enum class Into {
 struct Import {
   ChannelTable table;  ///< the list as it is to be
   std::size_t read = 0;
-  std::size_t taken = 0;  ///< channels of the file that are in it
+  std::size_t taken = 0;         ///< channels of the file that are in it
+  std::optional<DWORD> country;  ///< where the file names one
   Losses losses;
 };
 
