@@ -1,6 +1,7 @@
 // Every call of a change and of taking it back fails, stops half-way or is the last one of its
 // process. The files are then all old or, after the next command, all new, and every snapshot that
 // is listed is whole.
+#include <algorithm>
 #include <functional>
 
 #include "kit/failure.h"
@@ -14,9 +15,13 @@ using disk_faults::Fault;
 
 const Texts kFirst = {{"ChanInfo.xml", std::string(700, 'a')}, {"UserSettings.xml", "first"}};
 const Texts kSecond = {{"ChanInfo.xml", std::string(900, 'b')}, {"UserSettings.xml", "second"}};
+const Texts kScanned = {{"ChanInfo.xml", std::string(900, 'b')},
+                        {"base-49-DVBSatellite.json", "first"}};
+const Texts kMerged = {{"ChanInfo.xml", std::string(999, 'n')},
+                       {"base-49-DVBSatellite.json", "new"}};
 const Texts kThird = {{"ChanInfo.xml", std::string(999, 'n')}, {"UserSettings.xml", "new"}};
 
-enum class Start { Fresh, Recorded, ChangedOutside };
+enum class Start { Fresh, Recorded, ChangedOutside, Scanned };
 
 struct Case {
   const char* label;
@@ -29,6 +34,7 @@ struct Case {
 // Of files that were never recorded: two snapshots are written.
 const Case kFirstChange = {"first change", Operation::Change, Start::Fresh, kFirst, kThird};
 const Case kChange = {"change", Operation::Change, Start::Recorded, kSecond, kThird};
+const Case kMerge = {"merge", Operation::Merge, Start::Scanned, kScanned, kMerged};
 const Case kUndo = {"undo", Operation::Undo, Start::Recorded, kSecond, kFirst};
 const Case kUndoOfOthers = {"undo of others", Operation::Undo, Start::ChangedOutside, kThird,
                             kSecond};
@@ -38,6 +44,7 @@ class Prepared {
   explicit Prepared(const Case& now) : m_home(kFirst) {
     if (now.start != Start::Fresh) m_home.Change(kSecond);
     if (now.start == Start::ChangedOutside) m_home.ChangeOutside(kThird);
+    if (now.start == Start::Scanned) m_home.Change(kScanned);
   }
   const RecordedHome& Home() const { return m_home; }
   std::string Path() const { return m_home.Files().Path(); }
@@ -78,7 +85,10 @@ void ExpectOldOrNewAfterTheNext(const Case& now, const RecordedHome& home) {
   EXPECT_EQ(files, home.Now());
   EXPECT_EQ(files, RecordedHome::Present(home.Store().Read(*home.Store().Head())));
   ExpectWholeHistory(home.Files().Path());
-  EXPECT_EQ(home.Now().size() + 1, home.Files().Count());
+  // Those that stand in the directory itself, and the history's folder.
+  const auto isBase = [](const auto& file) { return history::IsBase(file.first); };
+  const auto bases = static_cast<std::size_t>(std::ranges::count_if(files, isBase));
+  EXPECT_EQ(files.size() - bases + 1, home.Files().Count());
 }
 
 void FailAt(const Case& now, Fault fault, int position) {
@@ -141,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(All, ChangeFaults,
                                          Fault::Short));
 
 TEST(ChangeFaultsOnHistories, LeaveOldOrNewFiles) {
-  ForEveryCall({kChange, kUndoOfOthers},
+  ForEveryCall({kChange, kMerge, kUndoOfOthers},
                [](const Case& now, int position) { FailAt(now, Fault::Device, position); });
 }
 
@@ -154,7 +164,7 @@ TEST(ChangeInterruptions, LeaveOldOrNewFiles) {
 class KilledChanges : public testing::TestWithParam<Fault> {};
 
 TEST_P(KilledChanges, LeaveOldOrNewFiles) {
-  ForEveryCall({kFirstChange, kUndo},
+  ForEveryCall({kFirstChange, kMerge, kUndo},
                [](const Case& now, int position) { KillAt(now, GetParam(), position); });
 }
 

@@ -14,6 +14,10 @@ void Operate(const std::string& directory, Operation operation) {
       history::MakeChange(settings, RecordedHome::Writing({{"ChanInfo.xml", std::string(999, 'n')},
                                                            {"UserSettings.xml", "new"}}));
       break;
+    case Operation::Merge:
+      history::MakeChange(settings, RecordedHome::Writing({{"ChanInfo.xml", std::string(999, 'n')},
+                                                           {"base-49-DVBSatellite.json", "new"}}));
+      break;
     case Operation::Undo:
       history::Undo(settings);
       break;

@@ -7,6 +7,7 @@
 
 enum class Operation {
   Change,  ///< of two files
+  Merge,   ///< of the channels and of the scan that the next merge is told changes by
   Undo,
   Repair,
   DieWithLock,  ///< the process ends while it holds the directory's lock
