@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -67,10 +66,6 @@ enum class Numbers {
 enum class EditedTuning { Scan, Keep };
 enum class Deleted { StayOut, Add };
 
-/// Names of the attributes that the scan's format can hold, as the channel file has them ("freq",
-/// "networkName"); of entries "AudioStream.pid", and "AudioStream" for everything of them.
-using HeldFields = std::set<std::string, std::less<>>;
-
 struct MergePolicy {
   NewOnes newOnes = NewOnes::End;
   Scope scope = Scope::Transponders;
@@ -82,9 +77,11 @@ struct MergePolicy {
   Deleted deleted = Deleted::StayOut;
   bool looseNames = false;  ///< names compare without case, blanks and a final "HD"
 
-  /// Nothing: all of them, as a data directory does. What the format cannot hold stays the list's.
-  /// The names, favourites, locks and indexes of a scan need not be named.
-  std::optional<HeldFields> held = {};
+  /// How the channels of the list, and those of the base's entries, read in the scan's format, in
+  /// their order: what the format leaves out or rounds stays what it is. Empty: it holds
+  /// everything.
+  std::vector<Channel> toldList = {};
+  std::vector<Channel> toldBase = {};
   /// UTF-8 of the narrow texts in station blocks, for the plan alone; empty: they are UTF-8.
   std::function<std::string(std::string_view narrow)> utf8 = {};
 };

@@ -43,8 +43,7 @@ TEST_P(MergeBaseDocument, ComesBackWhole) {
       EXPECT_EQ(first.base.entries[j].channel.name, read.entries[j].channel.name);
       EXPECT_EQ(first.base.entries[j].channel.index, read.entries[j].channel.index);
     }
-    const merge::MergePlan second =
-        merge::PlanMerge(merge::Apply(first), &read, world.scan, world.policy);
+    const merge::MergePlan second = world.PlanOf(merge::Apply(first), &read);
     EXPECT_FALSE(second.changesList) << CodesIn(second);
   }
 }

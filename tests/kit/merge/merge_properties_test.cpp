@@ -9,7 +9,6 @@
 #include "kit/text/signal_types.h"
 
 using merge::Change;
-using merge::Code;
 using merge::MergePlan;
 
 namespace {
@@ -28,9 +27,10 @@ class MergeProperties : public testing::TestWithParam<InputSignalType> {
 };
 
 /// What a scan that was merged already may still say.
-bool IsOfSecondMerge(Code code) {
-  constexpr Code kCodes[] = {Code::Unchanged,  Code::NotFound,      Code::Marked,
-                             Code::NewLeftOut, Code::DeletedByUser, Code::Ambiguous};
+bool IsOfSecondMerge(merge::Code code) {
+  constexpr merge::Code kCodes[] = {merge::Code::Unchanged,     merge::Code::NotFound,
+                                    merge::Code::Marked,        merge::Code::NewLeftOut,
+                                    merge::Code::DeletedByUser, merge::Code::Ambiguous};
   return std::ranges::find(kCodes, code) != std::end(kCodes);
 }
 
@@ -51,7 +51,7 @@ TEST_P(MergeProperties, TwiceIsOnce) {
     const MergeWorld world = worlds.Next();
     const MergePlan first = world.Plan();
     const ChannelTable once = merge::Apply(first);
-    const MergePlan second = merge::PlanMerge(once, &first.base, world.scan, world.policy);
+    const MergePlan second = world.PlanOf(once, &first.base);
     EXPECT_TRUE(SameChannels(once.channels, merge::Apply(second).channels));
     EXPECT_FALSE(second.changesList);
     for (const Change& change : second.changes) {
@@ -88,7 +88,7 @@ TEST_P(MergeProperties, WithItselfChangesNothing) {
     EXPECT_FALSE(plan.changesList);
     EXPECT_TRUE(SameChannels(list.channels, plan.result.channels));
     for (const Change& change : plan.changes) {
-      EXPECT_TRUE(change.code == Code::Unchanged || change.code == Code::TwiceInScan)
+      EXPECT_TRUE(change.code == merge::Code::Unchanged || change.code == merge::Code::TwiceInScan)
           << merge::PlanText(plan, merge::PlanKind::Merge);
     }
   });
@@ -141,7 +141,7 @@ TEST_P(MergeProperties, RemovedAndAddedChannelsLeaveNoGap) {
     world.policy.gone = merge::Gone::Remove;
     const MergePlan plan = world.Plan();
     const bool isRemoved = std::ranges::any_of(
-        plan.changes, [](const Change& change) { return change.code == Code::Removed; });
+        plan.changes, [](const Change& change) { return change.code == merge::Code::Removed; });
     if (!isRemoved) return;
     for (std::size_t i = 0; i < plan.result.channels.size(); ++i) {
       EXPECT_EQ(i + 1, plan.result.channels[i].index);

@@ -8,7 +8,6 @@
 #include "kit/merge/merge_report.h"
 #include "kit/merge/merge_world.h"
 
-using merge::Code;
 using merge::MergePlan;
 using merge::MergePolicy;
 
@@ -83,7 +82,7 @@ TEST_F(MergeStory, UsersNameStaysWhenTheBroadcasterRenames) {
   List()[0].displayName = u"Kinder";
   Scan()[0] = Astra(0, "Disney", 10);
   const MergePlan plan = Merge();
-  EXPECT_EQ(Code::Renamed, plan.changes[0].code);
+  EXPECT_EQ(merge::Code::Renamed, plan.changes[0].code);
   EXPECT_EQ(u"Disney", List()[0].name);
   EXPECT_EQ(u"Kinder", List()[0].displayName);
   EXPECT_EQ("1 M100", CodesIn(Merge()));
@@ -192,9 +191,13 @@ TEST_F(MergeStory, MarkedServiceIsFoundAgain) {
   Start({Astra(1, "A", 10), Astra(2, "B", 11)});
   for (Channel* channel : {&List()[1], &Scan()[1]}) SetValueIn(*channel, kSat, "runningStatus", 4);
   Merge();
-  const std::vector<Channel> whole = Scan();
   m_world.policy.gone = merge::Gone::Mark;
-  m_world.policy.held = merge::HeldFields{"freq", "serviceID", "TSID", "ONID", "orbitalPosition"};
+  m_world.told = [](Channel channel) {
+    SetValueIn(channel, kSat, "runningStatus", 0);
+    return channel;
+  };
+  for (Channel& channel : Scan()) channel = m_world.told(channel);
+  const std::vector<Channel> whole = Scan();
   Scan().pop_back();
   EXPECT_EQ("1 M100, 2 M302", CodesIn(Merge()));
   EXPECT_EQ(1U, ValueIn(List()[1], kSat, "runningStatus"));
@@ -329,11 +332,24 @@ TEST_F(MergeStory, SelectedStreamStaysTheSamePid) {
 
 TEST_F(MergeStory, WhatTheFormatCannotHoldStays) {
   Start({Astra(1, "A", 10)});
-  m_world.policy.held = merge::HeldFields{"freq", "serviceID", "TSID", "ONID"};
-  SetValueIn(Scan()[0], kSat, "symbolRate", 1);
-  SetValueIn(Scan()[0], kSat, "orbitalPosition", 0);
-  SetValueIn(Scan()[0], kSat, "CA", 1);
+  SetValueIn(List()[0], kSat, "CA", 1);
+  AddStream(List()[0], kSat, "AudioStream", 3, 100, 7);
+  const std::vector<Channel> before = List();
+  m_world.told = [](Channel channel) {
+    for (const char* attribute : {"symbolRate", "orbitalPosition", "CA"}) {
+      SetValueIn(channel, kSat, attribute, 0);
+    }
+    return Coarse(std::move(channel), kSat);
+  };
+  Scan()[0] = m_world.told(List()[0]);
+  EXPECT_NE(before[0].frequency, Scan()[0].frequency);
   EXPECT_EQ("1 M100", CodesIn(Merge()));
+  EXPECT_TRUE(SameChannels(before, List()));
+  // A stream that came leaves the one that was there what it is.
+  AddStream(Scan()[0], kSat, "AudioStream", 0, 101, 0);
+  EXPECT_EQ("1 M105", CodesIn(Merge()));
+  EXPECT_EQ(before[0].frequency, List()[0].frequency);
+  EXPECT_EQ(2U, ValueIn(List()[0], kSat, "numOfAudioStreams"));
 }
 
 TEST_F(MergeStory, LnbAndFavouritesAreTheLists) {

@@ -223,26 +223,63 @@ merge::MergePolicy RandomWorlds::Policy() {
   policy.tuning = static_cast<merge::EditedTuning>(m_random(2));
   policy.deleted = static_cast<merge::Deleted>(m_random(2));
   policy.looseNames = m_random(2) == 0;
-  if (m_random(4) == 0) {
-    policy.held = merge::HeldFields{"freq", "serviceID", "ServiceID", "AudioStream.pid"};
-    if (m_random(2) == 0) policy.held->insert({"TSID", "ONID", "physicalChannel", "VideoStream"});
-  }
   return policy;
+}
+
+merge::MergePlan MergeWorld::PlanOf(const ChannelTable& now, const merge::MergeBase* last) const {
+  merge::MergePolicy by = policy;
+  if (told) {
+    for (const Channel& channel : now.channels) by.toldList.push_back(told(channel));
+    if (last != nullptr) {
+      for (const merge::BaseEntry& entry : last->entries) {
+        by.toldBase.push_back(told(entry.channel));
+      }
+    }
+  }
+  return merge::PlanMerge(now, last, scan, by);
+}
+
+Channel Coarse(Channel channel, InputSignalType signal) {
+  const Layout& layout = LayoutOf(signal);
+  constexpr std::uint32_t kStep = 100;
+  channel.frequency = (channel.frequency + kStep / 2) / kStep * kStep;
+  channel.displayName = channel.name;
+  for (const station_blocks::StreamList& list : layout.lists) {
+    for (std::size_t i = 0; i < list.capacity; ++i) {
+      BYTE* entry = channel.block.data() + list.offset + i * list.entrySize;
+      for (const Field& row : station_blocks::EntryFields(list.entrySize)) {
+        if (std::string_view(row.attribute) == "pid") continue;
+        std::fill_n(entry + row.offset, row.width, BYTE{0});
+      }
+    }
+  }
+  return channel;
 }
 
 MergeWorld RandomWorlds::Next() {
   MergeWorld world{List(), std::nullopt, {}, Policy()};
+  if (m_random(4) == 0) {
+    world.told = [signal = m_signal](Channel channel) {
+      return Coarse(std::move(channel), signal);
+    };
+  }
+  const auto scanned = [&](ChannelTable scan) {
+    for (Channel& channel : scan.channels) {
+      if (world.told) channel = world.told(channel);
+    }
+    return scan;
+  };
   if (m_random(3) != 0) {
-    const ChannelTable before = Scan(world.list);
-    if (!before.channels.empty()) {
-      const merge::MergePlan plan = merge::PlanMerge(world.list, nullptr, before, world.policy);
+    world.scan = scanned(Scan(world.list));
+    if (!world.scan.channels.empty()) {
+      const merge::MergePlan plan = world.Plan();
       world.base = plan.base;
       world.list = merge::Apply(plan);
       Edit(world.list);
       world.policy = Policy();
     }
   }
-  world.scan = Scan(world.list);
+  world.scan = scanned(Scan(world.list));
   if (world.scan.channels.empty()) world.scan.channels.push_back(RandomStation());
   return world;
 }

@@ -1,6 +1,7 @@
 // Channels, lists, scans and bases for the tests of merges.
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -29,10 +30,17 @@ struct MergeWorld {
   std::optional<merge::MergeBase> base;
   ChannelTable scan;
   merge::MergePolicy policy;
+  /// How a channel reads in the scan's format; empty: as it is.
+  std::function<Channel(Channel)> told = {};
 
   const merge::MergeBase* Base() const { return base ? &*base : nullptr; }
-  merge::MergePlan Plan() const { return merge::PlanMerge(list, Base(), scan, policy); }
+  merge::MergePlan Plan() const { return PlanOf(list, Base()); }
+  /// The same scan once more, into what became of the list.
+  merge::MergePlan PlanOf(const ChannelTable& now, const merge::MergeBase* last) const;
 };
+
+/// How a channel reads in a format that rounds frequencies, and has of streams the PIDs alone.
+Channel Coarse(Channel channel, InputSignalType signal);
 
 /// Few values each, so that services collide, miss each other narrowly, and are unknown.
 class RandomWorlds {

@@ -15,8 +15,6 @@ struct Combiner::Three {
   Channel list;
   std::optional<Channel> base;
   Channel scan;
-  bool wasMarked = false;
-  std::uint32_t statusBefore = 0;
 };
 
 namespace {
@@ -72,7 +70,6 @@ bool IsFilled(const Channel& channel, InputSignalType signal) {
 }  // namespace
 
 bool Combiner::SaysNothing(const Channel& scan, const FieldRule& rule) const {
-  if (!rule.isHeld) return true;
   const std::string_view attribute = rule.row->attribute;
   const Layout& layout = m_table.Layout();
   if (attribute == "westPosition") return NumberOf(scan, layout, "orbitalPosition") == 0;
@@ -86,10 +83,6 @@ Combined Combiner::Combine(const Channel& list, const BaseEntry* base, const Cha
   const Layout& layout = m_table.Layout();
   Three of{Whole(list, layout), std::nullopt, Whole(scan, layout)};
   if (base != nullptr && base->isSeen) of.base = Whole(base->channel, layout);
-  if (base != nullptr && base->isMarked && m_table.Status() != nullptr) {
-    of.wasMarked = true;
-    of.statusBefore = NumberIn(Whole(base->channel, layout), *m_table.Status());
-  }
   Combined combined;
   combined.channel = of.list;
   for (const FieldRule& rule : m_table.Fields()) {
@@ -98,7 +91,7 @@ Combined Combiner::Combine(const Channel& list, const BaseEntry* base, const Cha
     } else if (rule.rule == Rule::Tuning) {
       CombineTuning(of, rule, combined);
     } else if (rule.rule == Rule::Status) {
-      CombineStatus(of, rule, combined);
+      Take(of.scan, *rule.row, combined.channel, combined.isStatusChanged);
     } else if ((rule.rule == Rule::Identity || rule.rule == Rule::Scans) &&
                !SaysNothing(of.scan, rule)) {
       Take(of.scan, *rule.row, combined.channel, combined.isOtherChanged);
@@ -150,15 +143,6 @@ void Combiner::CombineTuning(const Three& of, const FieldRule& rule, Combined& c
   if (!isKept) Take(of.scan, row, combined.channel, combined.isTuningChanged);
 }
 
-void Combiner::CombineStatus(const Three& of, const FieldRule& rule, Combined& combined) const {
-  if (!SaysNothing(of.scan, rule)) {
-    return Take(of.scan, *rule.row, combined.channel, combined.isStatusChanged);
-  }
-  if (!of.wasMarked || NumberIn(of.list, *rule.row) == of.statusBefore) return;
-  SetNumber(combined.channel, *rule.row, of.statusBefore);
-  combined.isStatusChanged = true;
-}
-
 Channel Combiner::New(const Channel& scan) const {
   Channel channel = Whole(scan, m_table.Layout());
   channel.index = 0;
@@ -168,18 +152,21 @@ Channel Combiner::New(const Channel& scan) const {
   return channel;
 }
 
-Channel Combiner::ForBase(const Channel& scan, const BaseEntry* base, const Channel& result) const {
+Channel Combiner::ForBase(const Scanned& scan, const BaseEntry* base, const Channel& result) const {
   const Layout& layout = m_table.Layout();
-  Channel channel = Whole(scan, layout);
+  const Channel raw = Whole(scan.raw, layout);
+  Channel channel = Whole(scan.full, layout);
   const bool isSeen = base != nullptr && base->isSeen;
   const Channel before = Whole(isSeen ? base->channel : result, layout);
   for (const FieldRule& rule : m_table.Fields()) {
     const bool isFilled =
         rule.rule == Rule::Tuning || rule.rule == Rule::Scans || rule.rule == Rule::Status;
-    if (isFilled && !IsForMatching(rule.row->attribute) && SaysNothing(channel, rule)) {
+    if (IsForMatching(rule.row->attribute)) {
+      Copy(raw, *rule.row, channel);
+    } else if (isFilled && SaysNothing(channel, rule)) {
       Copy(before, *rule.row, channel);
     }
-    if (rule.rule == Rule::Name && isSeen && scan.name.empty()) {
+    if (rule.rule == Rule::Name && isSeen && raw.name.empty()) {
       Copy(before, *rule.row, channel);
       channel.displayName = before.displayName;
     }

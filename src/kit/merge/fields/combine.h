@@ -18,6 +18,12 @@ struct Combined {
   bool isTuningEdited = false;
 };
 
+/// A service of the scan, as it is there and with what its format cannot hold.
+struct Scanned {
+  const Channel& raw;
+  const Channel& full;
+};
+
 class Combiner {
  public:
   Combiner(const FieldTable& table, const MergePolicy& policy) : m_table(table), m_policy(policy) {}
@@ -29,7 +35,7 @@ class Combiner {
   Channel New(const Channel& scan) const;
 
   /// What the base keeps of a service: the scan's, and what that cannot know from before.
-  Channel ForBase(const Channel& scan, const BaseEntry* base, const Channel& result) const;
+  Channel ForBase(const Scanned& scan, const BaseEntry* base, const Channel& result) const;
 
  private:
   struct Three;
@@ -37,7 +43,6 @@ class Combiner {
   void CombineName(const Three& of, const station_blocks::Field& row, Combined& combined) const;
   void CombineDisplayName(const Three& of, Combined& combined) const;
   void CombineTuning(const Three& of, const FieldRule& rule, Combined& combined) const;
-  void CombineStatus(const Three& of, const FieldRule& rule, Combined& combined) const;
   bool SaysNothing(const Channel& scan, const FieldRule& rule) const;
 
   const FieldTable& m_table;

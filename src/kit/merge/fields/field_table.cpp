@@ -71,10 +71,6 @@ NamedRule RuleOf(std::string_view attribute, InputSignalType signal, Numbers num
   return {attribute, Rule::Scans};
 }
 
-bool Holds(const MergePolicy& policy, std::string_view name) {
-  return !policy.held || policy.held->contains(name);
-}
-
 /// "VideoStream" is selected by "videoStream".
 std::string NameOfSelection(const char* element) {
   std::string name = element;
@@ -97,38 +93,23 @@ FieldTable::FieldTable(InputSignalType signal, const MergePolicy& policy)
   for (const auto& rows : {m_layout.channel, m_layout.elementStreams, m_layout.satelliteParams}) {
     AddFields(rows, policy);
   }
-  AddStreams(policy);
-  if (m_layout.components != nullptr && Holds(policy, "Components")) {
-    m_components = m_layout.components;
-  }
+  AddStreams();
 }
 
 void FieldTable::AddFields(Rows<Field> rows, const MergePolicy& policy) {
   for (const Field& row : rows) {
     if (row.use != Use::Both || IsOfStreams(m_layout, row)) continue;
     const NamedRule named = RuleOf(row.attribute, m_signal, policy.numbers);
-    const bool isName = named.rule == Rule::Name || named.rule == Rule::DisplayName;
-    m_fields.push_back(
-        {&row, named.rule, named.isZeroUnknown, isName || Holds(policy, row.attribute)});
+    m_fields.push_back({&row, named.rule, named.isZeroUnknown});
     if (named.rule == Rule::Status) m_status = &row;
   }
 }
 
-void FieldTable::AddStreams(const MergePolicy& policy) {
+void FieldTable::AddStreams() {
   for (const StreamList& list : m_layout.lists) {
     if (list.use != Use::Both) continue;
-    const std::string element = list.element;
-    StreamRule rule{&list, nullptr, Holds(policy, element), {}};
-    rule.selected =
-        station_blocks::FindField(m_layout.elementStreams, NameOfSelection(list.element));
-    if (!rule.isHeld) {
-      for (const Field& row : station_blocks::EntryFields(list.entrySize)) {
-        const bool isHeld = Holds(policy, element + "." + row.attribute);
-        if (!isHeld) rule.lacking.push_back(&row);
-        rule.isHeld = rule.isHeld || isHeld;
-      }
-    }
-    m_streams.push_back(std::move(rule));
+    m_streams.push_back(
+        {&list, station_blocks::FindField(m_layout.elementStreams, NameOfSelection(list.element))});
   }
 }
 

@@ -23,15 +23,12 @@ struct FieldRule {
   const station_blocks::Field* row;
   Rule rule;
   bool isZeroUnknown;  ///< 0 in a scan says nothing
-  bool isHeld;         ///< the scan's format has it
 };
 
 /// Entries of a kind of stream, and the attribute that says which is selected.
 struct StreamRule {
   const station_blocks::StreamList* list;
-  const station_blocks::Field* selected;              ///< null: there is none
-  bool isHeld;                                        ///< at least one value of the entries
-  std::vector<const station_blocks::Field*> lacking;  ///< of the entries, what the format has not
+  const station_blocks::Field* selected;  ///< null: there is none
 };
 
 class FieldTable {
@@ -43,20 +40,19 @@ class FieldTable {
   /// In the file's order; without what the file does not give back.
   std::span<const FieldRule> Fields() const { return m_fields; }
   std::span<const StreamRule> Streams() const { return m_streams; }
-  /// Null where there are none, or the scan's format has none.
-  const station_blocks::ComponentList* Components() const { return m_components; }
+  /// Null where there are none.
+  const station_blocks::ComponentList* Components() const { return m_layout.components; }
   /// Null for a type without running status.
   const station_blocks::Field* Status() const { return m_status; }
 
  private:
   void AddFields(station_blocks::Rows<station_blocks::Field> rows, const MergePolicy& policy);
-  void AddStreams(const MergePolicy& policy);
+  void AddStreams();
 
   InputSignalType m_signal;
   const station_blocks::Layout& m_layout;
   std::vector<FieldRule> m_fields;
   std::vector<StreamRule> m_streams;
-  const station_blocks::ComponentList* m_components = nullptr;
   const station_blocks::Field* m_status = nullptr;
 };
 

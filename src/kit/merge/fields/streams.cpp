@@ -42,23 +42,6 @@ bool AreSame(const Entry& a, const Entry& b, const StreamList& list) {
   });
 }
 
-/// The scan's entries with what its format lacks from those of the same PID in the list, each from
-/// another one.
-std::vector<Entry> Filled(std::vector<Entry> entries, std::vector<Entry> old,
-                          const StreamRule& rule) {
-  if (rule.lacking.empty()) return entries;
-  for (Entry& entry : entries) {
-    const auto same = std::ranges::find_if(
-        old, [&](const Entry& other) { return HaveSame(entry, other, *rule.list, "pid"); });
-    if (same == old.end()) continue;
-    for (const Field* row : rule.lacking) {
-      std::copy_n(same->begin() + row->offset, row->width, entry.begin() + row->offset);
-    }
-    old.erase(same);
-  }
-  return entries;
-}
-
 std::size_t SelectedAmong(const std::vector<Entry>& entries, const std::vector<Entry>& old,
                           std::size_t selected, const StreamList& list) {
   if (selected >= old.size()) return 0;
@@ -78,7 +61,7 @@ std::size_t SelectedAmong(const std::vector<Entry>& entries, const std::vector<E
 bool CombineList(const StreamRule& rule, const Channel& scan, Channel& channel) {
   const StreamList& list = *rule.list;
   const std::vector<Entry> old = EntriesIn(channel, list);
-  const std::vector<Entry> entries = Filled(EntriesIn(scan, list), old, rule);
+  const std::vector<Entry> entries = EntriesIn(scan, list);
   const auto same = [&list](const Entry& a, const Entry& b) { return AreSame(a, b, list); };
   if (std::ranges::equal(entries, old, same)) return false;
   BYTE* block = channel.block.data();
@@ -119,7 +102,7 @@ bool CombineComponents(const ComponentList& parts, const Channel& scan, Channel&
 bool CombineStreams(const FieldTable& table, const Channel& scan, Channel& channel) {
   bool isChanged = false;
   for (const StreamRule& rule : table.Streams()) {
-    if (rule.isHeld && CombineList(rule, scan, channel)) isChanged = true;
+    if (CombineList(rule, scan, channel)) isChanged = true;
   }
   const ComponentList* parts = table.Components();
   if (parts != nullptr && CombineComponents(*parts, scan, channel)) isChanged = true;

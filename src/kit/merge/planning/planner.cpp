@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "kit/merge/fields/put_back.h"
 #include "kit/merge/fingerprint.h"
 #include "kit/merge/matching/tiers.h"
 #include "kit/text/utf.h"
@@ -119,10 +120,20 @@ void Planner::PlanListed(std::size_t place) {
   m_plan.changes.push_back(std::move(change));
 }
 
+Channel Planner::InFull(std::size_t place) const {
+  const Channel& scan = m_comparison.ScanAt(m_fates[place].scanPlace);
+  if (m_policy.toldList.empty()) return scan;
+  const Told list{&m_list.channels[place], &m_policy.toldList[place]};
+  const BaseEntry* entry = m_comparison.SeenEntryOf(place);
+  if (entry == nullptr) return PutBack(m_table, scan, list, {});
+  const auto at = static_cast<std::size_t>(entry - m_base->entries.data());
+  return PutBack(m_table, scan, list, {&entry->channel, &m_policy.toldBase[at]});
+}
+
 void Planner::PlanMatched(std::size_t place, Change& change) {
   const Channel& list = m_list.channels[place];
   const std::size_t scanPlace = m_fates[place].scanPlace;
-  const Channel& scan = m_comparison.ScanAt(scanPlace);
+  const Channel scan = InFull(place);
   const BaseEntry* entry = m_comparison.EntryOf(place);
   Combined combined = m_combiner.Combine(list, entry, scan);
   const bool isFoundAgain = entry != nullptr && (entry->absent > 0 || entry->isMarked);
@@ -303,7 +314,7 @@ void Planner::AddBaseOfListed() {
     BaseEntry entry = before != nullptr ? *before : BaseEntry{m_list.channels[place], 0};
     if (before == nullptr) entry.isSeen = false;
     if (fate.kind == ListFate::Kind::Matched) {
-      entry = {m_combiner.ForBase(m_comparison.ScanAt(fate.scanPlace),
+      entry = {m_combiner.ForBase({m_comparison.ScanAt(fate.scanPlace), InFull(place)},
                                   m_comparison.SeenEntryOf(place), result)};
       entry.source = HashOf(m_comparison.ScanAt(fate.scanPlace));
     } else if (fate.kind == ListFate::Kind::Gone) {
@@ -323,7 +334,7 @@ void Planner::AddBaseOfScanned() {
     const ScanFate::Kind kind = m_scanFates.ofPlaces[place].kind;
     if (kind == ScanFate::Kind::Matched) continue;
     const Channel& scan = m_comparison.ScanAt(place);
-    BaseEntry entry{m_combiner.ForBase(scan, nullptr, scan), 0, 0, HashOf(scan)};
+    BaseEntry entry{m_combiner.ForBase({scan, scan}, nullptr, scan), 0, 0, HashOf(scan)};
     ForgetMarks(entry.channel);
     const auto index = m_freshIndexes.find(place);
     entry.channel.index = index == m_freshIndexes.end() ? 0 : index->second;

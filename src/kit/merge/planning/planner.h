@@ -21,6 +21,8 @@ class Planner {
 
  private:
   void PlanListed(std::size_t place);
+  /// The service that a channel was matched with, and what the scan's format cannot hold of it.
+  Channel InFull(std::size_t place) const;
   void PlanMatched(std::size_t place, Change& change);
   void PlanGone(std::size_t place, Change& change);
   void PlanAmbiguous(std::size_t place, Change& change);
