@@ -19,9 +19,10 @@ namespace {
 /// What a command does to the files of the directory.
 enum class Does {
   Read,
-  Change,   ///< it is run on a copy of them
-  Restore,  ///< it makes the change itself: among those that were recorded, or a repair
-  Make,     ///< it leaves them alone and makes another
+  Change,        ///< it is run on a copy of them
+  ChangeByPlan,  ///< the same; what it prints says what would change
+  Restore,       ///< it makes the change itself: among those that were recorded, or a repair
+  Make,          ///< it leaves them alone and makes another
 };
 
 struct Command {
@@ -47,6 +48,8 @@ constexpr Command kCommands[] = {
     {"channels sort", commands::SortChannels, Does::Change},
     {"channels export", commands::ExportChannels, Does::Make},
     {"channels import", commands::ImportChannels, Does::Change},
+    {"channels merge", commands::MergeChannels, Does::ChangeByPlan},
+    {"channels diff", commands::CompareChannels},
     {"catalogue build", commands::BuildCatalogue, Does::Make},
     {"satellites list", commands::ListSatellites},
     {"satellites show", commands::ShowSatellite},
@@ -94,7 +97,19 @@ void RunCommand(const Options& options) {
     if (options.dryRun && command.does == Does::Read) {
       throw UsageError{"--dry-run: " + options.command + " changes nothing"};
     }
-    command.does == Does::Change ? commands::RunChange(options, command.run) : command.run(options);
+    switch (command.does) {
+      case Does::Change:
+        commands::RunChange(options, command.run, commands::Trial::Differences);
+        break;
+      case Does::ChangeByPlan:
+        commands::RunChange(options, command.run, commands::Trial::OwnOutput);
+        break;
+      case Does::Read:
+      case Does::Restore:
+      case Does::Make:
+        command.run(options);
+        break;
+    }
   }
   FinishOutput();
 }

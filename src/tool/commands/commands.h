@@ -26,6 +26,9 @@ void SortChannels(const Options& options);
 void ExportChannels(const Options& options);
 void ImportChannels(const Options& options);
 
+void MergeChannels(const Options& options);
+void CompareChannels(const Options& options);
+
 void BuildCatalogue(const Options& options);
 void ListSatellites(const Options& options);
 void ShowSatellite(const Options& options);

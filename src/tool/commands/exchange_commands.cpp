@@ -1,6 +1,5 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
@@ -9,70 +8,22 @@
 #include "kit/interchange/loss_report.h"
 #include "kit/interchange/services/tuning_tables.h"
 #include "kit/model/channel_layout.h"
-#include "kit/model/channel_list.h"
-#include "kit/satellites/catalogue.h"
-#include "kit/satellites/dish_settings.h"
 #include "kit/saving/save_table.h"
 #include "tool/commands/commands.h"
 #include "tool/commands/running/exchange_files.h"
 #include "tool/commands/running/exit_status.h"
-#include "tool/options/location.h"
+#include "tool/commands/running/list_in_exchange.h"
+#include "tool/printing/losses.h"
 #include "tool/printing/output.h"
 
-using interchange::DishPosition;
 using interchange::Into;
 using interchange::LossReport;
 
 namespace commands {
 namespace {
 
-/// What the dishes of the directory are turned to, as far as it has a catalogue that says so.
-std::vector<DishPosition> DishPositions(const Options& options) {
-  std::vector<DishPosition> positions;
-  const Location location = SatelliteLocation(options);
-  std::error_code error;
-  const auto folder = whole_file::PathOf(options.directory);
-  for (const char* file : {"SatelliteInfo.xml", "UserSettings.xml"}) {
-    if (!std::filesystem::exists(folder / file, error)) return positions;
-  }
-  const SatelliteCatalogue catalogue = ReadCatalogue(location);
-  const Dishes dishes = ReadDishes(location);
-  for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
-    for (const DishSatellite& received : dishes[dish]) {
-      for (const Satellite& satellite : catalogue.satellites) {
-        if (satellite.id != received.id) continue;
-        positions.push_back({static_cast<std::uint32_t>(dish + 1), satellite.longitude});
-      }
-    }
-  }
-  return positions;
-}
-
-/// The list of the directory, and what its way out or in needs.
-class Exchanged {
- public:
-  explicit Exchanged(const Options& options)
-      : m_list(LocationOf(options), options.unreadable),
-        m_narrow(m_list.Source()),
-        m_context{*options.country, *options.signal, m_list.Source(), m_narrow, options.codePage} {
-    if (options.exchange.format->usesDishes && *options.signal == InputSignalDVBSatellite) {
-      m_context.dishes = DishPositions(options);
-    }
-  }
-
-  const ChannelList& List() const { return m_list; }
-  const NarrowText& Narrow() const { return m_narrow; }
-  const interchange::ListContext& Context() const { return m_context; }
-
- private:
-  ChannelList m_list;
-  NarrowText m_narrow;
-  interchange::ListContext m_context;
-};
-
 void Report(const LossReport& report, const Options& options) {
-  std::istringstream lines(interchange::LossText(report));
-  for (std::string line; std::getline(lines, line);) std::cerr << Printable(line) << '\n';
+  PrintLosses(report);
   const std::string& file = options.exchange.report;
   if (file.empty() && !options.json) return;
   const nlohmann::ordered_json document = interchange::LossJson(report);
@@ -98,7 +49,7 @@ void ExportChannels(const Options& options) {
   LayoutOf(*options.signal);  // whether there are such channels is told before anything is opened
   const ExchangeOptions& exchange = options.exchange;
   const ChannelMatcher matcher(options.filter, *options.signal);
-  const Exchanged list(options);
+  const ListInExchange list(options, options.exchange.format);
   const std::vector<Channel> channels = matcher.Matching(list.List().Channels(), list.Narrow());
   interchange::ExportRequest request{list.Context(), channels};
   request.names = exchange.names;
@@ -118,8 +69,9 @@ void ExportChannels(const Options& options) {
 void ImportChannels(const Options& options) {
   LayoutOf(*options.signal);
   const ExchangeOptions& exchange = options.exchange;
-  const interchange::Input input = ReadInput(exchange.file, *exchange.format);
-  const Exchanged list(options);
+  const interchange::Input input = ReadInput(exchange.file);
+  RequireFile(input, *exchange.format, exchange.file);
+  const ListInExchange list(options, options.exchange.format);
   const Into into = IntoWhat(options, list.List());
   const interchange::Import made = interchange::ImportChannels(
       *exchange.format, input, {list.Context(), list.List().Channels(), exchange.position}, into);

@@ -13,6 +13,7 @@
 #include "kit/reading/readable.h"
 #include "kit/selection/channel_filter.h"
 #include "tool/options/exchange.h"
+#include "tool/options/merging.h"
 
 /// Which of the two names `channels rename` changes.
 enum class RenameTarget { Both, NameOnly, DisplayOnly };
@@ -75,6 +76,7 @@ struct Options {
   std::set<check::Option> repairs;           ///< beyond the default
 
   ExchangeOptions exchange;
+  MergingOptions merging;
 
   std::string batchFile;       ///< empty or "-": standard input
   std::vector<Options> batch;  ///< its commands

@@ -47,7 +47,7 @@ history::ChangeSettings SettingsOf(const Options& options) {
           std::chrono::seconds(options.wait)};
 }
 
-void RunChange(const Options& options, void (*run)(const Options& options)) {
+void RunChange(const Options& options, void (*run)(const Options& options), Trial trial) {
   std::string text;
   bool isBegun = false;
   history::Difference difference;
@@ -64,7 +64,7 @@ void RunChange(const Options& options, void (*run)(const Options& options)) {
     // Where not even its bytes can be had, there is nothing to copy or to record.
     return history::ChangeInPlace(SettingsOf(options), [&] { run(options); });
   }
-  if (options.dryRun) return PrintDryRun(difference, options.json);
+  if (options.dryRun && trial == Trial::Differences) return PrintDryRun(difference, options.json);
   std::cout << text;
 }
 

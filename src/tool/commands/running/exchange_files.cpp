@@ -14,11 +14,10 @@ using interchange::Input;
 using interchange::Output;
 using interchange::OutputFile;
 
-Input ReadInput(const std::string& path, const interchange::Format& format) {
+Input ReadInput(const std::string& path) {
   Input input;
   std::error_code error;
   if (fs::is_directory(whole_file::PathOf(path), error)) {
-    if (!format.isFolder) throw Failure{E_INVALIDARG, path + " is a folder"};
     input.isFolder = true;
     input.names = NamesIn(path);
     input.read = [path](const std::string& name) {
@@ -30,6 +29,10 @@ Input ReadInput(const std::string& path, const interchange::Format& format) {
   if (!bytes) throw Failure{E_FAIL, path + " is not there or cannot be read"};
   input.bytes = *std::move(bytes);
   return input;
+}
+
+void RequireFile(const Input& input, const interchange::Format& format, const std::string& path) {
+  if (input.isFolder && !format.isFolder) throw Failure{E_INVALIDARG, path + " is a folder"};
 }
 
 void WriteOutputFiles(const Output& output, const std::string& path, bool isFolder) {

@@ -3,8 +3,11 @@
 
 #include "kit/interchange/format.h"
 
-/// A file, or a folder where the format has one. Failure for what is not there.
-interchange::Input ReadInput(const std::string& path, const interchange::Format& format);
+/// A file or a folder. Failure for what is not there.
+interchange::Input ReadInput(const std::string& path);
+/// Failure for a folder where the format has none.
+void RequireFile(const interchange::Input& input, const interchange::Format& format,
+                 const std::string& path);
 
 /// Writes the file, or the files of a folder that is made where it is not there: each as a whole or
 /// not at all. Without a path the file is printed.

@@ -6,6 +6,7 @@
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "tool/options/groups/exchange_options.h"
+#include "tool/options/groups/merge_options.h"
 #include "tool/options/groups/option_helpers.h"
 #include "tool/options/usage_error.h"
 
@@ -258,6 +259,7 @@ void AddChannelCommands(CLI::App& app, Options& options) {
   AddReadingCommands(channels, options);
   AddEditingCommands(channels, options);
   AddExchangeCommands(channels, options);
+  AddMergeCommands(channels, options);
 }
 
 void CompleteChannelOptions(const Options& options) {

@@ -14,7 +14,8 @@ constexpr const char* kReportHelp =
     "format\n"
     "holds and what the codes mean.";
 
-void AddFormat(CLI::App* app, Options& options) {
+/// --format; the option.
+CLI::Option* AddFormatName(CLI::App* app, Options& options) {
   const auto take = [&options](const std::string& text) {
     options.exchange.format = interchange::FindFormat(text);
     if (options.exchange.format == nullptr) {
@@ -25,7 +26,11 @@ void AddFormat(CLI::App* app, Options& options) {
   for (const interchange::Format& format : interchange::Formats()) {
     names += (names.empty() ? "" : ", ") + std::string(format.name);
   }
-  app->add_option_function<std::string>("--format", take, names)->type_name("")->required();
+  return app->add_option_function<std::string>("--format", take, names)->type_name("");
+}
+
+void AddFormat(CLI::App* app, Options& options) {
+  AddFormatName(app, options)->required();
   app->add_option("--report", options.exchange.report,
                   "write the loss report to this file, as JSON")
       ->type_name("FILE");
@@ -123,6 +128,18 @@ void AddImport(CLI::App* channels, Options& options) {
   app->add_flag("--replace", options.exchange.replace,
                 "in the place of the channels that there are")
       ->excludes(append);
+  AddPosition(app, options);
+}
+
+bool Takes(const interchange::Format& format, const std::string& option) {
+  return std::ranges::any_of(format.options, [&](const char* known) { return option == known; });
+}
+
+}  // namespace
+
+void AddScanFormat(CLI::App* app, Options& options) { AddFormatName(app, options); }
+
+void AddPosition(CLI::App* app, Options& options) {
   AddOwn(app, options, "--position", "POSITION",
          "of the satellite, where the format tells none: 19.2E",
          [&options](const std::string& text) {
@@ -134,24 +151,21 @@ void AddImport(CLI::App* channels, Options& options) {
          });
 }
 
-bool Takes(const interchange::Format& format, const std::string& option) {
-  return std::ranges::any_of(format.options, [&](const char* known) { return option == known; });
-}
-
-}  // namespace
-
 void AddExchangeCommands(CLI::App* channels, Options& options) {
   AddExport(channels, options);
   AddImport(channels, options);
 }
 
+void RequireTaken(const Options& options, const interchange::Format& format) {
+  for (const std::string& option : options.exchange.given) {
+    if (!Takes(format, option)) throw UsageError{option + " goes without --format " + format.name};
+  }
+}
+
 void CompleteExchangeOptions(const Options& options) {
   const interchange::Format* format = options.exchange.format;
   if (format == nullptr) return;
-  for (const std::string& option : options.exchange.given) {
-    if (Takes(*format, option)) continue;
-    throw UsageError{option + " goes without --format " + format->name};
-  }
+  RequireTaken(options, *format);
   if (options.exchange.satip == options.exchange.host.empty()) {
     throw UsageError{"--target satip and --host go together"};
   }

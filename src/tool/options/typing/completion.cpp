@@ -51,7 +51,8 @@ void AddArgument(const CLI::Option& option, Tables& tables, Words& takers) {
   if (names.front() == "--format") {
     offer = "known=(" + Joined(WordsOf("--format"), " ") +
             ")\n"
-            "      [[ $place == channels\\ *port ]] && known=(" +
+            "      [[ $place == channels\\ *port || $place == channels\\ merge ||\n"
+            "        $place == channels\\ diff ]] && known=(" +
             Joined(WordsOf(kListFormat), " ") + ")";
   }
   tables.arguments += "    " + Joined(names, "|") + ") " + offer + " ;;\n";
