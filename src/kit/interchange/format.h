@@ -117,6 +117,9 @@ struct Format {
   bool usesDishes = false;  ///< it names dishes where the list has positions
 };
 
+/// What was written, as a reader is given it; `output` outlives it.
+Input InputOf(const Format& format, const Output& output);
+
 /// Gives channels without an index the one behind the channel before them.
 void FillIndexes(std::vector<ImportedChannel>& channels);
 

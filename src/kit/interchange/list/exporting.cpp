@@ -8,23 +8,6 @@
 namespace interchange {
 namespace {
 
-Input AsInput(const Format& format, const Output& output) {
-  Input input;
-  input.isFolder = format.isFolder;
-  if (!format.isFolder) {
-    if (!output.files.empty()) input.bytes = output.files.front().bytes;
-    return input;
-  }
-  for (const OutputFile& file : output.files) input.names.push_back(file.name);
-  input.read = [&output](const std::string& name) -> std::optional<std::string> {
-    for (const OutputFile& file : output.files) {
-      if (file.name == name) return file.bytes;
-    }
-    return std::nullopt;
-  };
-  return input;
-}
-
 /// What the output holds, read as it is read anywhere.
 std::vector<Channel> ReadBack(const Format& format, const Output& output,
                               const ExportRequest& request) {
@@ -34,7 +17,7 @@ std::vector<Channel> ReadBack(const Format& format, const Output& output,
   const std::vector<Channel> none;
   Losses ignored;
   ImportResult result =
-      format.read(AsInput(format, output), ImportRequest{request.context, none}, ignored);
+      format.read(InputOf(format, output), ImportRequest{request.context, none}, ignored);
   FillIndexes(result.channels);
   std::vector<Channel> channels;
   for (ImportedChannel& imported : result.channels) channels.push_back(std::move(imported.channel));
