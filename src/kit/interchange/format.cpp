@@ -2,7 +2,17 @@
 
 #include <algorithm>
 
+#include "kit/failure.h"
+
 namespace interchange {
+
+void ImportResult::Add(ImportedChannel channel, const ImportRequest& request) {
+  if (channels.size() >= request.mostChannels) {
+    throw Failure{E_INVALIDARG,
+                  "the file has more than " + std::to_string(request.mostChannels) + " channels"};
+  }
+  channels.push_back(std::move(channel));
+}
 
 Input InputOf(const Format& format, const Output& output) {
   Input input;

@@ -93,7 +93,8 @@ std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channe
 void ExpectCompleteReport(const Exchange& exchange, const char* format,
                           std::string (*lasting)(const std::string& bytes)) {
   const interchange::Export out = exchange.Out(format);
-  const interchange::Import in = exchange.In(format, InputOf(*interchange::FindFormat(format), out.output));
+  const interchange::Import in =
+      exchange.In(format, InputOf(*interchange::FindFormat(format), out.output));
   ASSERT_EQ(out.output.written.size(), in.table.channels.size());
   for (std::size_t i = 0; i < in.table.channels.size(); ++i) {
     const Channel& was = exchange.Channels()[out.output.written[i]];

@@ -1,6 +1,6 @@
-// The report of playlists is complete: every value that does not stand in an entry is in it. What an
-// address says is for players, so that no reader brings it back; order, numbers and favourites come
-// back into a list that has the channels.
+// The report of playlists is complete: every value that does not stand in an entry is in it. What
+// an address says is for players, so that no reader brings it back; order, numbers and favourites
+// come back into a list that has the channels.
 #include <algorithm>
 #include <set>
 #include <sstream>

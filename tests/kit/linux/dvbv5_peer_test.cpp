@@ -279,7 +279,7 @@ TEST_F(Dvbv5Peer, WritesWhatIsRead) {
   }
 }
 
-/// Tables of transponders: every section is a channel or in the report, and there is no line that is
+/// Tables of transponders: every section is a channel or in the report, and no line is one that is
 /// not understood. That every key of a section is accounted for is another test's to say.
 TEST(Dvbv5Tables, AreReadWithEveryLineAccountedFor) {
   const std::filesystem::path root = "/usr/share/dvb";

@@ -1,6 +1,9 @@
 #include "kit/interchange/json/json_reader.h"
 
+#include <algorithm>
+#include <array>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "kit/failure.h"
 #include "kit/interchange/services/channel_builder.h"
@@ -30,23 +33,26 @@ FieldValue PlainValue(const ordered_json& json) {
 class DocumentReader {
  public:
   DocumentReader(const ImportRequest& request, Losses& losses)
-      : m_signal(request.context.signal),
+      : m_request(request),
+        m_signal(request.context.signal),
         m_layout(LayoutOf(m_signal)),
         m_columns(ColumnsOf(m_signal)),
         m_losses(losses),
         m_builder(request.context, losses) {}
 
-  void Take(const ordered_json& json, std::size_t number, ImportResult& result) {
-    ++result.read;
+  void Take(const ordered_json& json) {
+    ++m_result.read;
     if (!json.is_object()) {
       return m_losses.Add(Code::LineNotUnderstood, "channels",
-                          Place{static_cast<UINT>(number), {}, 0}, {});
+                          Place{static_cast<UINT>(m_result.read), {}, 0}, {});
     }
     m_builder.Begin(PlaceOf(json));
     for (const auto& [key, value] : json.items()) TakeMember(key, value);
-    result.channels.push_back({m_builder.Take(), 0});
-    RequireFollowing(json, result.channels.back().channel);
+    m_result.Add({m_builder.Take(), 0}, m_request);
+    RequireFollowing(json, m_result.channels.back().channel);
   }
+
+  ImportResult Result() { return std::move(m_result); }
 
  private:
   static Place PlaceOf(const ordered_json& json) {
@@ -111,13 +117,20 @@ class DocumentReader {
     std::vector<EntryValues> entries;
     for (const ordered_json& entry : json) {
       EntryValues& values = entries.emplace_back();
-      for (const char* name : EntryNames(column)) {
+      const std::vector<const char*> names = EntryNames(column);
+      for (const char* name : names) {
         const auto member = entry.is_object() ? entry.find(name) : entry.end();
         values.push_back(entry.is_object() && member != entry.end() ? PlainValue(*member)
                                                                     : FieldValue{});
       }
+      if (!entry.is_object()) continue;
+      for (const auto& [key, value] : entry.items()) {
+        if (std::ranges::find(names, key) != names.end()) continue;
+        m_losses.Add(Code::KeyUnknown, std::string(column.name) + "." + key, m_builder.Here(),
+                     PlainValue(value));
+      }
     }
-    m_builder.SetEntries(column, entries);
+    m_builder.SetEntries(column, entries, entries.size());
   }
 
   /// A service type or a mark that the block contradicts has no place of its own.
@@ -131,17 +144,85 @@ class DocumentReader {
     }
   }
 
+  const ImportRequest& m_request;
   InputSignalType m_signal;
   const Layout& m_layout;
   std::vector<Column> m_columns;
   Losses& m_losses;
   ChannelBuilder m_builder;
+  ImportResult m_result;
 };
 
-ordered_json Parse(std::string_view bytes) {
+[[noreturn]] void Refuse() { throw Failure{E_INVALIDARG, "the file is no list of channels"}; }
+
+/// Hands the channels over one by one while the document is parsed, and keeps nothing of them: a
+/// document may be larger than what memory holds of its tree.
+class ChannelFilter {
+ public:
+  explicit ChannelFilter(DocumentReader& reader) : m_reader(reader) {}
+
+  /// False for what is not kept. Depth 1 is that of the document's keys.
+  bool Keeps(int depth, ordered_json::parse_event_t event, const ordered_json& parsed) {
+    using Event = ordered_json::parse_event_t;
+    if (depth > kDeepest) return false;
+    const bool isElement = m_isInList && depth == kElement;
+    switch (event) {
+      case Event::key:
+        if (depth == 1) TakeKey(parsed.get_ref<const std::string&>());
+        return true;
+      case Event::object_start:
+      case Event::array_start:
+        if (!isElement) Count(depth);
+        m_members[static_cast<std::size_t>(depth) + 1] = 0;
+        if (depth == 1) m_isInList = event == Event::array_start && m_isChannels;
+        if (!isElement || event == Event::object_start) return true;
+        m_reader.Take(ordered_json::array());
+        return false;
+      case Event::array_end:
+        if (depth == 1) m_isInList = false;
+        return true;
+      case Event::object_end:
+        break;
+      case Event::value:
+        if (!isElement) Count(depth);
+        break;
+    }
+    if (isElement) m_reader.Take(parsed);
+    return !isElement;
+  }
+
+ private:
+  static constexpr int kElement = 2;
+  /// Values of a stream; what is below is none that a channel has.
+  static constexpr int kDeepest = 6;
+  /// Twice as many as any object or list of a channel has. Looking for a key asks all before it.
+  static constexpr std::size_t kMostMembers = 256;
+
+  void TakeKey(const std::string& key) {
+    m_isChannels = key == "channels";
+    if (m_isChannels && std::exchange(m_hadChannels, true)) Refuse();
+  }
+
+  void Count(int depth) {
+    if (++m_members[static_cast<std::size_t>(depth)] > kMostMembers) Refuse();
+  }
+
+  DocumentReader& m_reader;
+  std::array<std::size_t, kDeepest + 2> m_members = {};
+  bool m_isChannels = false;  ///< the key of the document that was last
+  bool m_hadChannels = false;
+  bool m_isInList = false;
+};
+
+ordered_json Parse(std::string_view bytes, DocumentReader& reader) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+  ChannelFilter filter(reader);
+  const auto keeps = [&filter](int depth, ordered_json::parse_event_t event,
+                               const ordered_json& parsed) {
+    return filter.Keeps(depth, event, parsed);
+  };
   try {
-    return ordered_json::parse(bytes);
+    return ordered_json::parse(bytes, keeps);
   } catch (const ordered_json::exception& error) {
     throw Failure{E_INVALIDARG, std::string("the file is no JSON: ") + error.what()};
   }
@@ -150,7 +231,7 @@ ordered_json Parse(std::string_view bytes) {
 void RequireChannels(const ordered_json& document, InputSignalType signal) {
   if (!document.is_object() || !document.contains("tunedex") || document["tunedex"] != "channels" ||
       !document.contains("channels") || !document["channels"].is_array()) {
-    throw Failure{E_INVALIDARG, "the file is no list of channels"};
+    Refuse();
   }
   const auto given = document.find("signal");
   if (given != document.end() && *given != SignalTypeName(signal)) {
@@ -163,14 +244,9 @@ void RequireChannels(const ordered_json& document, InputSignalType signal) {
 }  // namespace
 
 ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& losses) {
-  const ordered_json document = Parse(input.bytes);
-  RequireChannels(document, request.context.signal);
-  ImportResult result;
   DocumentReader reader(request, losses);
-  for (const ordered_json& channel : document["channels"]) {
-    reader.Take(channel, result.read + 1, result);
-  }
-  return result;
+  RequireChannels(Parse(input.bytes, reader), request.context.signal);
+  return reader.Result();
 }
 
 }  // namespace interchange

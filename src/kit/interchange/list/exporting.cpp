@@ -15,9 +15,10 @@ std::vector<Channel> ReadBack(const Format& format, const Output& output,
   // A file without a channel may be nothing that a reader takes.
   if (output.written.empty()) return {};
   const std::vector<Channel> none;
+  ImportRequest all{request.context, none};
+  all.mostChannels = request.channels.size();
   Losses ignored;
-  ImportResult result =
-      format.read(InputOf(format, output), ImportRequest{request.context, none}, ignored);
+  ImportResult result = format.read(InputOf(format, output), all, ignored);
   FillIndexes(result.channels);
   std::vector<Channel> channels;
   for (ImportedChannel& imported : result.channels) channels.push_back(std::move(imported.channel));
