@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -241,11 +242,37 @@ void RequireChannels(const ordered_json& document, InputSignalType signal) {
   }
 }
 
+/// Numbers of another version or in other units would be taken for something else.
+void RequireKnownForm(const ordered_json& document) {
+  if (const auto version = document.find("version"); version != document.end() && *version != 1) {
+    throw Failure{E_INVALIDARG, "the file is of version " + version->dump() + ", not of 1"};
+  }
+  const auto units = document.find("units");
+  if (units == document.end()) return;
+  const ordered_json known = {{"frequency", "kHz"}, {"symbolRate", "kSymbol/s"}};
+  for (const auto& [name, unit] : units->items()) {
+    if (known.contains(name) && known.at(name) == unit) continue;
+    throw Failure{E_INVALIDARG, "the file's units are not kHz and kSymbol/s"};
+  }
+}
+
+void LoseUnknownKeys(const ordered_json& document, Losses& losses) {
+  constexpr const char* kKeys[] = {"tunedex", "version",  "country", "signal",
+                                   "units",   "codepage", "channels"};
+  for (const auto& [key, value] : document.items()) {
+    if (std::ranges::find(kKeys, key) != std::end(kKeys)) continue;
+    losses.Add(Code::KeyUnknown, key, {}, PlainValue(value));
+  }
+}
+
 }  // namespace
 
 ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& losses) {
   DocumentReader reader(request, losses);
-  RequireChannels(Parse(input.bytes, reader), request.context.signal);
+  const ordered_json document = Parse(input.bytes, reader);
+  RequireChannels(document, request.context.signal);
+  RequireKnownForm(document);
+  LoseUnknownKeys(document, losses);
   return reader.Result();
 }
 

@@ -122,6 +122,24 @@ TEST(JsonList, AccountsForEveryKeyOfAStream) {
             CodesWith(satellite, "/block/VideoStream/0/colour", ordered_json::array({1})));
 }
 
+TEST(JsonList, AccountsForTheKeysOfTheDocument) {
+  const Exchange exchange = Radio();
+  const auto with = [&](const char* key, const ordered_json& value) {
+    ordered_json document = DocumentOf(exchange);
+    document[key] = value;
+    return CodesOf(exchange.In("json", document.dump()).losses);
+  };
+  EXPECT_EQ("", with("country", 7));
+  EXPECT_EQ("L502 colour", with("colour", "red"));
+  EXPECT_EQ("", with("units", {{"symbolRate", "kSymbol/s"}}));
+  ExpectRaised<Failure>("the file is of version 2, not of 1", [&] { with("version", 2); });
+  for (const ordered_json& units : {ordered_json({{"frequency", "Hz"}}), ordered_json("kHz"),
+                                    ordered_json({{"frequency", "kHz"}, {"angle", "rad"}})}) {
+    ExpectRaised<Failure>("the file's units are not kHz and kSymbol/s",
+                          [&] { with("units", units); });
+  }
+}
+
 TEST(JsonList, RefusesMoreMembersThanAnythingHas) {
   const Exchange exchange = Radio();
   const std::string head = "{\"tunedex\":\"channels\",\"channels\":[";
