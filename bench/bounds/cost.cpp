@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace bounds {
 namespace {
 
@@ -58,6 +60,15 @@ Cost CostOf(const std::function<Work()>& prepare) {
   if (status != 0) return {};
   cost.megabytes = static_cast<double>(used.ru_maxrss) / 1024;
   return cost;
+}
+
+bool Words::Has(std::string_view word) const {
+  return std::find(m_words.begin(), m_words.end(), word) != m_words.end();
+}
+
+bool Words::AreOptions() const {
+  return std::all_of(m_words.begin(), m_words.end(),
+                     [](std::string_view word) { return word.starts_with("--"); });
 }
 
 }  // namespace bounds

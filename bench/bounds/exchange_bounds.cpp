@@ -6,7 +6,6 @@
 //   --check  exit status 1 when an input takes out of proportion, or more memory than there is for
 //   it
 //   --quick  a tenth of the sizes
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <string>
@@ -219,19 +218,14 @@ bool Report(const Bad& bad, std::size_t size) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<std::string_view> options(argv + 1, argv + argc);
-  const auto has = [&options](std::string_view option) {
-    return std::find(options.begin(), options.end(), option) != options.end();
-  };
-  const std::size_t size = has("--quick") ? kWhole / 10 : kWhole;
-  const bool isAll = std::none_of(options.begin(), options.end(), [](std::string_view option) {
-    return !option.starts_with("--");
-  });
+  const bounds::Words words(argc, argv);
+  const std::size_t size = words.Has("--quick") ? kWhole / 10 : kWhole;
+  const bool isAll = words.AreOptions();
   bool isFine = true;
   std::printf("| %-7s | %-28s | %7s | %7s | %5s | %6s |\n|---|---|---|---|---|---|\n", "format",
               "all of", "1/10, s", "all, s", "ratio", "MB");
   for (const Bad& bad : kInputs) {
-    if (isAll || has(bad.format)) isFine = Report(bad, size) && isFine;
+    if (isAll || words.Has(bad.format)) isFine = Report(bad, size) && isFine;
   }
-  return has("--check") && !isFine ? 1 : 0;
+  return words.Has("--check") && !isFine ? 1 : 0;
 }

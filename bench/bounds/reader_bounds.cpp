@@ -5,7 +5,6 @@
 // Usage: zortunedex_reader_bounds [--check] [--quick]
 //   --check  exit status 1 when an input takes out of proportion
 //   --quick  a tenth of the sizes
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <random>
@@ -133,14 +132,11 @@ bool Report(const Input& input, std::size_t size) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<std::string_view> options(argv + 1, argv + argc);
-  const auto has = [&options](std::string_view option) {
-    return std::find(options.begin(), options.end(), option) != options.end();
-  };
-  const std::size_t size = has("--quick") ? kWhole / 10 : kWhole;
+  const bounds::Words words(argc, argv);
+  const std::size_t size = words.Has("--quick") ? kWhole / 10 : kWhole;
   bool isFine = true;
   std::printf("| %-32s | %7s | %7s | %5s | %7s |\n|---|---|---|---|---|\n", "all of", "1/4, s",
               "all, s", "ratio", "MB");
   for (const Input& input : kInputs) isFine = Report(input, size) && isFine;
-  return has("--check") && !isFine ? 1 : 0;
+  return words.Has("--check") && !isFine ? 1 : 0;
 }
