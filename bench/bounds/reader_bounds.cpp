@@ -5,21 +5,20 @@
 // Usage: zortunedex_reader_bounds [--check] [--quick]
 //   --check  exit status 1 when an input takes out of proportion
 //   --quick  a tenth of the sizes
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "bounds/cost.h"
 #include "kit/xml/tree/document.h"
 
 namespace {
+
+using bounds::Cost;
 
 constexpr std::size_t kWhole = 100000000;
 constexpr double kMostGrowth = 6;
@@ -103,51 +102,20 @@ std::string BytesOf(const Input& input, std::size_t size) {
   return bytes;
 }
 
-double Seconds(const timeval& time) {
-  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-}
-
-double SecondsSoFar() {
-  rusage used = {};
-  getrusage(RUSAGE_SELF, &used);
-  return Seconds(used.ru_utime) + Seconds(used.ru_stime);
-}
-
-struct Cost {
-  double seconds = -1;
-  double megabytes = 0;
-};
-
-/// Reads, asks for every place and makes the mended file, in a process of its own.
-Cost Measure(const Input& input, std::size_t size) {
-  int ends[2] = {};
-  if (pipe(ends) != 0) return {};
-  const pid_t child = fork();
-  if (child == 0) {
-    std::string bytes = BytesOf(input, size);
-    const double before = SecondsSoFar();
-    const markup::Document document = markup::Document::Read(std::move(bytes));
-    std::size_t lines = 0;
-    for (const markup::Damage& damage : document.Damages()) {
-      lines += document.PlaceOf(damage.span.begin).line;
-    }
-    const auto mended = document.Mends().Apply(document.Bytes());
-    const double seconds = SecondsSoFar() - before;
-    const bool isDone = mended.has_value() && lines >= document.Damages().size() &&
-                        write(ends[1], &seconds, sizeof(seconds)) == sizeof(seconds);
-    _exit(isDone ? 0 : 1);
+/// Reads, asks for every place and makes the mended file.
+bool Read(std::string bytes) {
+  const markup::Document document = markup::Document::Read(std::move(bytes));
+  std::size_t lines = 0;
+  for (const markup::Damage& damage : document.Damages()) {
+    lines += document.PlaceOf(damage.span.begin).line;
   }
-  Cost cost;
-  close(ends[1]);
-  double seconds = -1;
-  if (read(ends[0], &seconds, sizeof(seconds)) == sizeof(seconds)) cost.seconds = seconds;
-  close(ends[0]);
-  int status = 1;
-  rusage used = {};
-  wait4(child, &status, 0, &used);
-  if (status != 0) return {};
-  cost.megabytes = static_cast<double>(used.ru_maxrss) / 1024;
-  return cost;
+  return document.Mends().Apply(document.Bytes()).has_value() && lines >= document.Damages().size();
+}
+
+Cost Measure(const Input& input, std::size_t size) {
+  return bounds::CostOf([&]() -> bounds::Work {
+    return [bytes = BytesOf(input, size)]() mutable { return Read(std::move(bytes)); };
+  });
 }
 
 bool Report(const Input& input, std::size_t size) {
@@ -164,14 +132,11 @@ bool Report(const Input& input, std::size_t size) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<std::string_view> options(argv + 1, argv + argc);
-  const auto has = [&options](std::string_view option) {
-    return std::find(options.begin(), options.end(), option) != options.end();
-  };
-  const std::size_t size = has("--quick") ? kWhole / 10 : kWhole;
+  const bounds::Words words(argc, argv);
+  const std::size_t size = words.Has("--quick") ? kWhole / 10 : kWhole;
   bool isFine = true;
   std::printf("| %-32s | %7s | %7s | %5s | %7s |\n|---|---|---|---|---|\n", "all of", "1/4, s",
               "all, s", "ratio", "MB");
   for (const Input& input : kInputs) isFine = Report(input, size) && isFine;
-  return has("--check") && !isFine ? 1 : 0;
+  return words.Has("--check") && !isFine ? 1 : 0;
 }

@@ -76,6 +76,9 @@ struct ImportRequest {
   const ListContext& context;
   const std::vector<Channel>& current;        ///< the list as it is
   std::optional<std::int32_t> position = {};  ///< tenths of a degree, negative in the west
+  /// More channels than any receiver knows; what they take of memory may be a thousand times their
+  /// file.
+  std::size_t mostChannels = 200'000;
 };
 
 /// A channel that was read, and where.
@@ -88,6 +91,9 @@ struct ImportResult {
   std::size_t read = 0;                   ///< channels that stand in the file, also those left out
   bool isWhole = false;  ///< the channels are those of the list, marked and ordered by the file
   std::optional<DWORD> country = {};  ///< where the file names one
+
+  /// Adds one that was read. Raises a Failure where there are too many.
+  void Add(ImportedChannel channel, const ImportRequest& request);
 };
 
 /// Code of a field that reads back as something else than what was written.
@@ -120,6 +126,9 @@ struct Format {
   /// same of every channel.
   void (*limit)(const Input& other, Output& output) = nullptr;
 };
+
+/// What was written, as a reader is given it; `output` outlives it.
+Input InputOf(const Format& format, const Output& output);
 
 /// Gives channels without an index the one behind the channel before them.
 void FillIndexes(std::vector<ImportedChannel>& channels);

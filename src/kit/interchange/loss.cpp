@@ -47,17 +47,26 @@ const char* MeaningOf(Code code) {
 
 void Losses::Add(Code code, std::string_view field, const Place& place, FieldValue value,
                  FieldValue became) {
+  if (m_all.size() >= m_most) {
+    ++m_beyond[code];
+    return;
+  }
   m_all.push_back({code, std::string(field), place, std::move(value), std::move(became)});
 }
 
 void Losses::Take(Losses&& more) {
+  const std::size_t room = std::min(m_most - std::min(m_most, m_all.size()), more.m_all.size());
+  const auto end = more.m_all.begin() + static_cast<std::ptrdiff_t>(room);
   m_all.insert(m_all.end(), std::make_move_iterator(more.m_all.begin()),
-               std::make_move_iterator(more.m_all.end()));
+               std::make_move_iterator(end));
+  for (auto loss = end; loss != more.m_all.end(); ++loss) ++m_beyond[loss->code];
+  for (const auto& [code, count] : more.m_beyond) m_beyond[code] += count;
   more.m_all.clear();
+  more.m_beyond.clear();
 }
 
 bool Losses::Has(Code code) const {
-  return std::ranges::any_of(m_all, [code](const Loss& loss) { return loss.code == code; });
+  return m_beyond.contains(code) || std::ranges::find(m_all, code, &Loss::code) != m_all.end();
 }
 
 }  // namespace interchange

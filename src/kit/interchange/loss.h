@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -69,6 +70,10 @@ struct Loss {
 /// Collects what was lost, in the order in which it was noticed.
 class Losses {
  public:
+  Losses() = default;
+  /// Keeps so many; of the others it is counted how many there were.
+  explicit Losses(std::size_t most) : m_most(most) {}
+
   void Add(Code code, std::string_view field, const Place& place, FieldValue value = {},
            FieldValue became = {});
   void Take(Losses&& more);
@@ -76,9 +81,13 @@ class Losses {
   const std::vector<Loss>& All() const { return m_all; }
   bool Empty() const { return m_all.empty(); }
   bool Has(Code code) const;
+  /// How many there were that are not kept.
+  const std::map<Code, std::size_t>& Beyond() const { return m_beyond; }
 
  private:
   std::vector<Loss> m_all;
+  std::map<Code, std::size_t> m_beyond;
+  std::size_t m_most = SIZE_MAX;
 };
 
 }  // namespace interchange

@@ -53,6 +53,8 @@ std::string Times(std::size_t count) {
 ordered_json LossJson(const LossReport& report) {
   std::map<std::pair<Code, std::string>, std::vector<const Loss*>> groups;
   for (const Loss& loss : report.losses.All()) groups[{loss.code, loss.field}].push_back(&loss);
+  const std::map<Code, std::size_t>& beyond = report.losses.Beyond();
+  for (const auto& [code, count] : beyond) groups[{code, {}}];
   ordered_json document = ordered_json::object();
   document["tunedex"] = "loss";
   document["version"] = 1;
@@ -65,7 +67,8 @@ ordered_json LossJson(const LossReport& report) {
     ordered_json loss = ordered_json::object();
     loss["code"] = CodeName(key.first);
     loss["field"] = key.second;
-    loss["count"] = group.size();
+    const auto more = key.second.empty() ? beyond.find(key.first) : beyond.end();
+    loss["count"] = group.size() + (more == beyond.end() ? 0 : more->second);
     ordered_json& channels = loss["channels"] = ordered_json::array();
     for (const Loss* one : group) channels.push_back(ChannelJson(*one));
     losses.push_back(std::move(loss));
@@ -84,6 +87,7 @@ std::string LossText(const LossReport& report) {
     ++group.count;
     group.fields.insert(loss.field);
   }
+  for (const auto& [code, count] : report.losses.Beyond()) groups[code].count += count;
   std::string text;
   for (const auto& [code, group] : groups) {
     text += CodeName(code) + " " + MeaningOf(code) + ", " + Times(group.count) + ": " +

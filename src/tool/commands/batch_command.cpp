@@ -22,9 +22,10 @@ struct Other {
 };
 
 constexpr Other kOthers[] = {
-    {"dishes assign", AssignSatellite, false}, {"dishes remove", RemoveAssignment, false},
-    {"dishes clear", ClearDishes, false},      {"presets select", SelectPreset, true},
-    {"presets save", SaveCustomerList, true},  {"presets delete", DeleteCustomerList, true},
+    {"channels import", ImportChannels, true},    {"dishes assign", AssignSatellite, false},
+    {"dishes remove", RemoveAssignment, false},   {"dishes clear", ClearDishes, false},
+    {"presets select", SelectPreset, true},       {"presets save", SaveCustomerList, true},
+    {"presets delete", DeleteCustomerList, true},
 };
 
 const Other* FindOther(std::string_view command) {

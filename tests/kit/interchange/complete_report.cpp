@@ -90,30 +90,11 @@ std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channe
   return {fields.begin(), fields.end()};
 }
 
-interchange::Input InputOf(const interchange::Output& output, bool isFolder) {
-  interchange::Input input;
-  input.isFolder = isFolder;
-  if (!isFolder) {
-    if (!output.files.empty()) input.bytes = output.files.front().bytes;
-    return input;
-  }
-  std::map<std::string, std::string> files;
-  for (const interchange::OutputFile& file : output.files) {
-    input.names.push_back(file.name);
-    files[file.name] = file.bytes;
-  }
-  input.read = [files](const std::string& name) -> std::optional<std::string> {
-    const auto found = files.find(name);
-    return found == files.end() ? std::nullopt : std::optional(found->second);
-  };
-  return input;
-}
-
 void ExpectCompleteReport(const Exchange& exchange, const char* format,
                           std::string (*lasting)(const std::string& bytes)) {
-  const bool isFolder = interchange::FindFormat(format)->isFolder;
   const interchange::Export out = exchange.Out(format);
-  const interchange::Import in = exchange.In(format, InputOf(out.output, isFolder));
+  const interchange::Import in =
+      exchange.In(format, InputOf(*interchange::FindFormat(format), out.output));
   ASSERT_EQ(out.output.written.size(), in.table.channels.size());
   for (std::size_t i = 0; i < in.table.channels.size(); ++i) {
     const Channel& was = exchange.Channels()[out.output.written[i]];

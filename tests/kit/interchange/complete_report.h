@@ -13,6 +13,3 @@ std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channe
 /// assumed, a value. What is exported then must be the same file, or what `lasting` makes of it.
 void ExpectCompleteReport(const Exchange& exchange, const char* format,
                           std::string (*lasting)(const std::string& bytes) = nullptr);
-
-/// What was written, as a reader is given it.
-interchange::Input InputOf(const interchange::Output& output, bool isFolder);

@@ -1,5 +1,6 @@
 #include "kit/interchange/list/importing.h"
 
+#include "kit/failure.h"
 #include "kit/interchange/exchange.h"
 #include "kit/text/signal_types.h"
 
@@ -56,12 +57,50 @@ TEST(Importing, AppendsBehindTheLastChannel) {
   EXPECT_EQ(2U, in.losses.All()[0].place.line);
 }
 
+TEST(Importing, LosesNoIndexWhereTheFileSaysNone) {
+  Exchange exchange(49, InputSignalFMRadio);
+  exchange.Channels().resize(2);
+  const Import in = Take(exchange, "index,name\n,a\n,b\n7,c\n", Into::Append);
+  ASSERT_EQ(5U, in.table.channels.size());
+  EXPECT_EQ(4U, in.table.channels[3].index);
+  ASSERT_EQ(1U, in.losses.All().size());
+  EXPECT_EQ(FieldValue{std::int64_t{7}}, in.losses.All()[0].value);
+}
+
 TEST(Importing, TellsWhatTheChannelFileDoesNotKeep) {
   const Exchange exchange(82, InputSignalTDMBMobile);
   const Import in =
       Take(exchange, "name,Component_index,AudioStream\na,5,3|100|0\n", Into::Replace);
   EXPECT_EQ("L101 AudioStream, L101 Component_index", CodesOf(in.losses));
   EXPECT_EQ(1U, in.table.channels.size());
+}
+
+TEST(Importing, RefusesMoreChannelsThanItMayTake) {
+  Exchange exchange(49, InputSignalDVBSatellite);
+  exchange.Channels().resize(3);
+  const std::vector<Channel> none;
+  for (const char* name : {"csv", "json", "dvbv5", "vdr", "enigma2"}) {
+    const interchange::Format& format = *interchange::FindFormat(name);
+    const interchange::Export out = exchange.Out(name);
+    const interchange::Input input = interchange::InputOf(format, out.output);
+    interchange::ImportRequest request{exchange.Context(), none};
+    request.mostChannels = 3;
+    EXPECT_EQ(3U, interchange::ImportChannels(format, input, request, Into::Empty).taken) << name;
+    request.mostChannels = 2;
+    ExpectRaised<Failure>("the file has more than 2 channels", [&] {
+      interchange::ImportChannels(format, input, request, Into::Empty);
+    });
+  }
+  EXPECT_EQ(200'000U, (interchange::ImportRequest{exchange.Context(), none}.mostChannels));
+}
+
+TEST(Importing, KeepsAMillionLossesAndCountsTheOthers) {
+  const Exchange exchange(999, InputSignalFMRadio);
+  std::string table = "name,freq\n";
+  for (int i = 0; i < 1'000'007; ++i) table += "x\n";
+  const Import in = Take(exchange, table, Into::Empty);
+  EXPECT_EQ(1'000'000U, in.losses.All().size());
+  EXPECT_EQ(7U, in.losses.Beyond().at(interchange::Code::LineNotUnderstood));
 }
 
 TEST(Importing, LetsAFormatMakeTheWholeList) {

@@ -69,6 +69,36 @@ TEST(LossReport, CountsWhatWasTakenFromAnother) {
   EXPECT_FALSE(losses.Has(Code::MarkDropped));
 }
 
+TEST(LossReport, CountsWhatIsMoreThanItKeeps) {
+  Losses losses(2);
+  losses.Take(Some());
+  losses.Add(Code::LineNotUnderstood, "line", {});
+  Losses again(4);
+  again.Add(Code::LineNotUnderstood, "", {});
+  again.Take(std::move(losses));
+  again.Add(Code::LineNotUnderstood, "line", {});
+  again.Add(Code::LineNotUnderstood, "line", {});
+  EXPECT_EQ(4U, again.All().size());
+  EXPECT_TRUE(losses.Beyond().empty());
+  EXPECT_TRUE(again.Has(Code::NumberRounded));
+  EXPECT_EQ(
+      "L101 field without a place in the target, once: lock\n"
+      "L202 number rounded, 2 times: freq\n"
+      "L501 line not understood: left out, 4 times: line\n",
+      interchange::LossText({Direction::Import, "vdr", 1, 1, again}));
+  const ordered_json document = interchange::LossJson({Direction::Import, "vdr", 1, 1, again});
+  std::size_t count = 0;
+  std::size_t told = 0;
+  for (const ordered_json& loss : document.at("losses")) {
+    count += loss.at("count").get<std::size_t>();
+    told += loss.at("channels").size();
+    const bool isOfAll = loss.at("field") == "";
+    EXPECT_EQ(isOfAll, loss.at("count") != loss.at("channels").size());
+  }
+  EXPECT_EQ(7U, count);
+  EXPECT_EQ(4U, told);
+}
+
 TEST(LossReport, HasACodeForEveryMeaningOfTheDocument) {
   std::ifstream file(ZORTUNEDEX_TEST_DATA "/../../docs/interchange.md", std::ios::binary);
   const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

@@ -24,23 +24,6 @@ Input FolderOf(const std::vector<std::string>& names) {
   return input;
 }
 
-/// What an import of the output would be given.
-Input InputOf(const interchange::Export& made, const Format& format) {
-  if (!format.isFolder) {
-    return FileOf(made.output.files.empty() ? std::string() : made.output.files.front().bytes);
-  }
-  Input input;
-  input.isFolder = true;
-  for (const auto& file : made.output.files) input.names.push_back(file.name);
-  input.read = [files = made.output.files](const std::string& name) -> std::optional<std::string> {
-    for (const auto& file : files) {
-      if (file.name == name) return file.bytes;
-    }
-    return std::nullopt;
-  };
-  return input;
-}
-
 std::string Recognised(const Input& input) {
   const Format* format = interchange::RecogniseFormat(input);
   return format == nullptr ? "none" : format->name;
@@ -54,7 +37,8 @@ TEST(Scan, RecognisesWhatIsExported) {
       interchange::ExportRequest request = exchange.Request();
       request.urlTemplate = "http://host/{index}";
       const interchange::Export made = interchange::ExportChannels(format, request);
-      EXPECT_EQ(format.name, Recognised(InputOf(made, format))) << SignalTypeName(set.signal);
+      EXPECT_EQ(format.name, Recognised(interchange::InputOf(format, made.output)))
+          << SignalTypeName(set.signal);
     }
   }
 }
@@ -105,10 +89,12 @@ TEST(Scan, ReadsAsItIsTold) {
       interchange::ExportRequest request = exchange.Request();
       request.names = interchange::Names::Broadcast;
       const interchange::Export made = interchange::ExportChannels(format, request);
-      interchange::Scan scan = interchange::ReadScan(format, InputOf(made, format),
-                                                     {exchange.Context(), exchange.Channels()});
+      interchange::Scan scan =
+          interchange::ReadScan(format, interchange::InputOf(format, made.output),
+                                {exchange.Context(), exchange.Channels()});
       EXPECT_EQ(made.output.written.size(), scan.table.channels.size());
-      std::vector<Channel> told = interchange::AsToldBy(format, InputOf(made, format), request);
+      std::vector<Channel> told =
+          interchange::AsToldBy(format, interchange::InputOf(format, made.output), request);
       ASSERT_EQ(exchange.Channels().size(), told.size());
       std::vector<Channel> written;
       for (const std::size_t place : made.output.written) written.push_back(told[place]);

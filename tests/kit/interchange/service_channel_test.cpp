@@ -2,6 +2,7 @@
 
 #include "kit/interchange/exchange.h"
 #include "kit/interchange/services/station_values.h"
+#include "kit/selection/channel_field.h"
 
 namespace {
 
@@ -260,6 +261,24 @@ TEST(ToChannel, AccountsForWhatTheFileLacks) {
                   "b";
             }));
   EXPECT_EQ("L201 nameDisplay", codes([](Service& s) { s.userName = "\xFF"; }));
+}
+
+TEST(ToChannel, TellsLanguagesWhoseBitsStandForAnother) {
+  const Exchange exchange = Satellite();
+  const auto loss = [&](const char* language) {
+    Service service = Simple();
+    service.Of(StreamKind::Audio) = {{3, 100, language}};
+    Losses losses;
+    To(exchange, service, losses);
+    if (losses.Empty()) return std::string();
+    EXPECT_EQ(FieldValue{std::string(language)}, losses.All()[0].value);
+    return CodesOf(losses) + " -> " + FieldText(losses.All()[0].became);
+  };
+  for (const char* same : {"", "deu", "DEU", "tur"}) EXPECT_EQ("", loss(same)) << same;
+  EXPECT_EQ("L311 AudioStream.lang -> ben", loss("run"));
+  EXPECT_EQ("L311 AudioStream.lang -> tur", loss("dur"));
+  // Bits that no code has.
+  EXPECT_EQ("L103 AudioStream.lang -> 273", loss("qaa"));
 }
 
 TEST(ToChannel, SaysWhereALossIs) {

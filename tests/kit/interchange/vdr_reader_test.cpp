@@ -205,6 +205,11 @@ TEST(VdrReader, TakesStreams) {
             read("0:35=eng+spa@3:0:0", {"AudioStream[1].lang"}));
   EXPECT_EQ("AudioStream[1].lang=0 L103 AudioStream.lang, L312 serviceType",
             read("0:35=2ch@3:0:0", {"AudioStream[1].lang"}));
+  // More than the list has room for, and more than are looked at.
+  std::string many = "0:35=@3";
+  for (int pid = 36; pid < 135; ++pid) many += "," + std::to_string(pid) + "=@3";
+  EXPECT_EQ("numOfAudioStreams=16 L102 AudioStream, L312 serviceType",
+            read(many + ":0:0", {"numOfAudioStreams"}));
   EXPECT_EQ("numOfAudioStreams=1 L312 serviceType, L503 AudioStream.pid, L503 VideoStream.pid",
             read("8192:x,99999999999999999999,8191=@3:0:0", {"numOfAudioStreams"}));
 }

@@ -176,18 +176,11 @@ std::string SharedFields(const Exchange& exchange, const Channel& channel) {
 TEST_F(Dvbv5Peer, ConvertsToWhatTheRecorderReads) {
   for (const InputSignalType signal : {InputSignalDVBSatellite, InputSignalDVBTerrestrial}) {
     SCOPED_TRACE(SignalTypeName(signal));
-    Exchange exchange(49, signal);
-    // The tool knows no roll-off but numbers; one picture is all that the recorder has room for.
-    std::erase_if(exchange.Channels(), [&](const Channel& channel) {
-      const StationValues values(channel, signal, exchange.Narrow());
-      return (signal == InputSignalDVBSatellite &&
-              values.WordOf<ModulationType>("modulation") != BDA_MOD_QPSK) ||
-             utf::FromWide(channel.name).find(',') != std::string::npos;
-    });
-    ASSERT_LT(10U, exchange.Channels().size());
+    const Exchange exchange(49, signal);
     interchange::Export out = exchange.Out("dvbv5");
     const Import direct = exchange.In("dvbv5", out.output.Bytes());
     const Import converted = exchange.In("vdr", Converted(out.output.Bytes(), "VDR"));
+    ASSERT_EQ(exchange.Channels().size(), direct.table.channels.size());
     ASSERT_EQ(direct.table.channels.size(), converted.table.channels.size());
     for (std::size_t i = 0; i < direct.table.channels.size(); ++i) {
       EXPECT_EQ(SharedFields(exchange, direct.table.channels[i]),
@@ -286,8 +279,8 @@ TEST_F(Dvbv5Peer, WritesWhatIsRead) {
   }
 }
 
-/// Tables of transponders: every section is a channel or in the report, and every line of the
-/// channels is a key that is held, a comment, or in the report.
+/// Tables of transponders: every section is a channel or in the report, and no line is one that is
+/// not understood. That every key of a section is accounted for is another test's to say.
 TEST(Dvbv5Tables, AreReadWithEveryLineAccountedFor) {
   const std::filesystem::path root = "/usr/share/dvb";
   if (!std::filesystem::exists(root / "dvb-s")) {

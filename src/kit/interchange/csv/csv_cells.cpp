@@ -11,6 +11,8 @@ namespace interchange::csv {
 namespace {
 
 constexpr std::string_view kRate = "FEC ";
+/// More than any list has room for.
+constexpr std::size_t kMostEntries = 64;
 constexpr char kDigits[] = "0123456789ABCDEF";
 
 std::string Escaped(std::string_view text) {
@@ -55,7 +57,11 @@ FieldValue NumberIn(std::string_view text) {
 EntryValues EntryIn(const Column& column, std::string_view text) {
   EntryValues values;
   if (column.components != nullptr) values.emplace_back(Unescaped(TakeUpTo('|', text)));
-  while (!text.empty()) values.push_back(NumberIn(TakeUpTo('|', text)));
+  // One more than any entry has tells that there are too many.
+  const std::size_t most = EntryNames(column).size() + 1;
+  while (!text.empty() && values.size() < most) {
+    values.push_back(NumberIn(TakeUpTo('|', text)));
+  }
   return values;
 }
 
@@ -89,11 +95,12 @@ std::string CellOf(const std::vector<EntryValues>& entries) {
   return Guarded(cell);
 }
 
-std::vector<EntryValues> EntriesIn(const Column& column, std::string_view cell) {
-  std::vector<EntryValues> entries;
+Entries EntriesIn(const Column& column, std::string_view cell) {
+  Entries entries;
   for (std::string_view rest = Unguarded(cell); !rest.empty();) {
     const std::string_view entry = TakeUpTo(' ', rest);
-    if (!entry.empty()) entries.push_back(EntryIn(column, entry));
+    if (entry.empty()) continue;
+    if (entries.count++ < kMostEntries) entries.first.push_back(EntryIn(column, entry));
   }
   return entries;
 }

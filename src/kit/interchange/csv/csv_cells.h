@@ -17,7 +17,11 @@ FieldValue ValueIn(const station_blocks::Field& field, std::string_view cell);
 
 /// Entries "2|33|0 2|34|0"; in names a percent sign and two digits stand for what separates.
 std::string CellOf(const std::vector<EntryValues>& entries);
-/// The entries in a cell.
-std::vector<EntryValues> EntriesIn(const Column& column, std::string_view cell);
+/// The entries in a cell: as many as any list has room for, and how many there are.
+struct Entries {
+  std::vector<EntryValues> first;
+  std::size_t count = 0;
+};
+Entries EntriesIn(const Column& column, std::string_view cell);
 
 }  // namespace interchange::csv

@@ -18,7 +18,8 @@ namespace {
 class TableReader {
  public:
   TableReader(const ImportRequest& request, Losses& losses)
-      : m_known(ColumnsOf(request.context.signal)),
+      : m_request(request),
+        m_known(ColumnsOf(request.context.signal)),
         m_losses(losses),
         m_builder(request.context, losses) {}
 
@@ -49,7 +50,7 @@ class TableReader {
     }
     m_builder.Begin(PlaceOf(row));
     for (std::size_t i = 0; i < m_columns.size(); ++i) TakeCell(m_columns[i], row.cells[i]);
-    result.channels.push_back({m_builder.Take(), row.line});
+    result.Add({m_builder.Take(), row.line}, m_request);
   }
 
  private:
@@ -89,9 +90,11 @@ class TableReader {
       if (!cell.empty()) m_builder.Set(*column->field, csv::ValueIn(*column->field, cell));
       return;
     }
-    m_builder.SetEntries(*column, csv::EntriesIn(*column, cell));
+    const csv::Entries entries = csv::EntriesIn(*column, cell);
+    m_builder.SetEntries(*column, entries.first, entries.count);
   }
 
+  const ImportRequest& m_request;
   std::vector<Column> m_known;
   std::vector<const Column*> m_columns;  ///< null for an unknown one
   Losses& m_losses;

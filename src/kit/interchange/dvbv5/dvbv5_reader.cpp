@@ -344,7 +344,7 @@ ImportResult ReadDvbv5(const Input& input, const ImportRequest& request, Losses&
       dvbv5::ReadSections(input.bytes, losses, [&](const dvbv5::Section& section) {
         ++result.read;
         std::optional<ImportedChannel> made = dvbv5::SectionImport(section, request, losses).Make();
-        if (made) result.channels.push_back(std::move(*made));
+        if (made) result.Add(std::move(*made), request);
       });
   if (!isOfTheKind) throw Failure{E_INVALIDARG, "the file is no channel file of libdvbv5"};
   return result;

@@ -326,7 +326,7 @@ ImportResult ReadEnigma2(const Input& input, const ImportRequest& request, Losse
     enigma2::ServiceImport service(
         entry, found == lamedb.transponders.end() ? nullptr : &found->second, request, losses);
     if (std::optional<ImportedChannel> made = service.Make(bouquets)) {
-      result.channels.push_back(std::move(*made));
+      result.Add(std::move(*made), request);
     }
   }
   return result;

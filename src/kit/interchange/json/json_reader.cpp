@@ -1,7 +1,10 @@
 #include "kit/interchange/json/json_reader.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "kit/failure.h"
 #include "kit/interchange/services/channel_builder.h"
@@ -31,23 +34,26 @@ FieldValue PlainValue(const ordered_json& json) {
 class DocumentReader {
  public:
   DocumentReader(const ImportRequest& request, Losses& losses)
-      : m_signal(request.context.signal),
+      : m_request(request),
+        m_signal(request.context.signal),
         m_layout(LayoutOf(m_signal)),
         m_columns(ColumnsOf(m_signal)),
         m_losses(losses),
         m_builder(request.context, losses) {}
 
-  void Take(const ordered_json& json, std::size_t number, ImportResult& result) {
-    ++result.read;
+  void Take(const ordered_json& json) {
+    ++m_result.read;
     if (!json.is_object()) {
       return m_losses.Add(Code::LineNotUnderstood, "channels",
-                          Place{static_cast<UINT>(number), {}, 0}, {});
+                          Place{static_cast<UINT>(m_result.read), {}, 0}, {});
     }
     m_builder.Begin(PlaceOf(json));
     for (const auto& [key, value] : json.items()) TakeMember(key, value);
-    result.channels.push_back({m_builder.Take(), 0});
-    RequireFollowing(json, result.channels.back().channel);
+    m_result.Add({m_builder.Take(), 0}, m_request);
+    RequireFollowing(json, m_result.channels.back().channel);
   }
+
+  ImportResult Result() { return std::move(m_result); }
 
  private:
   static Place PlaceOf(const ordered_json& json) {
@@ -112,13 +118,20 @@ class DocumentReader {
     std::vector<EntryValues> entries;
     for (const ordered_json& entry : json) {
       EntryValues& values = entries.emplace_back();
-      for (const char* name : EntryNames(column)) {
+      const std::vector<const char*> names = EntryNames(column);
+      for (const char* name : names) {
         const auto member = entry.is_object() ? entry.find(name) : entry.end();
         values.push_back(entry.is_object() && member != entry.end() ? PlainValue(*member)
                                                                     : FieldValue{});
       }
+      if (!entry.is_object()) continue;
+      for (const auto& [key, value] : entry.items()) {
+        if (std::ranges::find(names, key) != names.end()) continue;
+        m_losses.Add(Code::KeyUnknown, std::string(column.name) + "." + key, m_builder.Here(),
+                     PlainValue(value));
+      }
     }
-    m_builder.SetEntries(column, entries);
+    m_builder.SetEntries(column, entries, entries.size());
   }
 
   /// A service type or a mark that the block contradicts has no place of its own.
@@ -132,17 +145,85 @@ class DocumentReader {
     }
   }
 
+  const ImportRequest& m_request;
   InputSignalType m_signal;
   const Layout& m_layout;
   std::vector<Column> m_columns;
   Losses& m_losses;
   ChannelBuilder m_builder;
+  ImportResult m_result;
 };
 
-ordered_json Parse(std::string_view bytes) {
+[[noreturn]] void Refuse() { throw Failure{E_INVALIDARG, "the file is no list of channels"}; }
+
+/// Hands the channels over one by one while the document is parsed, and keeps nothing of them: a
+/// document may be larger than what memory holds of its tree.
+class ChannelFilter {
+ public:
+  explicit ChannelFilter(DocumentReader& reader) : m_reader(reader) {}
+
+  /// False for what is not kept. Depth 1 is that of the document's keys.
+  bool Keeps(int depth, ordered_json::parse_event_t event, const ordered_json& parsed) {
+    using Event = ordered_json::parse_event_t;
+    if (depth > kDeepest) return false;
+    const bool isElement = m_isInList && depth == kElement;
+    switch (event) {
+      case Event::key:
+        if (depth == 1) TakeKey(parsed.get_ref<const std::string&>());
+        return true;
+      case Event::object_start:
+      case Event::array_start:
+        if (!isElement) Count(depth);
+        m_members[static_cast<std::size_t>(depth) + 1] = 0;
+        if (depth == 1) m_isInList = event == Event::array_start && m_isChannels;
+        if (!isElement || event == Event::object_start) return true;
+        m_reader.Take(ordered_json::array());
+        return false;
+      case Event::array_end:
+        if (depth == 1) m_isInList = false;
+        return true;
+      case Event::object_end:
+        break;
+      case Event::value:
+        if (!isElement) Count(depth);
+        break;
+    }
+    if (isElement) m_reader.Take(parsed);
+    return !isElement;
+  }
+
+ private:
+  static constexpr int kElement = 2;
+  /// Values of a stream; what is below is none that a channel has.
+  static constexpr int kDeepest = 6;
+  /// Twice as many as any object or list of a channel has. Looking for a key asks all before it.
+  static constexpr std::size_t kMostMembers = 256;
+
+  void TakeKey(const std::string& key) {
+    m_isChannels = key == "channels";
+    if (m_isChannels && std::exchange(m_hadChannels, true)) Refuse();
+  }
+
+  void Count(int depth) {
+    if (++m_members[static_cast<std::size_t>(depth)] > kMostMembers) Refuse();
+  }
+
+  DocumentReader& m_reader;
+  std::array<std::size_t, kDeepest + 2> m_members = {};
+  bool m_isChannels = false;  ///< the key of the document that was last
+  bool m_hadChannels = false;
+  bool m_isInList = false;
+};
+
+ordered_json Parse(std::string_view bytes, DocumentReader& reader) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+  ChannelFilter filter(reader);
+  const auto keeps = [&filter](int depth, ordered_json::parse_event_t event,
+                               const ordered_json& parsed) {
+    return filter.Keeps(depth, event, parsed);
+  };
   try {
-    return ordered_json::parse(bytes);
+    return ordered_json::parse(bytes, keeps);
   } catch (const ordered_json::exception& error) {
     throw Failure{E_INVALIDARG, std::string("the file is no JSON: ") + error.what()};
   }
@@ -151,7 +232,7 @@ ordered_json Parse(std::string_view bytes) {
 void RequireChannels(const ordered_json& document, InputSignalType signal) {
   if (!document.is_object() || !document.contains("tunedex") || document["tunedex"] != "channels" ||
       !document.contains("channels") || !document["channels"].is_array()) {
-    throw Failure{E_INVALIDARG, "the file is no list of channels"};
+    Refuse();
   }
   const auto given = document.find("signal");
   if (given != document.end() && *given != SignalTypeName(signal)) {
@@ -161,21 +242,45 @@ void RequireChannels(const ordered_json& document, InputSignalType signal) {
   }
 }
 
+/// Numbers of another version or in other units would be taken for something else.
+void RequireKnownForm(const ordered_json& document) {
+  if (const auto version = document.find("version"); version != document.end() && *version != 1) {
+    throw Failure{E_INVALIDARG, "the file is of version " + version->dump() + ", not of 1"};
+  }
+  const auto units = document.find("units");
+  if (units == document.end()) return;
+  const ordered_json known = {{"frequency", "kHz"}, {"symbolRate", "kSymbol/s"}};
+  for (const auto& [name, unit] : units->items()) {
+    if (known.contains(name) && known.at(name) == unit) continue;
+    throw Failure{E_INVALIDARG, "the file's units are not kHz and kSymbol/s"};
+  }
+}
+
+void LoseUnknownKeys(const ordered_json& document, Losses& losses) {
+  constexpr const char* kKeys[] = {"tunedex", "version",  "country", "signal",
+                                   "units",   "codepage", "channels"};
+  for (const auto& [key, value] : document.items()) {
+    if (std::ranges::find(kKeys, key) != std::end(kKeys)) continue;
+    losses.Add(Code::KeyUnknown, key, {}, PlainValue(value));
+  }
+}
+
+std::optional<DWORD> CountryOf(const ordered_json& document) {
+  const auto country = document.find("country");
+  if (country == document.end() || !country->is_number_unsigned()) return std::nullopt;
+  return static_cast<DWORD>(std::min<std::uint64_t>(country->get<std::uint64_t>(), UINT32_MAX));
+}
+
 }  // namespace
 
 ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& losses) {
-  const ordered_json document = Parse(input.bytes);
-  RequireChannels(document, request.context.signal);
-  ImportResult result;
-  const auto country = document.find("country");
-  if (country != document.end() && country->is_number_unsigned()) {
-    result.country =
-        static_cast<DWORD>(std::min<std::uint64_t>(country->get<std::uint64_t>(), UINT32_MAX));
-  }
   DocumentReader reader(request, losses);
-  for (const ordered_json& channel : document["channels"]) {
-    reader.Take(channel, result.read + 1, result);
-  }
+  const ordered_json document = Parse(input.bytes, reader);
+  RequireChannels(document, request.context.signal);
+  RequireKnownForm(document);
+  LoseUnknownKeys(document, losses);
+  ImportResult result = reader.Result();
+  result.country = CountryOf(document);
   return result;
 }
 

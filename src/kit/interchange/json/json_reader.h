@@ -5,7 +5,7 @@
 
 namespace interchange {
 
-/// Failure for what is no such document, and for one of another signal type.
+/// Failure for what is no such document, and for one of another signal type, version or unit.
 ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& losses);
 
 }  // namespace interchange

@@ -6,26 +6,6 @@
 #include "kit/text/signal_types.h"
 
 namespace interchange {
-namespace {
-
-Input AsInput(const Format& format, const Output& output) {
-  Input input;
-  input.isFolder = format.isFolder;
-  if (!format.isFolder) {
-    if (!output.files.empty()) input.bytes = output.files.front().bytes;
-    return input;
-  }
-  for (const OutputFile& file : output.files) input.names.push_back(file.name);
-  input.read = [&output](const std::string& name) -> std::optional<std::string> {
-    for (const OutputFile& file : output.files) {
-      if (file.name == name) return file.bytes;
-    }
-    return std::nullopt;
-  };
-  return input;
-}
-
-}  // namespace
 
 std::vector<Channel> ReadBack(const Format& format, const Output& output,
                               const ExportRequest& request) {
@@ -33,9 +13,10 @@ std::vector<Channel> ReadBack(const Format& format, const Output& output,
   // A file without a channel may be nothing that a reader takes.
   if (output.written.empty()) return {};
   const std::vector<Channel> none;
+  ImportRequest all{request.context, none};
+  all.mostChannels = request.channels.size();
   Losses ignored;
-  ImportResult result =
-      format.read(AsInput(format, output), ImportRequest{request.context, none}, ignored);
+  ImportResult result = format.read(InputOf(format, output), all, ignored);
   FillIndexes(result.channels);
   std::vector<Channel> channels;
   for (ImportedChannel& imported : result.channels) channels.push_back(std::move(imported.channel));

@@ -18,11 +18,14 @@ bool Ascend(const std::vector<ImportedChannel>& channels) {
   return true;
 }
 
-void Renumber(std::vector<ImportedChannel>& channels, UINT first, Losses& losses) {
-  UINT next = first;
-  for (ImportedChannel& imported : channels) {
-    const UINT was = std::exchange(imported.channel.index, next++);
-    if (was == imported.channel.index) continue;
+/// `given` holds the indexes that the file says: of the others nothing is lost.
+void Renumber(std::vector<ImportedChannel>& channels, const std::vector<UINT>& given, UINT first,
+              Losses& losses) {
+  for (std::size_t i = 0; i < channels.size(); ++i) {
+    ImportedChannel& imported = channels[i];
+    imported.channel.index = first + static_cast<UINT>(i);
+    const UINT was = given[i];
+    if (was == 0 || was == imported.channel.index) continue;
     losses.Add(Code::MarkDropped, "index",
                {was, utf::FromWide(imported.channel.displayName), imported.line}, std::int64_t{was},
                std::int64_t{imported.channel.index});
@@ -49,7 +52,7 @@ Import ImportChannels(const Format& format, const Input& input, const ImportRequ
     throw Failure{E_NOTIMPL, std::string("the format ") + format.name + " brings no channels of " +
                                  SignalTypeName(context.signal)};
   }
-  Import made;
+  Import made{{}, 0, 0, Losses(kMostTold)};
   made.table = {context.country, context.signal, {}};
   ImportResult result = format.read(input, request, made.losses);
   made.read = result.read;
@@ -58,11 +61,14 @@ Import ImportChannels(const Format& format, const Input& input, const ImportRequ
   const bool appends = into == Into::Append && !result.isWhole;
   if (appends) made.table.channels = request.current;
   const UINT last = made.table.channels.empty() ? 0 : made.table.channels.back().index;
+  std::vector<UINT> given;
+  for (const ImportedChannel& imported : result.channels) given.push_back(imported.channel.index);
   FillIndexes(result.channels);
-  if (appends || !Ascend(result.channels)) Renumber(result.channels, last + 1, made.losses);
+  if (appends || !Ascend(result.channels)) Renumber(result.channels, given, last + 1, made.losses);
   const ComPtr<IChannelInfoMgr> list = context.database.List(context.signal);
-  for (const ImportedChannel& imported : result.channels) {
+  for (ImportedChannel& imported : result.channels) {
     made.table.channels.push_back(Stored(imported, request, list.Get(), made.losses));
+    imported = {};
   }
   return made;
 }

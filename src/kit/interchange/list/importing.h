@@ -11,6 +11,9 @@ enum class Into {
   Replace,  ///< in the place of all its channels
 };
 
+/// A file of many lines may lose more than memory holds: what is beyond this is counted.
+inline constexpr std::size_t kMostTold = 1'000'000;
+
 struct Import {
   ChannelTable table;  ///< the list as it is to be
   std::size_t read = 0;
@@ -22,8 +25,8 @@ struct Import {
 /// The list that a file makes of the one there is. Channels without an index stand behind the one
 /// before them; where the indexes of a file do not ascend, its channels are numbered in their order
 /// (L104), as they are when they are appended. What the channel file will not keep of a value is in
-/// the report. Raises a Failure for a file that is nothing of the kind, and for a signal type that
-/// the format has no form for.
+/// the report. Raises a Failure for a file that is nothing of the kind or has too many channels,
+/// and for a signal type that the format has no form for.
 Import ImportChannels(const Format& format, const Input& input, const ImportRequest& request,
                       Into into);
 

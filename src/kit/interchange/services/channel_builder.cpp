@@ -148,14 +148,15 @@ void ChannelBuilder::StoreNumber(BYTE* place, std::size_t width, const std::stri
              : station_blocks::Store(place, width, stored);
 }
 
-void ChannelBuilder::SetEntries(const Column& column, const std::vector<EntryValues>& entries) {
+void ChannelBuilder::SetEntries(const Column& column, const std::vector<EntryValues>& entries,
+                                std::size_t all) {
   const std::size_t capacity =
       column.list != nullptr ? column.list->capacity : column.components->capacity;
   const std::size_t count = std::min(entries.size(), capacity);
   for (std::size_t i = 0; i < count; ++i) SetEntry(column, i, entries[i]);
-  if (entries.size() > capacity) {
-    m_losses.Add(Code::StreamsDropped, column.name, m_place,
-                 static_cast<std::int64_t>(entries.size()), static_cast<std::int64_t>(capacity));
+  if (all > capacity) {
+    m_losses.Add(Code::StreamsDropped, column.name, m_place, static_cast<std::int64_t>(all),
+                 static_cast<std::int64_t>(capacity));
   }
   SetCount(column, count, capacity);
 }
@@ -185,6 +186,7 @@ void ChannelBuilder::SetEntry(const Column& column, std::size_t i, const EntryVa
     StoreNumber(place + field.offset, field.width, std::string(column.name) + "." + field.attribute,
                 entry[value++], field.form == Form::Language);
   }
+  if (value < entry.size()) m_losses.Add(Code::KeyUnknown, column.name, m_place, entry[value]);
 }
 
 void ChannelBuilder::SetComponent(const ComponentList& parts, std::size_t i,
@@ -200,6 +202,7 @@ void ChannelBuilder::SetComponent(const ComponentList& parts, std::size_t i,
   }
   if (entry.size() < 2) return;
   StoreNumber(block + parts.typeOffset + i * 4, 4, "Components.type", entry[1], false);
+  if (entry.size() > 2) m_losses.Add(Code::KeyUnknown, "Components", m_place, entry[2]);
 }
 
 }  // namespace interchange

@@ -27,9 +27,10 @@ class ChannelBuilder {
   void Begin(const Place& place);
   /// A value that the field cannot hold leaves it as it is, with a loss.
   void Set(const station_blocks::Field& field, const FieldValue& value);
-  /// Entries beyond the room of the list are dropped, with a loss. They make the count: another
-  /// one that was set before is a loss, unless the list is full.
-  void SetEntries(const Column& column, const std::vector<EntryValues>& entries);
+  /// Entries beyond the room of the list are dropped, with a loss; `all` is how many there were, of
+  /// which more than fit may have been left out already. They make the count: another one that was
+  /// set before is a loss, unless the list is full.
+  void SetEntries(const Column& column, const std::vector<EntryValues>& entries, std::size_t all);
   /// The channel with what its record answers for it.
   Channel Take();
 

@@ -9,6 +9,7 @@
 #include "kit/interchange/services/station_values.h"
 #include "kit/interchange/services/tuning_texts.h"
 #include "kit/model/channel_layout.h"
+#include "kit/text/ascii.h"
 #include "kit/text/tuning_words.h"
 
 using station_blocks::Field;
@@ -227,10 +228,19 @@ class Entering {
     } else {
       Lose(Code::ValueOutOfRange, name + ".type", std::int64_t{stream.type}, std::int64_t{0});
     }
-    const std::uint32_t bits = LanguageBits(stream.language);
-    station_blocks::StoreLanguage(entry + 4, bits);
-    if (!stream.language.empty() && bits == 0) {
-      Lose(Code::StreamKindDropped, name + ".lang", stream.language);
+    PutLanguage(entry + 4, name + ".lang", stream.language);
+  }
+
+  /// The list keeps twelve bits, which may stand for another language, or for none.
+  void PutLanguage(BYTE* place, const std::string& field, const std::string& language) {
+    const std::uint32_t bits = LanguageBits(language);
+    station_blocks::StoreLanguage(place, bits);
+    if (language.empty()) return;
+    const std::optional<Language> kept = LanguageOf(bits);
+    if (!kept) {
+      Lose(Code::StreamKindDropped, field, language, std::int64_t{bits});
+    } else if (!EqualIgnoringCase(kept->code, language)) {
+      Lose(Code::LanguageAssumed, field, language, std::string(kept->code));
     }
   }
 

@@ -167,7 +167,15 @@ class LineReader {
     if (!language.empty()) {
       Lose(Code::StreamKindDropped, "AudioStream.lang", Utf8Of(all), Utf8Of(stream.language));
     }
-    m_service.Of(StreamKind::Audio).push_back(std::move(stream));
+    Keep(StreamKind::Audio, "AudioStream", std::move(stream));
+  }
+
+  void Keep(StreamKind kind, const std::string& list, Stream stream) {
+    std::vector<Stream>& streams = m_service.Of(kind);
+    if (streams.size() >= kMostStreams) {
+      return Lose(Code::StreamsDropped, list, std::int64_t{stream.pid});
+    }
+    streams.push_back(std::move(stream));
   }
 
   /// Other tags than that of AC-3 are private data, too.
@@ -196,7 +204,7 @@ class LineReader {
         NumberOf(TakeUpTo('=', language), kHighestPid, (list + ".pid").c_str());
     if (pid == 0) return;
     Lose(Code::TypeAssumed, list + ".type", {}, std::int64_t{kPrivateData});
-    m_service.Of(kind).push_back({kPrivateData, pid, std::string(language)});
+    Keep(kind, list, {kPrivateData, pid, std::string(language)});
   }
 
   /// Hexadecimal; below the identifiers stand numbers of devices.
@@ -215,6 +223,8 @@ class LineReader {
     }
   }
 
+  /// More than any list has room for.
+  static constexpr std::size_t kMostStreams = 64;
   /// Greater numbers are in Hz.
   static constexpr std::uint64_t kHighestKilohertz = 1'000'000;
 

@@ -13,6 +13,9 @@
 namespace interchange::vdr {
 namespace {
 
+/// A line of any length may lose any number of things; what is beyond this is counted.
+constexpr std::size_t kMostOfALine = 10'000;
+
 class Reader {
  public:
   Reader(const ImportRequest& request, Losses& losses) : m_request(request), m_losses(losses) {}
@@ -75,7 +78,7 @@ class Reader {
   }
 
   void TakeChannel(const Line& line) {
-    Losses losses;
+    Losses losses(kMostOfALine);
     std::optional<TakenLine> taken = TakeLine(line, m_request.context.signal, losses);
     if (!taken) return Refuse(line);
     Service& service = taken->service;
@@ -90,7 +93,7 @@ class Reader {
     m_last = service.index != 0 ? service.index : m_last + 1;
     Channel channel = ToChannel(service, line.number, m_request, losses);
     m_losses.Take(std::move(losses));
-    m_result.channels.push_back({std::move(channel), line.number});
+    m_result.Add({std::move(channel), line.number}, m_request);
   }
 
   const ImportRequest& m_request;

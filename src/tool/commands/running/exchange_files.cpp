@@ -7,6 +7,7 @@
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
 #include "platform/host.h"
+#include "tool/printing/output.h"
 
 namespace fs = std::filesystem;
 
@@ -35,6 +36,35 @@ void RequireFile(const Input& input, const interchange::Format& format, const st
   if (input.isFolder && !format.isFolder) throw Failure{E_INVALIDARG, path + " is a folder"};
 }
 
+namespace {
+
+/// A file that was replaced, and what it held; nothing where there was none.
+struct Replaced {
+  std::string path;
+  std::optional<std::string> bytes;
+};
+
+void PutBack(const Replaced& file) {
+  if (file.bytes) return whole_file::Replace(file.path, *file.bytes);
+  std::error_code error;
+  if (!fs::remove(whole_file::PathOf(file.path), error) && error) {
+    throw Failure{E_FAIL, error.message()};
+  }
+}
+
+void PutBackAll(const std::vector<Replaced>& files) {
+  for (const Replaced& file : files) {
+    try {
+      PutBack(file);
+    } catch (const Failure& failure) {
+      PrintNote(file.path +
+                " is the new one, the old one could not be put back: " + failure.what());
+    }
+  }
+}
+
+}  // namespace
+
 void WriteOutputFiles(const Output& output, const std::string& path, bool isFolder) {
   if (path.empty()) {
     for (const OutputFile& file : output.files) std::cout << file.bytes;
@@ -44,7 +74,16 @@ void WriteOutputFiles(const Output& output, const std::string& path, bool isFold
   if (isFolder && !host::MakeFolder(path, cause)) {
     throw Failure{E_FAIL, path + " cannot be made: " + cause};
   }
-  for (const OutputFile& file : output.files) {
-    whole_file::Replace(isFolder ? data_files::PathOf(path, file.name) : path, file.bytes);
+  std::vector<Replaced> replaced;
+  try {
+    for (const OutputFile& file : output.files) {
+      const std::string target = isFolder ? data_files::PathOf(path, file.name) : path;
+      Replaced old{target, whole_file::Read(whole_file::PathOf(target))};
+      whole_file::Replace(target, file.bytes);
+      replaced.push_back(std::move(old));
+    }
+  } catch (const Failure&) {
+    PutBackAll(replaced);
+    throw;
   }
 }

@@ -10,5 +10,6 @@ void RequireFile(const interchange::Input& input, const interchange::Format& for
                  const std::string& path);
 
 /// Writes the file, or the files of a folder that is made where it is not there: each as a whole or
-/// not at all. Without a path the file is printed.
+/// not at all. Where one of them cannot be written the others are put back. Without a path the file
+/// is printed.
 void WriteOutputFiles(const interchange::Output& output, const std::string& path, bool isFolder);

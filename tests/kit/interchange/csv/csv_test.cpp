@@ -209,6 +209,14 @@ std::string Hostile(const std::string& head, const std::string& part, const std:
   return text + tail;
 }
 
+TEST(Csv, AccountsForEveryValueOfAnEntry) {
+  const Exchange exchange(49, InputSignalDVBTerrestrial);
+  EXPECT_EQ("L502 AudioStream",
+            CodesOf(exchange.In("csv", "name,AudioStream\nx,3|5|0|7\n").losses));
+  const Exchange mobile(82, InputSignalTDMBMobile);
+  EXPECT_EQ("L502 Components", CodesOf(mobile.In("csv", "name,Components\nx,a|5|0\n").losses));
+}
+
 TEST(Csv, ComesToAnEndWithHostileTables) {
   const Exchange exchange = Fm();
   const auto codes = [&](const std::string& table) {
@@ -222,6 +230,11 @@ TEST(Csv, ComesToAnEndWithHostileTables) {
   EXPECT_EQ("", codes(Hostile("name,freq\n", "\r\n", "x,1")));
   EXPECT_EQ("L502 colour, L502 name", codes(Hostile("name", ",colour,name", "\n")));
   EXPECT_EQ("L501 line", codes(Hostile("name,freq\n", "a\n", "")));
+  const Exchange satellite(49, InputSignalDVBSatellite);
+  const auto losses =
+      satellite.In("csv", Hostile("name,AudioStream\nx,", "3|5|0 ", "\n")).losses.All();
+  ASSERT_EQ(1U, losses.size());
+  EXPECT_EQ(FieldValue{std::int64_t{49'997}}, losses[0].value);
 }
 
 }  // namespace

@@ -115,6 +115,52 @@ TEST(JsonList, RefusesWhatIsNoListOfChannels) {
   }
 }
 
+TEST(JsonList, AccountsForEveryKeyOfAStream) {
+  const Exchange satellite(49, InputSignalDVBSatellite);
+  EXPECT_EQ("L502 VideoStream.colour", CodesWith(satellite, "/block/VideoStream/0/colour", "red"));
+  EXPECT_EQ("L502 VideoStream.colour",
+            CodesWith(satellite, "/block/VideoStream/0/colour", ordered_json::array({1})));
+}
+
+TEST(JsonList, AccountsForTheKeysOfTheDocument) {
+  const Exchange exchange = Radio();
+  const auto with = [&](const char* key, const ordered_json& value) {
+    ordered_json document = DocumentOf(exchange);
+    document[key] = value;
+    return CodesOf(exchange.In("json", document.dump()).losses);
+  };
+  EXPECT_EQ("", with("country", 7));
+  EXPECT_EQ("L502 colour", with("colour", "red"));
+  EXPECT_EQ("", with("units", {{"symbolRate", "kSymbol/s"}}));
+  ExpectRaised<Failure>("the file is of version 2, not of 1", [&] { with("version", 2); });
+  for (const ordered_json& units : {ordered_json({{"frequency", "Hz"}}), ordered_json("kHz"),
+                                    ordered_json({{"frequency", "kHz"}, {"angle", "rad"}})}) {
+    ExpectRaised<Failure>("the file's units are not kHz and kSymbol/s",
+                          [&] { with("units", units); });
+  }
+}
+
+TEST(JsonList, RefusesMoreMembersThanAnythingHas) {
+  const Exchange exchange = Radio();
+  const std::string head = "{\"tunedex\":\"channels\",\"channels\":[";
+  const auto expectRefused = [&](const std::string& text) {
+    ExpectRaised<Failure>("the file is no list of channels", [&] { exchange.In("json", text); });
+  };
+  std::string keys = "{\"name\":\"One\"";
+  for (int i = 2; i <= 256; ++i) keys += ",\"k" + std::to_string(i) + "\":{\"a\":[1,2]}";
+  const Import most = exchange.In("json", head + keys + "}]}");
+  EXPECT_EQ(255U, most.losses.All().size());
+  EXPECT_EQ(1U, most.taken);
+  expectRefused(head + keys + ",\"k\":0}]}");
+  std::string values = "{\"block\":{\"VideoStream\":[{}";
+  for (int i = 1; i <= 256; ++i) values += ",{}";
+  expectRefused(head + values + "]}}]}");
+  // One list, wherever it stands.
+  expectRefused(head + "],\"channels\":[]}");
+  EXPECT_EQ(1U,
+            exchange.In("json", "{\"channels\":[{\"block\":{}}],\"tunedex\":\"channels\"}").taken);
+}
+
 TEST(JsonList, ComesToAnEndWithHostileDocuments) {
   const Exchange exchange = Radio();
   const auto repeated = [](const std::string& part) {
