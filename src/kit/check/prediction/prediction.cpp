@@ -80,10 +80,11 @@ void Prediction::ReadComponent(const Element& element, const station_blocks::Com
     return static_cast<std::uint16_t>(first + slot * width);
   };
   const Field name = {"name", place(list.nameOffset, list.nameWidth), list.nameWidth, Form::Text};
-  // A shorter name of a second component with the same place leaves the rest behind its end.
-  const std::string narrow = m_text.CutNarrow(Text(component, name), name.width - 1U);
-  Put(narrow, block + name.offset);
-  block[name.offset + narrow.size()] = 0;
+  // A second component with the same place replaces the name of the first one, unless it has none.
+  if (component.ValueOf("name")) {
+    std::fill_n(block + name.offset, name.width, BYTE{0});
+    ReadRow(component, name, block);
+  }
   ReadRow(component, {"type", place(list.typeOffset, 4), 4}, block);
 }
 
