@@ -6,45 +6,18 @@
 //   --check  exit status 1 when an input takes out of proportion
 //   --quick  a tenth of the sizes
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cstdio>
-#include <functional>
-#include <random>
 #include <string>
-#include <string_view>
-#include <vector>
 
+#include "bench/bounds/hostile_inputs.h"
 #include "kit/xml/tree/document.h"
 
 namespace {
 
-constexpr std::size_t kWhole = 100000000;
-constexpr double kMostGrowth = 6;
+using namespace hostile;
 
-struct Input {
-  const char* label;
-  std::string head;
-  std::function<std::string(std::size_t number)> item;
-};
-
-std::function<std::string(std::size_t)> Always(std::string text) {
-  return [text = std::move(text)](std::size_t) { return text; };
-}
-
-constexpr char kSetHead[] =
-    "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<CHANNELTABLE>\r\n"
-    "\t<Country name=\"Germany\" countrycode=\"49\">\r\n"
-    "\t\t<ChannelSet type=\"FM-RADIO\" inputSignalType=\"5\">\r\n";
-
-std::string RandomBytes() {
-  static std::mt19937 engine(1);
-  std::string bytes(4096, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(engine());
-  return bytes;
-}
+constexpr std::size_t kWhole = 100'000'000;
 
 const Input kInputs[] = {
     {"good channels", kSetHead,
@@ -96,27 +69,11 @@ const Input kInputs[] = {
     {"random bytes", "<a>", [](std::size_t) { return RandomBytes(); }},
 };
 
-std::string BytesOf(const Input& input, std::size_t size) {
-  std::string bytes = input.head;
-  bytes.reserve(size + 4096);
-  for (std::size_t number = 0; bytes.size() < size; ++number) bytes += input.item(number);
-  return bytes;
-}
-
-double Seconds(const timeval& time) {
-  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-}
-
 double SecondsSoFar() {
   rusage used = {};
   getrusage(RUSAGE_SELF, &used);
   return Seconds(used.ru_utime) + Seconds(used.ru_stime);
 }
-
-struct Cost {
-  double seconds = -1;
-  double megabytes = 0;
-};
 
 /// Reads, asks for every place and makes the mended file, in a process of its own.
 Cost Measure(const Input& input, std::size_t size) {
@@ -137,41 +94,17 @@ Cost Measure(const Input& input, std::size_t size) {
                         write(ends[1], &seconds, sizeof(seconds)) == sizeof(seconds);
     _exit(isDone ? 0 : 1);
   }
-  Cost cost;
   close(ends[1]);
   double seconds = -1;
-  if (read(ends[0], &seconds, sizeof(seconds)) == sizeof(seconds)) cost.seconds = seconds;
+  const bool isTold = read(ends[0], &seconds, sizeof(seconds)) == sizeof(seconds);
   close(ends[0]);
-  int status = 1;
-  rusage used = {};
-  wait4(child, &status, 0, &used);
-  if (status != 0) return {};
-  cost.megabytes = static_cast<double>(used.ru_maxrss) / 1024;
-  return cost;
-}
-
-bool Report(const Input& input, std::size_t size) {
-  const Cost quarter = Measure(input, size / 4);
-  const Cost whole = Measure(input, size);
-  const double growth = whole.seconds / quarter.seconds;
-  const bool isFine = quarter.seconds > 0 && whole.seconds > 0 && growth < kMostGrowth;
-  std::printf("| %-32s | %7.3f | %7.3f | %5.1f | %7.0f |%s\n", input.label, quarter.seconds,
-              whole.seconds, growth, whole.megabytes, isFine ? "" : " out of proportion");
-  std::fflush(stdout);
-  return isFine;
+  const Ended ended = WaitFor(child);
+  if (!isTold || ended.status != 0) return {};
+  return {seconds, ended.cost.megabytes};
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<std::string_view> options(argv + 1, argv + argc);
-  const auto has = [&options](std::string_view option) {
-    return std::find(options.begin(), options.end(), option) != options.end();
-  };
-  const std::size_t size = has("--quick") ? kWhole / 10 : kWhole;
-  bool isFine = true;
-  std::printf("| %-32s | %7s | %7s | %5s | %7s |\n|---|---|---|---|---|\n", "all of", "1/4, s",
-              "all, s", "ratio", "MB");
-  for (const Input& input : kInputs) isFine = Report(input, size) && isFine;
-  return has("--check") && !isFine ? 1 : 0;
+  return RunBounds({kWhole, 4, 6, Measure}, kInputs, {argv + 1, argv + argc});
 }
