@@ -271,7 +271,7 @@ bool Report::PrintToolRatios() const {
     good &= PrintWorks(title, {name, kToolMost}, {"Tool/OpenAndSave", kToolMost}, limit);
   }
   const Key check("Tool/Check", kMiddle);
-  good &= PrintWorks("check / load", check, {"Tool/Open", kMiddle}, 6);
+  good &= PrintWorks("check / load", check, {"Tool/Open", kMiddle}, 4);
   good &= PrintWorks("check, 40000 / 10000", {check.first, kToolMost}, check, 10);
   const Key hostile("Tool/CheckHostile", kMiddle);
   good &=

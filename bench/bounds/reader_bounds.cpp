@@ -5,45 +5,19 @@
 // Usage: zortunedex_reader_bounds [--check] [--quick]
 //   --check  exit status 1 when an input takes out of proportion
 //   --quick  a tenth of the sizes
-#include <cstdio>
-#include <functional>
-#include <random>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
+#include <sys/resource.h>
+#include <unistd.h>
 
-#include "bounds/cost.h"
+#include <string>
+
+#include "bench/bounds/hostile_inputs.h"
 #include "kit/xml/tree/document.h"
 
 namespace {
 
-using bounds::Cost;
+using namespace hostile;
 
-constexpr std::size_t kWhole = 100000000;
-constexpr double kMostGrowth = 6;
-
-struct Input {
-  const char* label;
-  std::string head;
-  std::function<std::string(std::size_t number)> item;
-};
-
-std::function<std::string(std::size_t)> Always(std::string text) {
-  return [text = std::move(text)](std::size_t) { return text; };
-}
-
-constexpr char kSetHead[] =
-    "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<CHANNELTABLE>\r\n"
-    "\t<Country name=\"Germany\" countrycode=\"49\">\r\n"
-    "\t\t<ChannelSet type=\"FM-RADIO\" inputSignalType=\"5\">\r\n";
-
-std::string RandomBytes() {
-  static std::mt19937 engine(1);
-  std::string bytes(4096, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(engine());
-  return bytes;
-}
+constexpr std::size_t kWhole = 100'000'000;
 
 const Input kInputs[] = {
     {"good channels", kSetHead,
@@ -95,48 +69,42 @@ const Input kInputs[] = {
     {"random bytes", "<a>", [](std::size_t) { return RandomBytes(); }},
 };
 
-std::string BytesOf(const Input& input, std::size_t size) {
-  std::string bytes = input.head;
-  bytes.reserve(size + 4096);
-  for (std::size_t number = 0; bytes.size() < size; ++number) bytes += input.item(number);
-  return bytes;
+double SecondsSoFar() {
+  rusage used = {};
+  getrusage(RUSAGE_SELF, &used);
+  return Seconds(used.ru_utime) + Seconds(used.ru_stime);
 }
 
-/// Reads, asks for every place and makes the mended file.
-bool Read(std::string bytes) {
-  const markup::Document document = markup::Document::Read(std::move(bytes));
-  std::size_t lines = 0;
-  for (const markup::Damage& damage : document.Damages()) {
-    lines += document.PlaceOf(damage.span.begin).line;
-  }
-  return document.Mends().Apply(document.Bytes()).has_value() && lines >= document.Damages().size();
-}
-
+/// Reads, asks for every place and makes the mended file, in a process of its own.
 Cost Measure(const Input& input, std::size_t size) {
-  return bounds::CostOf([&]() -> bounds::Work {
-    return [bytes = BytesOf(input, size)]() mutable { return Read(std::move(bytes)); };
-  });
-}
-
-bool Report(const Input& input, std::size_t size) {
-  const Cost quarter = Measure(input, size / 4);
-  const Cost whole = Measure(input, size);
-  const double growth = whole.seconds / quarter.seconds;
-  const bool isFine = quarter.seconds > 0 && whole.seconds > 0 && growth < kMostGrowth;
-  std::printf("| %-32s | %7.3f | %7.3f | %5.1f | %7.0f |%s\n", input.label, quarter.seconds,
-              whole.seconds, growth, whole.megabytes, isFine ? "" : " out of proportion");
-  std::fflush(stdout);
-  return isFine;
+  int ends[2] = {};
+  if (pipe(ends) != 0) return {};
+  const pid_t child = fork();
+  if (child == 0) {
+    std::string bytes = BytesOf(input, size);
+    const double before = SecondsSoFar();
+    const markup::Document document = markup::Document::Read(std::move(bytes));
+    std::size_t lines = 0;
+    for (const markup::Damage& damage : document.Damages()) {
+      lines += document.PlaceOf(damage.span.begin).line;
+    }
+    const auto mended = document.Mends().Apply(document.Bytes());
+    const double seconds = SecondsSoFar() - before;
+    const bool isDone = mended.has_value() && lines >= document.Damages().size() &&
+                        write(ends[1], &seconds, sizeof(seconds)) == sizeof(seconds);
+    _exit(isDone ? 0 : 1);
+  }
+  close(ends[1]);
+  double seconds = -1;
+  const bool isTold = read(ends[0], &seconds, sizeof(seconds)) == sizeof(seconds);
+  close(ends[0]);
+  const Ended ended = WaitFor(child);
+  if (!isTold || ended.status != 0) return {};
+  return {seconds, ended.cost.megabytes};
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const bounds::Words words(argc, argv);
-  const std::size_t size = words.Has("--quick") ? kWhole / 10 : kWhole;
-  bool isFine = true;
-  std::printf("| %-32s | %7s | %7s | %5s | %7s |\n|---|---|---|---|---|\n", "all of", "1/4, s",
-              "all, s", "ratio", "MB");
-  for (const Input& input : kInputs) isFine = Report(input, size) && isFine;
-  return words.Has("--check") && !isFine ? 1 : 0;
+  return RunBounds({kWhole, 4, 6, Measure}, kInputs, {argv + 1, argv + argc});
 }

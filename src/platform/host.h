@@ -31,6 +31,10 @@ bool InputIsTerminal();
 /// Columns of the terminal that standard output is; nothing when it is none, or does not tell.
 std::optional<std::size_t> OutputWidth();
 
+/// Memory that nothing was put into yet, and that all of it will be: a system that gives it page by
+/// page is asked for large ones. What it answers changes the time that takes, and nothing else.
+void PreferLargePages(void* memory, std::size_t size);
+
 /// The library's own entry points. The library is loaded at first use.
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 HRESULT CanUnloadNow();

@@ -36,8 +36,7 @@ const Document* Readable(const Documents& documents, std::string_view name) {
   return document != nullptr && document->IsReadable() ? document : nullptr;
 }
 
-bool HasSatelliteChannels(const Document& document) {
-  const ChannelTree tree = ReadTree(document, ChannelFile::Channels);
+bool HasSatelliteChannels(const ChannelTree& tree) {
   return std::ranges::any_of(tree.groups, [](const ChannelGroup& group) {
     return group.signal == InputSignalDVBSatellite && !group.channels.empty();
   });
@@ -63,19 +62,21 @@ bool Checker::IsAsked(std::string_view file) const {
   return m_settings.file.empty() || m_settings.file == file;
 }
 
-Document Checker::Read(const std::string& bytes) {
+Document Checker::Read(std::string bytes) {
   markup::ReadOptions options;
   options.decode = [this](std::string_view narrow) { return m_text.Decode(narrow); };
-  return Document::Read(bytes, options);
+  return Document::Read(std::move(bytes), options);
 }
 
-Checked Checker::Check(const Files& files) {
+Checked Checker::Check(Files files) {
   Checked checked;
   for (const std::string_view name : kDataFiles) {
-    if (const auto& bytes = BytesOf(files, name)) CheckFile(std::string(name), *bytes, checked);
+    const auto found = files.find(name);
+    if (found == files.end() || !found->second) continue;
+    CheckFile(found->first, *std::move(found->second), checked);
   }
-  for (const auto& [name, bytes] : files) {
-    if (bytes && !PutAsideOf(name).empty()) CheckPutAside(name, *bytes, checked);
+  for (auto& [name, bytes] : files) {
+    if (bytes && !PutAsideOf(name).empty()) CheckPutAside(name, *std::move(bytes), checked);
   }
   CheckMissing(files, checked);
   std::erase_if(checked.findings,
@@ -84,17 +85,17 @@ Checked Checker::Check(const Files& files) {
   return checked;
 }
 
-void Checker::CheckFile(const std::string& name, const std::string& bytes, Checked& checked) {
+void Checker::CheckFile(const std::string& name, std::string bytes, Checked& checked) {
   if (bytes.empty()) {
     Finding finding = OfFile("ZT006", name, "the file has no bytes");
     finding.fate = Finding::Fate::Removed;
     checked.findings.push_back(std::move(finding));
     return;
   }
-  const Document& document = checked.documents.emplace(name, Read(bytes)).first->second;
+  const Document& document = checked.documents.emplace(name, Read(std::move(bytes))).first->second;
   Report report(document, name, checked.findings, m_settings.mostOfACode);
   CheckMarkup(document, report);
-  if (name == kChannels || name == kPresets) CheckChannels(name, document, checked.findings);
+  if (name == kChannels || name == kPresets) CheckChannels(name, document, checked);
   if (name == kCatalogue) CheckCatalogue(document, report);
   // The last of them: what it refers to was read.
   if (name == kSettings) {
@@ -103,20 +104,23 @@ void Checker::CheckFile(const std::string& name, const std::string& bytes, Check
   }
 }
 
-void Checker::CheckChannels(const std::string& name, const Document& document,
-                            std::vector<Finding>& findings) {
+void Checker::CheckChannels(const std::string& name, const Document& document, Checked& checked) {
   if (document.Elements().empty()) return;
   const ChannelFile kind = name == kPresets ? ChannelFile::Presets : ChannelFile::Channels;
   const ChannelTree tree = ReadTree(document, kind);
-  Report report(document, name, findings, m_settings.mostOfACode);
+  Report report(document, name, checked.findings, m_settings.mostOfACode);
   CheckChannelFile({document, tree, kind, report, m_text, m_settings.knowsCountry});
-  if (kind == ChannelFile::Presets) CheckAreas(document, tree, report);
+  if (kind == ChannelFile::Presets) {
+    CheckAreas(document, tree, report);
+  } else {
+    checked.hasSatelliteChannels = HasSatelliteChannels(tree);
+  }
 }
 
-void Checker::CheckPutAside(const std::string& name, const std::string& bytes, Checked& checked) {
+void Checker::CheckPutAside(const std::string& name, std::string bytes, Checked& checked) {
   const std::string target(PutAsideOf(name));
   if (target != kChannels && target != kPresets) return;
-  Document aside = Read(bytes);
+  Document aside = Read(std::move(bytes));
   if (!aside.Damages().empty()) {
     const std::optional<std::string> mended = aside.Mends().Apply(aside.Bytes());
     if (mended) aside = Read(*mended);
@@ -126,9 +130,7 @@ void Checker::CheckPutAside(const std::string& name, const std::string& bytes, C
 }
 
 void Checker::CheckMissing(const Files& files, Checked& checked) {
-  const Document* channels = DocumentOf(checked.documents, kChannels);
-  if (channels == nullptr || channels->Elements().empty()) return;
-  if (BytesOf(files, kCatalogue) || !HasSatelliteChannels(*channels)) return;
+  if (BytesOf(files, kCatalogue) || !checked.hasSatelliteChannels) return;
   checked.findings.push_back(
       OfFile("ZT005", std::string(kCatalogue),
              "satellite channels are there, and no catalogue of satellites"));

@@ -29,6 +29,7 @@ using Documents = std::map<std::string, markup::Document, std::less<>>;
 struct Checked {
   Documents documents;
   std::vector<Finding> findings;  ///< by file and place
+  bool hasSatelliteChannels = false;
 };
 
 /// Looks at files in memory, as often as it is asked to.
@@ -37,19 +38,18 @@ class Checker {
   explicit Checker(Settings settings);
 
   /// Everything but the names of the files and what the library makes of them.
-  Checked Check(const Files& files);
+  Checked Check(Files files);
   /// ZT900: what the library reads otherwise than predicted.
   std::vector<Finding> Compare(const Documents& documents);
 
-  markup::Document Read(const std::string& bytes);
+  markup::Document Read(std::string bytes);
   const Database& Library() const { return m_database; }
   CodePageText& Text() { return m_text; }
 
  private:
-  void CheckFile(const std::string& name, const std::string& bytes, Checked& checked);
-  void CheckChannels(const std::string& name, const markup::Document& document,
-                     std::vector<Finding>& findings);
-  void CheckPutAside(const std::string& name, const std::string& bytes, Checked& checked);
+  void CheckFile(const std::string& name, std::string bytes, Checked& checked);
+  void CheckChannels(const std::string& name, const markup::Document& document, Checked& checked);
+  void CheckPutAside(const std::string& name, std::string bytes, Checked& checked);
   void CheckMissing(const Files& files, Checked& checked);
   bool IsAsked(std::string_view file) const;
 

@@ -30,7 +30,10 @@ std::optional<std::string> Read(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary | std::ios::ate);
   const std::streamoff size = file.tellg();
   if (!file || size < 0) return std::nullopt;
-  std::string bytes(static_cast<std::size_t>(size), '\0');
+  std::string bytes;
+  bytes.reserve(static_cast<std::size_t>(size));
+  host::PreferLargePages(bytes.data(), bytes.capacity());
+  bytes.resize(static_cast<std::size_t>(size));
   file.seekg(0).read(bytes.data(), size);
   if (!file) return std::nullopt;
   return bytes;

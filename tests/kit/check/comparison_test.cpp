@@ -86,6 +86,22 @@ void ExpectRepairedForGood(check::Checker& checker, const check::Files& files) {
   EXPECT_TRUE(check::Repair(once.after, settings).after == once.after);
 }
 
+// The second of two components with one place replaces what it has, and leaves the name alone where
+// it has none.
+TEST(CheckComparison, ReadsComponentsWithOnePlace) {
+  check::Checker checker({});
+  for (const char* second : {"type=\"2\"", "name=\"\" type=\"2\"", "name=\"b\"",
+                             "nqme=\"again\" type=\"1\"", "name=\"longer name\""}) {
+    const check::Files files = ChannelFileOf(
+        "<CHANNELTABLE><Country countrycode=\"82\"><ChannelSet inputSignalType=\"160\">"
+        "<Channel index=\"1\"><ElementStreams numOfComponents=\"2\">"
+        "<Components ID=\"0\" name=\"first\" type=\"1\"/><Components ID=\"0\" " +
+        std::string(second) +
+        "/></ElementStreams></Channel></ChannelSet></Country></CHANNELTABLE>");
+    EXPECT_EQ("", Differences(checker, files)) << second;
+  }
+}
+
 // A text that stands behind an element is no part of a value, and a value that reads as markup is
 // markup for the library.
 TEST(CheckComparison, TakesGoodMarkupForNothingElse) {

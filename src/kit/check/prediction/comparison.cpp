@@ -35,8 +35,7 @@ class Comparison {
     std::string difference;
     walk([&](const Channel& read) {
       if (count++ >= elements.size() || !difference.empty()) return;
-      Channel predicted = m_prediction.Of(elements[count - 1], group);
-      const char* what = FirstUnpredicted(predicted, read, group.layout);
+      const char* what = m_prediction.Difference(elements[count - 1], group, read);
       if (what == nullptr) return;
       difference = "channel " + std::to_string(read.index) + " of the library's list: " + what;
     });

@@ -29,12 +29,12 @@ void Put(std::string_view bytes, BYTE* place) { std::copy(bytes.begin(), bytes.e
 
 }  // namespace
 
-std::string Prediction::Text(AttributeLookup& element, const Field& field) {
+std::string_view Prediction::Text(AttributeLookup& element, const Field& field) {
   const std::string_view value = element.ValueOf(field.attribute).value_or(std::string_view());
-  if (field.form != Form::Base64) return m_text.Cut(value, NarrowText::kAttributeLimit);
-  std::string narrow = base64::Decode(m_text.Cut(value, kMostEncoded));
-  narrow.resize(std::min(narrow.size(), narrow.find('\0')));
-  return m_text.CutNarrow(narrow, NarrowText::kAttributeLimit);
+  if (field.form != Form::Base64) return m_text.Cut(value, NarrowText::kAttributeLimit, m_room);
+  m_room = base64::Decode(m_text.Cut(value, kMostEncoded, m_room));
+  m_room.resize(std::min(m_room.size(), m_room.find('\0')));
+  return m_text.CutNarrow(m_room, NarrowText::kAttributeLimit);
 }
 
 void Prediction::ReadRow(AttributeLookup& element, const Field& field, BYTE* base) {
@@ -80,10 +80,11 @@ void Prediction::ReadComponent(const Element& element, const station_blocks::Com
     return static_cast<std::uint16_t>(first + slot * width);
   };
   const Field name = {"name", place(list.nameOffset, list.nameWidth), list.nameWidth, Form::Text};
-  // A shorter name of a second component with the same place leaves the rest behind its end.
-  const std::string narrow = m_text.CutNarrow(Text(component, name), name.width - 1U);
-  Put(narrow, block + name.offset);
-  block[name.offset + narrow.size()] = 0;
+  // A second component with the same place replaces the name of the first one, unless it has none.
+  if (component.ValueOf("name")) {
+    std::fill_n(block + name.offset, name.width, BYTE{0});
+    ReadRow(component, name, block);
+  }
   ReadRow(component, {"type", place(list.typeOffset, 4), 4}, block);
 }
 
@@ -122,11 +123,12 @@ void Prediction::FillDisplayName(Channel& channel, InputSignalType signal) const
   if (SUCCEEDED(record->GetChannelDspName(name.Receive()))) channel.displayName = name.View();
 }
 
-Channel Prediction::Of(Index index, const ChannelGroup& group) {
+const Channel& Prediction::Of(Index index, const ChannelGroup& group) {
   const Layout& layout = *group.layout;
   const Element& element = m_document.Elements()[index];
   Channel channel;
-  channel.block.resize(layout.size);
+  channel.block.swap(m_channel.block);
+  channel.block.assign(layout.size, 0);
   AttributeLookup values(m_document, element);
   for (const Field& field : layout.channel) {
     if (field.use != Use::WriteOnly) ReadChannelRow(values, field, channel);
@@ -146,7 +148,15 @@ Channel Prediction::Of(Index index, const ChannelGroup& group) {
     }
   }
   if (channel.displayName.empty()) FillDisplayName(channel, group.signal);
-  return channel;
+  m_channel = std::move(channel);
+  return m_channel;
+}
+
+const char* Prediction::Difference(Index channel, const ChannelGroup& group, const Channel& read) {
+  Of(channel, group);
+  // It follows from the block.
+  m_channel.name = read.name;
+  return FirstDifference(m_channel, read, group.layout);
 }
 
 std::vector<Index> Prediction::InListOrder(const ChannelGroup& group) const {
@@ -158,11 +168,6 @@ std::vector<Index> Prediction::InListOrder(const ChannelGroup& group) const {
     if (indexes[place] != UINT32_MAX) elements.push_back(group.channels[place]);
   }
   return elements;
-}
-
-const char* FirstUnpredicted(Channel& predicted, const Channel& read, const Layout* layout) {
-  predicted.name = read.name;
-  return FirstDifference(predicted, read, layout);
 }
 
 }  // namespace check

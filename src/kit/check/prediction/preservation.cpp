@@ -71,7 +71,7 @@ std::optional<std::string> WhatIsLost(const Document& before,
   for (const ChannelGroup& group : ReadTree(after, kind).groups) {
     if (group.layout == nullptr) continue;
     for (const Index element : group.channels) {
-      const Channel channel = afterwards.Of(element, group);
+      const Channel& channel = afterwards.Of(element, group);
       there[{group.Key(), ValuesOf(channel)}].insert(channel.index);
     }
   }
@@ -82,7 +82,7 @@ std::optional<std::string> WhatIsLost(const Document& before,
     const bool isNumbered = concerned.IsNumbered(before, group);
     for (const Index element : group.channels) {
       if (concerned.HasChannel(element)) continue;
-      const Channel channel = earlier.Of(element, group);
+      const Channel& channel = earlier.Of(element, group);
       auto& indexes = there[{group.Key(), ValuesOf(channel)}];
       const auto same = isNumbered ? indexes.begin() : indexes.find(channel.index);
       if (same == indexes.end()) {

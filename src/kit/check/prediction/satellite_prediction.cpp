@@ -41,7 +41,8 @@ class SatellitePrediction::Texts {
 
   const std::string& Narrow(const char* attribute) {
     if (const auto value = m_owner.m_document.ValueOf(m_element, attribute)) {
-      m_last = m_owner.m_text.Cut(*value, NarrowText::kAttributeLimit);
+      std::string room;
+      m_last = m_owner.m_text.Cut(*value, NarrowText::kAttributeLimit, room);
     }
     return m_last;
   }

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <map>
+#include <set>
+#include <span>
 #include <utility>
 
 #include "kit/check/rules/rewriting.h"
@@ -14,20 +16,35 @@ using markup::Document;
 using markup::Element;
 using markup::Index;
 
-class ListRules {
+class ListRules : public ChannelRules {
  public:
   ListRules(const Subject& subject, const ChannelGroup& group)
-      : m_subject(subject),
-        m_document(subject.document),
-        m_group(group),
-        m_indexes(IndexesOf(subject.document, group)) {}
+      : m_subject(subject), m_document(subject.document), m_group(group) {
+    m_indexes.reserve(group.channels.size());
+    m_spellings.reserve(group.channels.size());
+    m_services.reserve(group.channels.size());
+  }
 
-  void Check() {
+  void Check(Index channel) override {
+    const auto text = m_document.ValueOf(m_document.Elements()[channel], "index");
+    const Number index = text ? ReadNumber(*text) : Number{};
+    std::string identity = ServiceIdentity(m_document, channel, m_group.signal);
+    if (!identity.empty()) m_services.emplace_back(std::move(identity), m_indexes.size());
+    m_indexes.push_back(Unsigned(index.value));
+    m_spellings.push_back(index.spelling);
+  }
+
+  void Finish() override {
+    m_sorted = m_indexes;
+    std::ranges::sort(m_sorted);
     if (!CheckIndexes()) CheckGaps();
     CheckServices();
   }
 
  private:
+  /// Its identity, and the place of a channel that has it.
+  using Service = std::pair<std::string, std::size_t>;
+
   const Element& At(std::size_t place) const {
     return m_document.Elements()[m_group.channels[place]];
   }
@@ -67,34 +84,32 @@ class ListRules {
 
   /// True when an index is not to be used.
   bool CheckIndexes() {
-    std::map<std::uint32_t, std::size_t> seen;
+    const bool areDifferent = std::ranges::adjacent_find(m_sorted) == m_sorted.end();
+    std::set<std::uint32_t> seen;
     for (std::size_t i = 0; i < m_indexes.size(); ++i) {
-      const Attribute* attribute = m_document.Find(At(i), "index");
-      const Number number = attribute ? ReadNumber(m_document.ValueOf(*attribute)) : Number{};
-      const bool isNumber = attribute != nullptr && number.spelling != Spelling::OtherText;
+      const bool isNumber = m_spellings[i] != Spelling::OtherText;
       if (!isNumber || m_indexes[i] == 0 || m_indexes[i] == UINT32_MAX) {
         Note(Report("ZT061", i, "the channel has no index that a host can use"));
-      } else if (!seen.emplace(m_indexes[i], i).second) {
+      } else if (!areDifferent && !seen.insert(m_indexes[i]).second) {
         Note(Report("ZT060", i,
                     "index " + std::to_string(m_indexes[i]) +
                         " stands there twice: the next save keeps one of the channels"));
-      } else if (number.spelling != Spelling::Plain) {
-        CheckSpelling(i, *attribute);
+      } else if (m_spellings[i] != Spelling::Plain) {
+        ReportSpelling(i);
       }
     }
     return m_isReported;
   }
 
-  void CheckSpelling(std::size_t place, const Attribute& attribute) {
+  void ReportSpelling(std::size_t place) {
     const std::string usual = std::to_string(static_cast<std::int32_t>(m_indexes[place]));
     Finding& finding = Report("ZT042", place, "the index is looked for as \"" + usual + "\"");
-    finding.edits = SetValue(attribute, usual);
+    finding.edits = SetValue(m_document, At(place), "index", usual);
   }
 
   void CheckGaps() {
-    std::vector<std::uint32_t> sorted = m_indexes;
-    std::ranges::sort(sorted);
-    const bool isDense = sorted.empty() || (sorted.front() == 1 && sorted.back() == sorted.size());
+    const bool isDense =
+        m_sorted.empty() || (m_sorted.front() == 1 && m_sorted.back() == m_sorted.size());
     m_isDense = isDense && std::ranges::is_sorted(m_indexes);
     if (m_isDense) return;
     Finding& finding = m_subject.report.Add(
@@ -105,20 +120,14 @@ class ListRules {
   }
 
   void CheckServices() {
-    std::map<std::string, std::vector<std::size_t>> byService;
-    for (std::size_t i = 0; i < m_group.channels.size(); ++i) {
-      const std::string identity = ServiceIdentity(m_document, m_group.channels[i], m_group.signal);
-      if (!identity.empty()) byService[identity].push_back(i);
-    }
+    std::ranges::sort(m_services);
     std::map<std::size_t, std::string> repeated;
-    for (const auto& [identity, places] : byService) {
-      if (places.size() < 2) continue;
-      const auto favorite =
-          std::ranges::find_if(places, [this](std::size_t place) { return IsFavorite(place); });
-      const std::size_t kept = favorite == places.end() ? places.front() : *favorite;
-      for (const std::size_t place : places) {
-        if (place != kept) repeated.emplace(place, identity);
-      }
+    for (auto first = m_services.begin(); first != m_services.end();) {
+      const auto last = std::find_if(first, m_services.end(), [first](const Service& one) {
+        return one.first != first->first;
+      });
+      if (last - first > 1) NoteRepeated({first, last}, repeated);
+      first = last;
     }
     EditList edits = WithoutChannels(repeated);
     for (const auto& [place, identity] : repeated) {
@@ -126,6 +135,16 @@ class ListRules {
                                               "the service " + identity + " stands there twice");
       finding.value = identity;
       finding.edits = std::exchange(edits, {});
+    }
+  }
+
+  /// Of several channels with one service a favourite one stays, or the first.
+  void NoteRepeated(std::span<const Service> same, std::map<std::size_t, std::string>& repeated) {
+    const auto favorite =
+        std::ranges::find_if(same, [this](const Service& one) { return IsFavorite(one.second); });
+    const std::size_t kept = favorite == same.end() ? same.front().second : favorite->second;
+    for (const auto& [identity, place] : same) {
+      if (place != kept) repeated.emplace(place, identity);
     }
   }
 
@@ -152,17 +171,19 @@ class ListRules {
   const Subject& m_subject;
   const Document& m_document;
   const ChannelGroup& m_group;
+  // Of every channel.
   std::vector<std::uint32_t> m_indexes;
+  std::vector<Spelling> m_spellings;
+  std::vector<Service> m_services;  ///< of those that have one
+  std::vector<std::uint32_t> m_sorted;
   bool m_isReported = false;
   bool m_isDense = false;  ///< 1, 2, 3 … in the order of the file
 };
 
 }  // namespace
 
-void CheckLists(const Subject& subject) {
-  for (const ChannelGroup& group : subject.tree.groups) {
-    if (group.layout != nullptr) ListRules(subject, group).Check();
-  }
+ChannelRulesPtr MakeListRules(const Subject& subject, const ChannelGroup& group) {
+  return std::make_unique<ListRules>(subject, group);
 }
 
 }  // namespace check

@@ -118,14 +118,4 @@ void CheckMarkup(const Document& document, Report& report) {
   for (const Damage& damage : document.Damages()) ReportDamage(document, damage, report);
 }
 
-void CheckChannelFile(const Subject& subject) {
-  if (subject.document.Elements().empty()) return;
-  CheckTree(subject);
-  CheckUnknown(subject);
-  CheckLists(subject);
-  CheckStreams(subject);
-  CheckValues(subject);
-  CheckTuning(subject);
-}
-
 }  // namespace check

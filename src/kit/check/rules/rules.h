@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "kit/check/findings/report.h"
 #include "kit/check/subject/channel_tree.h"
@@ -22,29 +23,36 @@ struct Subject {
 
 /// ZT040 to ZT047: countries and channel sets.
 void CheckTree(const Subject& subject);
-/// ZT031, ZT032: what the library does not know.
+/// ZT031, ZT032: what the library does not know, outside of channels that have a form.
 void CheckUnknown(const Subject& subject);
+
+/// Rules for the channels of one list, whose type has a form. They look at one channel after the
+/// other: all rules at one before any at the next, whose bytes are far away.
+class ChannelRules {
+ public:
+  virtual ~ChannelRules() = default;
+  virtual void Check(markup::Index channel) = 0;
+  /// Behind the last one.
+  virtual void Finish() {}
+};
+
+inline constexpr char kUnknownAttribute[] = "the library does not know this attribute";
+
+using ChannelRulesPtr = std::unique_ptr<ChannelRules>;
+
+/// ZT031, ZT032 inside of channels, but for attributes that stand among known ones.
+ChannelRulesPtr MakeUnknownRules(const Subject& subject, const ChannelGroup& group);
 /// ZT060 to ZT070: the indexes of a list, and services that it has twice.
-void CheckLists(const Subject& subject);
+ChannelRulesPtr MakeListRules(const Subject& subject, const ChannelGroup& group);
 /// ZT080 to ZT087: streams and components.
-void CheckStreams(const Subject& subject);
-/// ZT100 to ZT106: numbers, texts and words.
-void CheckValues(const Subject& subject);
+ChannelRulesPtr MakeStreamRules(const Subject& subject, const ChannelGroup& group);
+/// ZT100 to ZT106: numbers, texts and words; and ZT031: attributes that stand among them.
+ChannelRulesPtr MakeValueRules(const Subject& subject, const ChannelGroup& group);
 /// ZT110 to ZT115: frequencies, positions, identifiers.
-void CheckTuning(const Subject& subject);
+ChannelRulesPtr MakeTuningRules(const Subject& subject, const ChannelGroup& group);
 
 /// ZT001, ZT007, ZT008, ZT020 to ZT026, for every file.
 void CheckMarkup(const markup::Document& document, Report& report);
-
-/// Lets rules look at every channel of a type that has a form: one object for each list.
-template <typename Rules>
-void CheckEachChannel(const Subject& subject) {
-  for (const ChannelGroup& group : subject.tree.groups) {
-    if (group.layout == nullptr) continue;
-    Rules rules(subject, group);
-    for (const markup::Index channel : group.channels) rules.Check(channel);
-  }
-}
 
 /// Everything of a channel file or a preset file but its markup.
 void CheckChannelFile(const Subject& subject);

@@ -18,7 +18,7 @@ class Identity {
       : m_document(document), m_channel(channel), m_values(document, channel) {}
 
   std::uint32_t Number(const Element& element, const char* attribute) const {
-    return ValueOf(m_document.ValueOf(element, attribute));
+    return ValueOf(AttributeLookup(m_document, element).ValueOf(attribute));
   }
   std::uint32_t Number(const char* attribute) const { return ValueOf(m_values.ValueOf(attribute)); }
 
@@ -28,7 +28,7 @@ class Identity {
   }
 
   std::string Word(const Element& element, const char* attribute) const {
-    return Shown(m_document.ValueOf(element, attribute).value_or(""));
+    return Shown(AttributeLookup(m_document, element).ValueOf(attribute).value_or(""));
   }
 
  private:
@@ -42,8 +42,11 @@ class Identity {
 };
 
 std::string Joined(const char* kind, std::initializer_list<std::uint32_t> numbers) {
-  std::string text = kind;
-  for (const std::uint32_t number : numbers) text += "-" + std::to_string(number);
+  constexpr std::size_t kUsualSize = 48;
+  std::string text;
+  text.reserve(kUsualSize);
+  text = kind;
+  for (const std::uint32_t number : numbers) text.append("-").append(std::to_string(number));
   return text;
 }
 

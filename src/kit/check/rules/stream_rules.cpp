@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <bitset>
 #include <map>
 #include <optional>
 
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/rules/rules.h"
+#include "kit/check/subject/lookups.h"
 #include "kit/check/subject/schema.h"
 
 namespace check {
@@ -20,7 +22,7 @@ using station_blocks::StreamList;
 constexpr std::uint32_t kMostPid = 8191;
 constexpr std::uint32_t kLastTablePid = 15;
 
-class StreamRules {
+class StreamRules : public ChannelRules {
  public:
   StreamRules(const Subject& subject, const ChannelGroup& group)
       : m_subject(subject),
@@ -37,9 +39,9 @@ class StreamRules {
     }
   }
 
-  void Check(Index channel) {
+  void Check(Index channel) override {
     m_channel = channel;
-    m_pids.clear();
+    m_pids.reset();
     CheckAddresses();
     if (m_layout.elementStreams.Empty()) return;
     m_streams = FirstChild(m_document, At(m_channel), "ElementStreams");
@@ -55,10 +57,11 @@ class StreamRules {
         components.push_back(i);
       }
     }
+    AttributeLookup values(m_document, At(m_streams));
     for (const ListCount& list : m_lists) {
-      CheckCount(list.fields, list.elements, list.list->capacity, list.list->element);
+      CheckCount(values, list.fields, list.elements, list.list->capacity, list.list->element);
     }
-    if (m_layout.components != nullptr) CheckComponents(components);
+    if (m_layout.components != nullptr) CheckComponents(values, components);
   }
 
  private:
@@ -70,8 +73,8 @@ class StreamRules {
 
   const Element& At(Index index) const { return m_document.Elements()[index]; }
 
-  std::optional<std::uint32_t> Read(Index element, std::string_view attribute) const {
-    const auto text = m_document.ValueOf(At(element), attribute);
+  static std::optional<std::uint32_t> Read(AttributeLookup& element, const char* attribute) {
+    const auto text = element.ValueOf(attribute);
     return text ? std::optional(Unsigned(ReadNumber(*text).value)) : std::nullopt;
   }
 
@@ -84,27 +87,32 @@ class StreamRules {
     return finding;
   }
 
-  void CheckCount(const schema::CountFields& fields, std::uint32_t children, std::uint32_t capacity,
-                  const char* name) {
+  void CheckCount(AttributeLookup& values, const schema::CountFields& fields,
+                  std::uint32_t children, std::uint32_t capacity, const char* name) {
     if (fields.count == nullptr) return;
+    if (fields.selected != nullptr) {
+      CheckSelection(values, fields.selected->attribute, std::min(children, capacity));
+    }
     if (children > capacity) {
       m_subject.report.Add("ZT082", m_streams,
                            std::to_string(children) + " " + name + " elements, of which " +
                                std::to_string(capacity) + " can be read");
     } else {
-      CompareCount(fields.count->attribute, children, name);
+      const char* attribute = fields.count->attribute;
+      const std::uint32_t count = Read(values, attribute).value_or(0);
+      if (count != children) ReportCount(attribute, count, children, name);
     }
-    if (fields.selected == nullptr) return;
-    const char* selected = fields.selected->attribute;
-    const std::uint32_t selection = Read(m_streams, selected).value_or(0);
-    if (selection == 0 || selection < std::min(children, capacity)) return;
-    Report("ZT083", m_streams, selected, "there is no such stream").edits =
-        SetValue(m_document, At(m_streams), selected, "0");
   }
 
-  void CompareCount(const char* attribute, std::uint32_t children, const char* name) {
-    const std::uint32_t count = Read(m_streams, attribute).value_or(0);
-    if (count == children) return;
+  void CheckSelection(AttributeLookup& values, const char* attribute, std::uint32_t streams) {
+    const std::uint32_t selection = Read(values, attribute).value_or(0);
+    if (selection == 0 || selection < streams) return;
+    Report("ZT083", m_streams, attribute, "there is no such stream").edits =
+        SetValue(m_document, At(m_streams), attribute, "0");
+  }
+
+  void ReportCount(const char* attribute, std::uint32_t count, std::uint32_t children,
+                   const char* name) {
     const std::string there = std::to_string(children) + " of " + name +
                               (children == 1 ? " stands" : " stand") + " there: ";
     const bool isAbove = count > children;
@@ -115,8 +123,9 @@ class StreamRules {
   }
 
   void CheckEntry(Index entry) {
-    if (const auto pid = Read(entry, "pid")) CheckPid(entry, "pid", *pid, true);
-    const auto language = Read(entry, "lang");
+    AttributeLookup values(m_document, At(entry));
+    if (const auto pid = Read(values, "pid")) CheckPid(entry, "pid", *pid, true);
+    const auto language = Read(values, "lang");
     if (!language || *language <= 0xFFF) return;
     Report("ZT086", entry, "lang", "only the low twelve bits are kept").edits =
         SetValue(m_document, At(entry), "lang", std::to_string(*language & 0xFFF));
@@ -129,25 +138,29 @@ class StreamRules {
       return;
     } else if (pid <= kLastTablePid || pid == kMostPid) {
       Report("ZT085", element, attribute, "no stream has this PID");
-    } else if (m_signal != InputSignalDVBHandheld && !m_pids.emplace(pid, element).second) {
+    } else if (m_signal != InputSignalDVBHandheld && m_pids.test(pid)) {
       Report("ZT085", element, attribute, "another stream of the channel has this PID");
+    } else {
+      m_pids.set(pid);
     }
   }
 
   /// PIDs of the channel itself: none is 0.
   void CheckAddresses() {
+    AttributeLookup values(m_document, At(m_channel));
     for (const char* attribute : m_addresses) {
-      const auto pid = Read(m_channel, attribute);
+      const auto pid = Read(values, attribute);
       if (pid) CheckPid(m_channel, attribute, *pid, false);
     }
   }
 
-  void CheckComponents(const std::vector<Index>& components) {
+  void CheckComponents(AttributeLookup& values, const std::vector<Index>& components) {
     const std::uint32_t capacity = m_layout.components->capacity;
     std::uint32_t count = 0;
     std::map<std::uint32_t, Index> seen;
     for (const Index component : components) {
-      const auto id = Read(component, "ID");
+      AttributeLookup ofComponent(m_document, At(component));
+      const auto id = Read(ofComponent, "ID");
       if (!id || *id >= capacity) {
         Report("ZT087", component, "ID", "a component has a place from 0 to 7");
       } else if (!seen.emplace(*id, component).second) {
@@ -156,8 +169,8 @@ class StreamRules {
       if (id && *id < capacity) count = std::max(count, *id + 1);
       CheckComponentName(component);
     }
-    CheckCount(schema::CountFieldsOf(m_layout, m_layout.components->countOffset), count, capacity,
-               "Components");
+    CheckCount(values, schema::CountFieldsOf(m_layout, m_layout.components->countOffset), count,
+               capacity, "Components");
   }
 
   void CheckComponentName(Index component) {
@@ -175,11 +188,13 @@ class StreamRules {
   // Of the channel that is looked at.
   Index m_channel = kNone;
   Index m_streams = kNone;
-  std::map<std::uint32_t, Index> m_pids;
+  std::bitset<kMostPid + 1> m_pids;
 };
 
 }  // namespace
 
-void CheckStreams(const Subject& subject) { CheckEachChannel<StreamRules>(subject); }
+ChannelRulesPtr MakeStreamRules(const Subject& subject, const ChannelGroup& group) {
+  return std::make_unique<StreamRules>(subject, group);
+}
 
 }  // namespace check

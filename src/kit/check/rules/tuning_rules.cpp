@@ -57,12 +57,12 @@ std::optional<std::uint64_t> InUsualUnit(std::span<const Band> bands, std::uint6
   return Fits(bands, rounded) ? std::optional(rounded) : std::nullopt;
 }
 
-class TuningRules {
+class TuningRules : public ChannelRules {
  public:
   TuningRules(const Subject& subject, const ChannelGroup& group)
       : m_subject(subject), m_document(subject.document), m_signal(group.signal) {}
 
-  void Check(Index channel) {
+  void Check(Index channel) override {
     const bool oneSeg = m_signal == InputSignalISDBTerrestrialOneSeg;
     const auto frequency = Find(channel, oneSeg ? "Frequency" : "freq");
     if (frequency) CheckFrequency(channel, *frequency);
@@ -176,6 +176,8 @@ class TuningRules {
 
 }  // namespace
 
-void CheckTuning(const Subject& subject) { CheckEachChannel<TuningRules>(subject); }
+ChannelRulesPtr MakeTuningRules(const Subject& subject, const ChannelGroup& group) {
+  return std::make_unique<TuningRules>(subject, group);
+}
 
 }  // namespace check

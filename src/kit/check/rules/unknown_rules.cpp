@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <map>
+#include <utility>
 
 #include "kit/check/rules/rules.h"
 #include "kit/check/subject/lookups.h"
@@ -24,12 +24,15 @@ struct Here {
   const StreamList* list = nullptr;
 };
 
-class UnknownRules {
+class UnknownRules : public ChannelRules {
  public:
-  explicit UnknownRules(const Subject& subject)
-      : m_subject(subject), m_document(subject.document) {}
+  UnknownRules(const Subject& subject, const Layout* layout)
+      : m_subject(subject), m_document(subject.document), m_layout(layout) {}
 
-  void Check() {
+  void Check(Index channel) override { Walk(channel, {Part::Channel, m_layout}); }
+
+  /// All but the channels of the lists.
+  void CheckAround() {
     Walk(0, {});
     for (const markup::Leaf& leaf : m_document.Leaves()) {
       if (leaf.parent == kNone) continue;
@@ -48,16 +51,18 @@ class UnknownRules {
     CheckAttributes(index, here);
     const Layout* layout = here.layout;
     if (here.part == Part::ChannelSet) layout = LayoutOfSet(index);
-    std::map<std::string_view, int> seen;
+    bool hasStreams = false;
+    bool hasParams = false;
     const auto elements = m_document.Elements();
     for (Index i = elements[index].firstChild; i != kNone; i = elements[i].next) {
       const std::string_view name = m_document.NameOf(elements[i]);
       const std::optional<Here> child = Below({here.part, layout, nullptr}, name);
-      const bool isSingle =
-          child && (child->part == Part::ElementStreams || child->part == Part::SatelliteParams);
-      if (!child || (isSingle && seen[name]++ > 0)) {
-        ReportElement(i, here.part, child.has_value());
-      } else {
+      const Part part = child ? child->part : Part::Table;
+      const bool isSecond = (part == Part::ElementStreams && std::exchange(hasStreams, true)) ||
+                            (part == Part::SatelliteParams && std::exchange(hasParams, true));
+      if (!child || isSecond) {
+        ReportElement(i, here.part, isSecond);
+      } else if (part != Part::Channel || child->layout == nullptr) {
         Walk(i, *child);
       }
     }
@@ -107,23 +112,29 @@ class UnknownRules {
     }
   }
 
+  /// Those of parts with rows are gone through with their values; see MakeValueRules.
   void CheckAttributes(Index index, const Here& here) {
-    if (here.part == Part::Channel && here.layout == nullptr) return;
-    FieldLookup fields(here.layout != nullptr ? schema::FieldsOf(here.part, *here.layout, here.list)
-                                              : station_blocks::Rows<station_blocks::Field>());
+    if (here.part == Part::Channel) return;
+    if (here.layout != nullptr && !schema::FieldsOf(here.part, *here.layout, here.list).Empty()) {
+      return;
+    }
     for (const Attribute& attribute : m_document.AttributesOf(m_document.Elements()[index])) {
-      const std::string_view name = m_document.NameOf(attribute);
-      if (fields.Find(name) != nullptr || schema::IsOwn(here.part, name)) continue;
-      m_subject.report.Add("ZT031", index, attribute, "the library does not know this attribute");
+      if (schema::IsOwn(here.part, m_document.NameOf(attribute))) continue;
+      m_subject.report.Add("ZT031", index, attribute, kUnknownAttribute);
     }
   }
 
   const Subject& m_subject;
   const Document& m_document;
+  const Layout* m_layout;
 };
 
 }  // namespace
 
-void CheckUnknown(const Subject& subject) { UnknownRules(subject).Check(); }
+void CheckUnknown(const Subject& subject) { UnknownRules(subject, nullptr).CheckAround(); }
+
+ChannelRulesPtr MakeUnknownRules(const Subject& subject, const ChannelGroup& group) {
+  return std::make_unique<UnknownRules>(subject, group.layout);
+}
 
 }  // namespace check

@@ -28,7 +28,7 @@ using station_blocks::Use;
 constexpr const char* kIdentifiers[] = {"serviceID", "TSID",      "ONID",
                                         "NetworkID", "ServiceID", "programNumber"};
 
-class ValueRules {
+class ValueRules : public ChannelRules {
  public:
   ValueRules(const Subject& subject, const ChannelGroup& group)
       : m_subject(subject),
@@ -36,21 +36,22 @@ class ValueRules {
         m_layout(*group.layout),
         m_isTdmb(group.signal == InputSignalTDMBMobile) {}
 
-  void Check(Index channel) {
+  void Check(Index channel) override {
     CheckPart(channel, Part::Channel);
-    if (const Index streams = Child(channel, "ElementStreams"); streams != kNone) {
+    const Index streams = Child(channel, "ElementStreams", m_layout.elementStreams);
+    if (streams != kNone) {
       CheckPart(streams, Part::ElementStreams);
       for (Index i = At(streams).firstChild; i != kNone; i = At(i).next) CheckEntry(i);
     }
-    if (const Index params = Child(channel, "SatelliteParams"); params != kNone) {
-      CheckPart(params, Part::SatelliteParams);
-    }
+    const Index params = Child(channel, "SatelliteParams", m_layout.satelliteParams);
+    if (params != kNone) CheckPart(params, Part::SatelliteParams);
   }
 
  private:
   const Element& At(Index index) const { return m_document.Elements()[index]; }
-  Index Child(Index parent, const char* name) const {
-    return FirstChild(m_document, At(parent), name);
+  /// None where the type has no such part.
+  Index Child(Index parent, const char* name, station_blocks::Rows<Field> rows) const {
+    return rows.Empty() ? kNone : FirstChild(m_document, At(parent), name);
   }
 
   void CheckEntry(Index entry) {
@@ -68,9 +69,12 @@ class ValueRules {
     FieldLookup fields(schema::FieldsOf(part, m_layout, list));
     for (const Attribute& attribute : m_document.AttributesOf(At(element))) {
       const Field* field = fields.Find(m_document.NameOf(attribute));
-      // A key has a rule of its own.
-      if (field == nullptr || field->source == Source::Index) continue;
-      CheckField(element, attribute, *field);
+      if (field == nullptr) {
+        m_subject.report.Add("ZT031", element, attribute, kUnknownAttribute);
+      } else if (field->source != Source::Index) {
+        // That one is a key, which has a rule of its own.
+        CheckField(element, attribute, *field);
+      }
     }
   }
 
@@ -96,8 +100,8 @@ class ValueRules {
 
   void CheckNumber(Index element, const Attribute& attribute, std::size_t width) {
     const Number number = ReadNumber(m_document.ValueOf(attribute));
-    const std::string value = std::to_string(number.value);
     if (number.spelling == Spelling::OtherText) {
+      const std::string value = std::to_string(number.value);
       m_subject.report.Add("ZT100", element, attribute, "this is read as " + value).edits =
           SetValue(attribute, value);
       return;
@@ -106,7 +110,7 @@ class ValueRules {
     if (number.spelling == Spelling::OutOfRange || isBeyond) {
       m_subject.report.Add("ZT101", element, attribute,
                            "the number has no room in " + std::to_string(8 * width) + " bits");
-    } else if (IsIdentifier(attribute) && Unsigned(number.value) > 0xFFFF) {
+    } else if (Unsigned(number.value) > 0xFFFF && IsIdentifier(attribute)) {
       m_subject.report.Add("ZT101", element, attribute, "no identifier is above 65535");
     }
   }
@@ -118,9 +122,11 @@ class ValueRules {
   }
 
   void CheckText(Index element, const Attribute& attribute, const Field& field) {
+    const std::string_view value = m_document.ValueOf(attribute);
+    // It is itself in every code page.
+    if (IsAscii(value)) return ReportLong(element, attribute, value.size(), TextLimit(field));
     if (!CheckInPage(element, attribute)) return;
-    const std::size_t size = m_subject.text.Of(m_document.ValueOf(attribute)).bytes.size();
-    ReportLong(element, attribute, size, TextLimit(field));
+    ReportLong(element, attribute, m_subject.text.Of(value).bytes.size(), TextLimit(field));
   }
 
   void ReportLong(Index element, const Attribute& attribute, std::size_t size, std::size_t limit) {
@@ -194,6 +200,8 @@ class ValueRules {
 
 }  // namespace
 
-void CheckValues(const Subject& subject) { CheckEachChannel<ValueRules>(subject); }
+ChannelRulesPtr MakeValueRules(const Subject& subject, const ChannelGroup& group) {
+  return std::make_unique<ValueRules>(subject, group);
+}
 
 }  // namespace check

@@ -58,11 +58,11 @@ CodePageText::Narrow CodePageText::Of(std::string_view utf8) {
   return narrow;
 }
 
-std::string CodePageText::Cut(std::string_view utf8, std::size_t limit) {
-  if (IsAscii(utf8)) return std::string(utf8.substr(0, limit));
-  if (m_isUtf8) return std::string(utf8.substr(0, Utf8CutLength(utf8, limit)));
-  std::string whole = Of(utf8).bytes;
-  if (whole.size() <= limit) return whole;
+std::string_view CodePageText::Cut(std::string_view utf8, std::size_t limit, std::string& room) {
+  if (IsAscii(utf8)) return utf8.substr(0, limit);
+  if (m_isUtf8) return utf8.substr(0, Utf8CutLength(utf8, limit));
+  room = Of(utf8).bytes;
+  if (room.size() <= limit) return room;
   const WideText wide = Wide(utf8);
   std::size_t fits = 0;
   for (std::size_t beyond = wide.size(); beyond - fits > 1;) {
@@ -70,13 +70,15 @@ std::string CodePageText::Cut(std::string_view utf8, std::size_t limit) {
     const bool isIn = Convert(WideView(wide).substr(0, middle)).bytes.size() <= limit;
     (isIn ? fits : beyond) = middle;
   }
-  return Convert(WideView(wide).substr(0, fits)).bytes;
+  room = Convert(WideView(wide).substr(0, fits)).bytes;
+  return room;
 }
 
-std::string CodePageText::CutNarrow(std::string_view narrow, std::size_t limit) {
-  if (narrow.size() <= limit) return std::string(narrow);
-  if (m_isUtf8) return std::string(narrow.substr(0, Utf8CutLength(narrow, limit)));
-  return Cut(utf::FromWide(m_narrow.ToWide(narrow)), limit);
+std::string_view CodePageText::CutNarrow(std::string_view narrow, std::size_t limit) {
+  if (narrow.size() <= limit) return narrow;
+  if (m_isUtf8) return narrow.substr(0, Utf8CutLength(narrow, limit));
+  std::string room;
+  return narrow.substr(0, Cut(utf::FromWide(m_narrow.ToWide(narrow)), limit, room).size());
 }
 
 WideText CodePageText::ToWide(std::string_view narrow) {

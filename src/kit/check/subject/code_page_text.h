@@ -20,14 +20,15 @@ class CodePageText {
   };
   /// Of UTF-8. Of a long text only the beginning, more than attributes are read into.
   Narrow Of(std::string_view utf8);
-  /// At most so many bytes of it, cut between two characters.
-  std::string Cut(std::string_view utf8, std::size_t limit);
+  /// At most so many bytes of it, cut between two characters. Stays as long as the text and the
+  /// room, which is used where the text is other bytes in the code page.
+  std::string_view Cut(std::string_view utf8, std::size_t limit, std::string& room);
 
   /// UTF-8 of bytes in the code page; nothing for bytes that are no text there.
   std::optional<std::string> Decode(std::string_view narrow);
   WideText ToWide(std::string_view narrow);
-  /// The bytes of a narrow text up to a limit, cut between two characters.
-  std::string CutNarrow(std::string_view narrow, std::size_t limit);
+  /// The beginning of a narrow text, up to a limit and cut between two characters.
+  std::string_view CutNarrow(std::string_view narrow, std::size_t limit);
 
  private:
   Narrow Convert(WideView wide);

@@ -11,6 +11,16 @@
 
 namespace check {
 
+/// Whether a name is one of a table's. These are short, and most that are compared differ in their
+/// first letters.
+constexpr bool IsCalled(std::string_view name, const char* known) {
+  for (const char c : name) {
+    if (*known == '\0' || c != *known) return false;
+    ++known;
+  }
+  return *known == '\0';
+}
+
 /// The values of one element.
 class AttributeLookup {
  public:
@@ -18,17 +28,24 @@ class AttributeLookup {
       : m_document(document), m_attributes(document.AttributesOf(element)) {}
 
   /// Of an attribute with that name: which one of two that an unmended element has is not told.
-  std::optional<std::string_view> ValueOf(std::string_view name) {
-    for (std::size_t i = 0; i < m_attributes.size(); ++i) {
-      const std::size_t place = (m_next + i) % m_attributes.size();
-      if (m_document.NameOf(m_attributes[place]) != name) continue;
-      m_next = place + 1;
-      return m_document.ValueOf(m_attributes[place]);
+  std::optional<std::string_view> ValueOf(const char* name) {
+    const std::size_t count = m_attributes.size();
+    std::size_t place = Find(name, m_next, count);
+    if (place == count) {
+      place = Find(name, 0, m_next);
+      if (place == m_next) return std::nullopt;
     }
-    return std::nullopt;
+    m_next = place + 1;
+    return m_document.ValueOf(m_attributes[place]);
   }
 
  private:
+  /// The place of that name from one place up to another; the latter for none.
+  std::size_t Find(const char* name, std::size_t from, std::size_t to) const {
+    while (from < to && !IsCalled(m_document.NameOf(m_attributes[from]), name)) ++from;
+    return from;
+  }
+
   const markup::Document& m_document;
   std::span<const markup::Attribute> m_attributes;
   std::size_t m_next = 0;
@@ -42,7 +59,7 @@ class FieldLookup {
 
   /// Null for an attribute without a row.
   const station_blocks::Field* Find(std::string_view attribute) {
-    const bool isNext = m_next != m_rows.end() && attribute == m_next->attribute;
+    const bool isNext = m_next != m_rows.end() && IsCalled(attribute, m_next->attribute);
     const station_blocks::Field* found =
         isNext ? m_next : station_blocks::FindField(m_rows, attribute);
     if (found != nullptr) m_next = found + 1;

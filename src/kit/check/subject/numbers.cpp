@@ -7,9 +7,22 @@ constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-}  // namespace
+/// As nearly every number stands there: up to nine digits, and no zero in front of others. False,
+/// and nothing is done, for any other.
+bool ReadShort(std::string_view text, Number& number) {
+  constexpr std::size_t kMostDigits = 9;
+  if (text.empty() || text.size() > kMostDigits) return false;
+  if (text[0] == '0' && text.size() > 1) return false;
+  std::int32_t value = 0;
+  for (const char digit : text) {
+    if (!IsDigit(digit)) return false;
+    value = value * 10 + (digit - '0');
+  }
+  number = {value, Spelling::Plain};
+  return true;
+}
 
-Number ReadNumber(std::string_view text) {
+Number ReadAny(std::string_view text) {
   std::size_t at = 0;
   while (at < text.size() && IsBlank(text[at])) ++at;
   bool isExact = at == 0;
@@ -35,6 +48,13 @@ Number ReadNumber(std::string_view text) {
                     : isPlain        ? Spelling::Plain
                                      : Spelling::Unusual;
   return number;
+}
+
+}  // namespace
+
+Number ReadNumber(std::string_view text) {
+  Number number;
+  return ReadShort(text, number) ? number : ReadAny(text);
 }
 
 }  // namespace check

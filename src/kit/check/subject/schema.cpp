@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "kit/check/subject/lookups.h"
+
 namespace check::schema {
 namespace {
 
@@ -51,7 +53,7 @@ bool IsOwn(Part part, std::string_view attribute) {
 
 const StreamList* ListOf(const Layout& layout, std::string_view element) {
   for (const StreamList& list : layout.lists) {
-    if (element == list.element) return &list;
+    if (IsCalled(element, list.element)) return &list;
   }
   return nullptr;
 }

@@ -1,5 +1,6 @@
 #include "kit/check/subject/words.h"
 
+#include "kit/check/subject/lookups.h"
 #include "kit/text/ascii.h"
 #include "kit/text/tuning_words.h"
 
@@ -31,7 +32,7 @@ constexpr ReadAlone kReadAlone[] = {
 
 std::optional<std::int32_t> Read(Form form, std::string_view word) {
   for (const tuning_words::Word& known : tuning_words::Of(form)) {
-    if (word == known.text) return known.value;
+    if (IsCalled(word, known.text)) return known.value;
   }
   for (const ReadAlone& known : kReadAlone) {
     if (known.form == form && known.word == word) return known.value;

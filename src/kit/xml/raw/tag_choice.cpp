@@ -29,8 +29,9 @@ TagChoice::TagChoice(std::string_view bytes, GoodTags goodTags)
 
 TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
   m_repeated.clear();
-  // Whatever is written in this form ends its line.
-  const bool isWhole = !m_isPreFormatted || EndsLine(tag.span.end);
+  // Whatever is written in this form is a line of its own.
+  const bool mayBeLine = m_isPreFormatted && BeginsLine(tag.span.begin);
+  const bool isWhole = !mayBeLine || EndsLine(tag.span.end);
   if (!tag.isGuessed && isWhole && FollowsTable(tag, table)) return Way::AsRead;
   FindRepeated(tag);
   const bool isSound = !tag.isGuessed && m_repeated.empty();

@@ -52,9 +52,4 @@ bool IsQualifiedName(std::string_view text) {
   return IsSimpleName(text.substr(0, colon)) && IsSimpleName(text.substr(colon + 1));
 }
 
-std::size_t SkipBlanks(std::string_view text, std::size_t from) {
-  while (from < text.size() && Is(text[from], kBlankByte)) ++from;
-  return from;
-}
-
 }  // namespace markup

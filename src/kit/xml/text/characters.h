@@ -39,9 +39,11 @@ inline constexpr std::array<std::uint8_t, 256> kByteClasses = [] {
   return classes;
 }();
 
-constexpr bool Is(char byte, std::uint8_t classes) {
-  return (kByteClasses[static_cast<unsigned char>(byte)] & classes) != 0;
+constexpr std::uint8_t ClassesOf(char byte) {
+  return kByteClasses[static_cast<unsigned char>(byte)];
 }
+
+constexpr bool Is(char byte, std::uint8_t classes) { return (ClassesOf(byte) & classes) != 0; }
 
 /// XML has this character.
 constexpr bool IsCharacter(std::uint32_t character) {
@@ -58,7 +60,10 @@ bool IsNameStart(std::uint32_t character);
 bool IsQualifiedName(std::string_view text);
 
 /// Place of the first byte that is not blank, or the end.
-std::size_t SkipBlanks(std::string_view text, std::size_t from);
+inline std::size_t SkipBlanks(std::string_view text, std::size_t from) {
+  while (from < text.size() && Is(text[from], kBlankByte)) ++from;
+  return from;
+}
 
 /// Nothing but blanks, or nothing.
 inline bool IsBlankText(std::string_view text) {

@@ -58,24 +58,28 @@ bool TagReader::ReadSound(Tag& tag) {
 
 bool TagReader::TakeSoundAttribute(std::size_t& at, Tag& tag) {
   TagAttribute attribute;
-  attribute.name.begin = static_cast<std::uint32_t>(at);
-  bool isUnusual = false;
-  for (; Is(At(at), kNameByte); ++at) isUnusual = isUnusual || Is(m_bytes[at], kUnusualByte);
-  attribute.name.end = static_cast<std::uint32_t>(at);
-  const std::string_view name = attribute.name.In(m_bytes);
+  const std::string_view bytes = m_bytes;
+  const std::size_t nameBegin = at;
+  std::uint8_t inName = 0;
+  for (; at < bytes.size() && Is(bytes[at], kNameByte); ++at) inName |= ClassesOf(bytes[at]);
+  attribute.name = {nameBegin, at};
+  const std::string_view name = attribute.name.In(bytes);
+  const bool isUnusual = (inName & kUnusualByte) != 0;
   if (isUnusual && !IsQualifiedName(name)) return false;
   tag.isUnusual = tag.isUnusual || isUnusual || name == kNamespaceName;
   at = SkipBlanks(m_bytes, at);
   if (At(at) != '=') return false;
   at = SkipBlanks(m_bytes, at + 1);
-  attribute.quote = At(at);
-  if (!IsQuote(attribute.quote)) return false;
+  const char quote = At(at);
+  if (!IsQuote(quote)) return false;
+  attribute.quote = quote;
   const std::size_t begin = ++at;
-  for (; at < m_bytes.size() && m_bytes[at] != attribute.quote; ++at) {
-    if (m_bytes[at] == '<') return false;
-    attribute.seen |= kByteClasses[static_cast<unsigned char>(m_bytes[at])];
+  std::uint8_t inValue = 0;
+  for (; at < bytes.size() && bytes[at] != quote && bytes[at] != '<'; ++at) {
+    inValue |= ClassesOf(bytes[at]);
   }
-  if (at == m_bytes.size()) return false;
+  if (at == bytes.size() || bytes[at] == '<') return false;
+  attribute.seen = inValue;
   attribute.value = {begin, at++};
   attribute.end = static_cast<std::uint32_t>(at);
   tag.attributes.push_back(attribute);
@@ -233,7 +237,7 @@ std::size_t TagReader::LimitOf(std::size_t begin) {
 
 void TagReader::LookAtValue(std::string_view bytes, TagAttribute& attribute) {
   for (const char byte : attribute.value.In(bytes)) {
-    attribute.seen |= kByteClasses[static_cast<unsigned char>(byte)];
+    attribute.seen |= ClassesOf(byte);
     attribute.hasQuote = attribute.hasQuote || byte == attribute.quote;
   }
 }

@@ -8,6 +8,7 @@
 #include "kit/xml/text/characters.h"
 #include "kit/xml/tokens/declaration.h"
 #include "kit/xml/tokens/references.h"
+#include "platform/host.h"
 
 namespace markup {
 namespace {
@@ -25,6 +26,12 @@ std::string_view TargetOf(std::string_view instruction) {
 bool IsTarget(std::string_view name) {
   return name.find(':') == std::string_view::npos && IsQualifiedName(name) &&
          !EqualIgnoringCase(name, "xml");
+}
+
+template <typename Value>
+void Reserve(std::vector<Value>& values, std::size_t count) {
+  values.reserve(count);
+  host::PreferLargePages(values.data(), values.capacity() * sizeof(Value));
 }
 
 }  // namespace
@@ -62,8 +69,8 @@ void Builder::MakeRoom() {
     const auto found = static_cast<std::size_t>(std::count(sample.begin(), sample.end(), mark));
     return found * (m_bytes.size() / kSample + 1);
   };
-  m_document.m_attributes.reserve(expected('='));
-  m_document.m_elements.reserve(expected('<'));
+  Reserve(m_document.m_attributes, expected('='));
+  Reserve(m_document.m_elements, expected('<'));
 }
 
 void Builder::Take(Piece& piece) {

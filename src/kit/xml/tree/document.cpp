@@ -76,19 +76,11 @@ void Document::AddDoubtsOnceMended() {
   std::ranges::stable_sort(m_damages, {}, [](const Damage& damage) { return damage.span.begin; });
 }
 
-std::span<const Attribute> Document::AttributesOf(const Element& element) const {
-  return std::span(m_attributes).subspan(element.firstAttribute, element.attributeCount);
-}
-
 const Attribute* Document::Find(const Element& element, std::string_view attribute) const {
   for (const Attribute& candidate : AttributesOf(element)) {
     if (NameOf(candidate) == attribute) return &candidate;
   }
   return nullptr;
-}
-
-std::string_view Document::ValueOf(const Attribute& attribute) const {
-  return attribute.text == kNone ? Text(attribute.value) : m_texts[attribute.text];
 }
 
 std::optional<std::string_view> Document::ValueOf(const Element& element,

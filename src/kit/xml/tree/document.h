@@ -69,20 +69,24 @@ class Document {
   /// Reads any bytes, in time proportional to their number.
   static Document Read(std::string bytes, const ReadOptions& options = {});
 
-  std::string_view Bytes() const { return *m_bytes; }
-  std::string_view Text(Span span) const { return span.In(*m_bytes); }
+  std::string_view Bytes() const { return m_bytes; }
+  std::string_view Text(Span span) const { return span.In(m_bytes); }
 
   /// Kept in the order of the file; the first one is the document element. Empty when the file is
   /// in another encoding, which is then its only damage.
   std::span<const Element> Elements() const { return m_elements; }
   std::string_view NameOf(const Element& element) const { return Text(element.name); }
-  std::span<const Attribute> AttributesOf(const Element& element) const;
+  std::span<const Attribute> AttributesOf(const Element& element) const {
+    return std::span(m_attributes).subspan(element.firstAttribute, element.attributeCount);
+  }
   /// Null when there is none.
   const Attribute* Find(const Element& element, std::string_view attribute) const;
   std::string_view NameOf(const Attribute& attribute) const { return Text(attribute.name); }
   /// What a reader gets once the mends are made: UTF-8, references resolved, tabs and line breaks
   /// as blanks.
-  std::string_view ValueOf(const Attribute& attribute) const;
+  std::string_view ValueOf(const Attribute& attribute) const {
+    return attribute.text == kNone ? Text(attribute.value) : m_texts[attribute.text];
+  }
   /// Same for an attribute that may be missing.
   std::optional<std::string_view> ValueOf(const Element& element, std::string_view attribute) const;
 
@@ -107,14 +111,16 @@ class Document {
  private:
   friend class Builder;
 
-  explicit Document(std::shared_ptr<const std::string> bytes) : m_bytes(std::move(bytes)) {}
+  explicit Document(std::shared_ptr<const std::string> bytes)
+      : m_held(std::move(bytes)), m_bytes(*m_held) {}
 
   void TakeEncoding(std::vector<Token>* tokens);
   std::vector<bool> Doubts() const;
   void AddDoubtsOnceMended();
 
   /// Where they stand is where they stay, also when the document moves.
-  std::shared_ptr<const std::string> m_bytes;
+  std::shared_ptr<const std::string> m_held;
+  std::string_view m_bytes;
   std::string m_encoding;
   bool m_isReadable = false;
   std::vector<Element> m_elements;

@@ -72,6 +72,9 @@ std::optional<std::size_t> OutputWidth() {
   return static_cast<std::size_t>(columns) - 1;
 }
 
+// Large pages are a right there that hardly anybody has.
+void PreferLargePages(void*, std::size_t) {}
+
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   return component::GetClassObject(rclsid, riid, ppv);
 }
