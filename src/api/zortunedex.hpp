@@ -40,7 +40,7 @@ namespace zortunedex {
 class database {
  public:
   /// The directory that was opened.
-  const std::filesystem::path& directory() const { return m_location.directory; }
+  std::filesystem::path directory() const { return m_location.directory; }
   /// The telephone country code.
   std::uint32_t country() const { return m_location.country; }
   /// The kind of signal.
@@ -115,7 +115,7 @@ class library {
     ComPtr<IClassFactory> factory;
     detail::Require(
         m_component->GetClassObject(CLSID_ZorTunedex, IID_IClassFactory, (void**)factory.Receive()),
-        "use", "the library", "it cannot be found beside this program");
+        "use", "ZorTunedex", "the library is not there");
   }
 
   /// Opens a directory for a telephone country code and a kind of signal and reads its channels;

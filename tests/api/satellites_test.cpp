@@ -86,6 +86,18 @@ TEST(ApiDishes, AssigningAndRemoving) {
   EXPECT_EQ(5U, after.on(4).front().low);
 }
 
+TEST(ApiDishes, WhatATemporaryAnswersMayBeKept) {
+  const ApiHome home;
+  const auto& kept = home.Satellite().dishes().on(1);
+  EXPECT_EQ(2U, kept.size());
+  const auto& lists = home.OneSeg().presets().customer_lists();
+  EXPECT_FALSE(lists.front().name.empty());
+  const auto& list = home.OneSeg().presets().list(0, 0);
+  EXPECT_FALSE(list.name.empty());
+  const auto& area = home.OneSeg().presets().area(0);
+  EXPECT_FALSE(area.name.empty());
+}
+
 TEST(ApiDishes, WhatIsNotThereIsAnError) {
   const ApiHome home;
   zortunedex::database db = home.Satellite();

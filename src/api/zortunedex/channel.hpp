@@ -38,7 +38,7 @@ class channel {
   /// The name that the broadcaster gives.
   std::string name() const { return std::get<std::string>(get("name")); }
   /// The name that the user sees.
-  const std::string& display_name() const { return m_values.displayName; }
+  std::string display_name() const { return m_values.displayName; }
   /// True for a favourite.
   bool favorite() const { return m_values.favorite != 0; }
   /// The mark of a favourite, 0 for none.
@@ -220,7 +220,9 @@ class channel {
       : m_context(std::move(context)), m_values(std::move(values)) {}
 
   std::string Where() const {
-    return "channel " + std::to_string(m_values.index) + " of " + m_context->Place();
+    const std::string which =
+        m_values.index == 0 ? "a new channel" : "channel " + std::to_string(m_values.index);
+    return which + " of " + m_context->Place();
   }
   [[noreturn]] void Refuse(HRESULT result, std::string_view what, std::string reason) const {
     throw error(result, "set " + std::string(what) + " of", Where(), std::move(reason));

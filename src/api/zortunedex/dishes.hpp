@@ -41,7 +41,9 @@ class dish_list {
   static constexpr unsigned count = 4;
 
   /// What a dish receives, in the order of the file. Raises an error for another dish.
-  const std::vector<dish_satellite>& on(unsigned dish) const { return m_dishes[PlaceOf(dish)]; }
+  const std::vector<dish_satellite>& on(unsigned dish) const& { return m_dishes[PlaceOf(dish)]; }
+  /// The same of a list that goes at once.
+  std::vector<dish_satellite> on(unsigned dish) && { return std::move(m_dishes[PlaceOf(dish)]); }
 
   /// Puts a satellite on a dish, and answers its place. One that is there in that band already gets
   /// the new LNB. Raises an error for a dish that there is not.

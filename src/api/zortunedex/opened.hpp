@@ -41,7 +41,7 @@ class Opened {
     ComPtr<IClassFactory> factory;
     Require(
         m_component->GetClassObject(CLSID_ZorTunedex, IID_IClassFactory, (void**)factory.Receive()),
-        "use", "the library", "it cannot be found beside this program");
+        "use", "ZorTunedex", "the library is not there");
     Require(factory->CreateInstance(nullptr, IID_IZorTunedex, (void**)m_object.Receive()), "open",
             place, "the library makes no database");
     const Bstr directory(DirectoryText(location));

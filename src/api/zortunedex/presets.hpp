@@ -31,14 +31,14 @@ struct preset_table {
   std::int32_t customer_area = 0;  ///< number of the area with the customer's lists: the last one
 
   /// The area with a number. Raises an error where there is none.
-  const preset_area& area(std::int32_t number) const {
+  const preset_area& area(std::int32_t number) const& {
     for (const preset_area& candidate : areas) {
       if (candidate.number == number) return candidate;
     }
     throw error(E_INVALIDARG, "find area", std::to_string(number), "there is none");
   }
   /// The list of a sub-area. Raises an error where there is none.
-  const preset_list& list(std::int32_t in, std::int32_t number) const {
+  const preset_list& list(std::int32_t in, std::int32_t number) const& {
     for (const preset_list& candidate : area(in).lists) {
       if (candidate.number == number) return candidate;
     }
@@ -46,7 +46,16 @@ struct preset_table {
                 "there is none in area " + std::to_string(in));
   }
   /// The customer's lists.
-  const std::vector<preset_list>& customer_lists() const { return area(customer_area).lists; }
+  const std::vector<preset_list>& customer_lists() const& { return area(customer_area).lists; }
+
+  // The same of a table that goes at once: copies.
+
+  /// The area with a number.
+  preset_area area(std::int32_t number) const&& { return area(number); }
+  /// The list of a sub-area.
+  preset_list list(std::int32_t in, std::int32_t number) const&& { return list(in, number); }
+  /// The customer's lists.
+  std::vector<preset_list> customer_lists() const&& { return customer_lists(); }
 };
 
 namespace detail {
