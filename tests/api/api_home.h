@@ -10,7 +10,8 @@
 #include "api/zortunedex.hpp"
 #include "support/temp_dir.h"
 
-/// A copy of the samples, or of nothing, below a directory with a name that is not ASCII.
+/// A copy of the samples, or of nothing, below a directory with a name that is not ASCII, but
+/// in the code pages that the tests run in.
 class ApiHome {
  public:
   explicit ApiHome(bool withSamples = true) {
@@ -21,7 +22,7 @@ class ApiHome {
     }
   }
 
-  std::filesystem::path Path() const { return std::filesystem::path(m_base.Path()) / u8"Küche"; }
+  std::filesystem::path Path() const { return std::filesystem::path(m_base.Path()) / u8"§ 8"; }
   std::string Read(const char* name) const {
     std::ifstream file(Path() / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -42,6 +43,19 @@ class ApiHome {
   TempDir m_base;
   zortunedex::library m_library;
 };
+
+/// False in a code page in which the Japanese names of the samples, which are UTF-8, are no text:
+/// such names do not come back.
+inline bool HoldsJapaneseNames(const ApiHome& home) {
+  const zortunedex::channel read = home.OneSeg().channels().at_index(1);
+  zortunedex::channel again = read;
+  try {
+    again.set_name(read.name());
+  } catch (const zortunedex::error&) {
+    return false;
+  }
+  return zortunedex::detail::Inside::Of(again).block == zortunedex::detail::Inside::Of(read).block;
+}
 
 /// Expects an error whose reason holds the text, and answers it.
 inline zortunedex::error ExpectError(const std::string& reason, const std::function<void()>& work) {

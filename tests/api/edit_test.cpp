@@ -42,7 +42,7 @@ TEST(ApiEdit, EveryOperationInBothForms) {
   for (const auto form : {zortunedex::file_form::xml, zortunedex::file_form::preformatted}) {
     const ApiHome home;
     for (const SampleSet& set : kSampleSets) {
-      // What stands in other sets that the preformatted form cannot hold.
+      if (set.kind == zortunedex::signal::isdb_one_seg && !HoldsJapaneseNames(home)) continue;
       zortunedex::database db = home.Open(set.country, set.kind);
       const std::size_t count = db.channels().size();
       db.edit(

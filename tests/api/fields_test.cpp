@@ -154,4 +154,25 @@ TEST_F(ApiWestern, TextsOutOfTheCodePageAreRefused) {
                 .size());
 }
 
+struct ApiJapanese : InCodePage<932> {};
+
+// Their bytes are of another code page, and would become others.
+TEST_F(ApiJapanese, NamesThatAreNoTextAreNotWrittenOver) {
+  const ApiHome home;
+  const std::string before = home.Read("ChanInfo.xml");
+  ASSERT_FALSE(HoldsJapaneseNames(home));
+  zortunedex::database db = home.OneSeg();
+  ExpectError("name of channel 1",
+              [&] { db.edit([](channel_list& list) { list.at_index(2).set_favorite(); }); });
+  EXPECT_EQ(before, home.Read("ChanInfo.xml"));
+  db.edit([](channel_list& list) {
+    int number = 0;
+    for (channel& c : list) {
+      const std::string name = "放送" + std::to_string(++number);
+      c.set_name(name).set_display_name(name);
+    }
+  });
+  EXPECT_EQ("放送1", db.channels().at_index(1).name());
+}
+
 }  // namespace

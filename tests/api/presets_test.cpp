@@ -45,6 +45,7 @@ TEST(ApiPresets, TheTableIsRead) {
 
 TEST(ApiPresets, ASelectionReplacesTheChannels) {
   const ApiHome home;
+  if (!HoldsJapaneseNames(home)) GTEST_SKIP() << "the names are no text here";
   zortunedex::database db = home.OneSeg();
   const std::string satellites = home.Satellite().channels().at_index(1).name();
   std::int32_t area = 0;
@@ -70,6 +71,7 @@ TEST(ApiPresets, AnUnknownSubAreaLeavesTheChannels) {
 
 TEST(ApiPresets, CustomerListsComeAndGo) {
   const ApiHome home;
+  if (!HoldsJapaneseNames(home)) GTEST_SKIP() << "the names are no text here";
   zortunedex::database db = home.OneSeg();
   const preset_table before = db.presets();
   const auto count = static_cast<std::int32_t>(before.customer_lists().size());
@@ -92,6 +94,7 @@ TEST(ApiPresets, CustomerListsComeAndGo) {
 
 TEST(ApiPresets, TheNoteOfASelectionMovesWithItsList) {
   const ApiHome home;
+  if (!HoldsJapaneseNames(home)) GTEST_SKIP() << "the names are no text here";
   zortunedex::database db = home.OneSeg();
   const std::int32_t first = db.save_customer_list("eins");
   db.save_customer_list("zwei");
