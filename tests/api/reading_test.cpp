@@ -212,6 +212,13 @@ TEST(ApiReading, NoFileIsNoChannelsAndADamagedOneAnError) {
   ExpectError("it is no file", [&] { home.Satellite(); });
 }
 
+TEST(ApiReading, LackOfMemoryIsAnErrorLikeEveryOther) {
+  const auto raised = ExpectError("no memory is left", [] {
+    zortunedex::detail::Guarded("read", "here", [] { throw ComError(E_OUTOFMEMORY); });
+  });
+  EXPECT_EQ(E_OUTOFMEMORY, raised.result());
+}
+
 TEST(ApiReading, RefreshSeesWhatOthersWrote) {
   const ApiHome home;
   zortunedex::database db = home.Satellite();

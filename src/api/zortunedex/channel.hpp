@@ -1,8 +1,10 @@
 // A channel as a value.
 #pragma once
 
+#include <algorithm>
 #include <concepts>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -180,36 +182,21 @@ class channel {
   /// The components of a T-DMB service. Raises an error for other kinds.
   std::vector<component> components() const {
     const station_blocks::ComponentList& list = Components();
-    std::vector<component> result;
-    for (std::size_t i = 0; i < Count(list.countOffset, list.capacity); ++i) {
-      const BYTE* block = m_values.block.data();
-      const std::string_view name =
-          detail::UpToZero(block + list.nameOffset + i * list.nameWidth, list.nameWidth);
-      const auto type = station_blocks::Fetch(block + list.typeOffset + 4 * i, 4);
-      result.push_back({m_context->FromNarrow(name), static_cast<std::int32_t>(type)});
-    }
-    return result;
+    return detail::Guarded("read", Where(), [&] {
+      std::vector<component> result;
+      for (std::size_t i = 0; i < Count(list.countOffset, list.capacity); ++i) {
+        const BYTE* block = m_values.block.data();
+        const std::string_view name =
+            detail::UpToZero(block + list.nameOffset + i * list.nameWidth, list.nameWidth);
+        const auto type = station_blocks::Fetch(block + list.typeOffset + 4 * i, 4);
+        result.push_back({m_context->FromNarrow(name), static_cast<std::int32_t>(type)});
+      }
+      return result;
+    });
   }
   /// Replaces them, at most eight. Refuses texts as set does.
   channel& set_components(const std::vector<component>& values) {
-    const station_blocks::ComponentList& list = Components();
-    if (values.size() > list.capacity) Refuse(E_INVALIDARG, "Components", "there are too many");
-    std::vector<BYTE> block = m_values.block;
-    std::fill_n(block.begin() + list.nameOffset, list.capacity * list.nameWidth, BYTE{0});
-    std::fill_n(block.begin() + list.typeOffset, list.capacity * 4, BYTE{0});
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      const std::string narrow = Narrow("Components", values[i].name, list.nameWidth - 1U);
-      std::copy(narrow.begin(), narrow.end(),
-                block.begin() + static_cast<std::ptrdiff_t>(list.nameOffset + i * list.nameWidth));
-      if (!detail::Holds(4, detail::Form::Number, values[i].type)) {
-        Refuse(E_INVALIDARG, "Components", "type is out of range");
-      }
-      station_blocks::Store(block.data() + list.typeOffset + 4 * i, 4,
-                            static_cast<std::uint32_t>(values[i].type));
-    }
-    station_blocks::Store(block.data() + list.countOffset, 4,
-                          static_cast<std::uint32_t>(values.size()));
-    m_values.block = std::move(block);
+    detail::Guarded("set", Where(), [&] { Store(Components(), values); });
     return *this;
   }
 
@@ -274,6 +261,7 @@ class channel {
   }
 
   field_value Fetch(const detail::Field& row) const;
+  void Store(const station_blocks::ComponentList& list, const std::vector<component>& values);
   void Store(const detail::Field& row, const field_value& value);
   void StoreText(const detail::Field& row, const std::string& text);
   void StoreNumber(const detail::Field& row, std::int64_t value);
@@ -379,6 +367,26 @@ inline void channel::StoreNumber(const detail::Field& row, std::int64_t value) {
       break;
   }
   if (row.width != 0) detail::StoreNumber(m_values.block.data() + row.offset, row, value);
+}
+
+inline void channel::Store(const station_blocks::ComponentList& list,
+                           const std::vector<component>& values) {
+  if (values.size() > list.capacity) Refuse(E_INVALIDARG, "Components", "there are too many");
+  std::vector<BYTE> block = m_values.block;
+  std::fill_n(block.begin() + list.nameOffset, list.capacity * list.nameWidth, BYTE{0});
+  std::fill_n(block.begin() + list.typeOffset, list.capacity * 4, BYTE{0});
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!detail::Holds(4, detail::Form::Number, values[i].type)) {
+      Refuse(E_INVALIDARG, "Components", "type is out of range");
+    }
+    const std::string name = Narrow("Components", values[i].name, list.nameWidth - 1U);
+    std::copy(name.begin(), name.end(), block.data() + list.nameOffset + i * list.nameWidth);
+    station_blocks::Store(block.data() + list.typeOffset + 4 * i, 4,
+                          static_cast<std::uint32_t>(values[i].type));
+  }
+  station_blocks::Store(block.data() + list.countOffset, 4,
+                        static_cast<std::uint32_t>(values.size()));
+  m_values.block = std::move(block);
 }
 
 }  // namespace zortunedex

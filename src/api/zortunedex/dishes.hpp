@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -236,13 +237,13 @@ class DishChange {
 
 /// Reads what the dishes receive, changes it, and saves it.
 template <typename Change>
-void EditDishes(const Location& location, Change change) {
+void EditDishes(const Location& location, Change&& change) {
   const std::string file = location.File(kSettingsFile);
   Guarded("save", file, [&] {
     const ProvenSave save(location, kSettingsFile);
     const dish_list before = ReadDishes(save.Copies());
     dish_list meant = before;
-    change(meant);
+    std::invoke(change, meant);
     if (meant == before) return;
     const DishChange difference(before, std::move(meant));
     difference.RequireWhole(file);

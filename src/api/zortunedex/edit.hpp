@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -166,12 +167,13 @@ inline channel_list ReadBack(const Location& location) {
 
 /// Reads the channels of a file, changes them, and saves them. Answers what the file has then.
 template <typename Change>
-channel_list EditChannels(const Location& location, std::optional<file_form> form, Change change) {
+channel_list EditChannels(const Location& location, std::optional<file_form> form,
+                          Change&& change) {
   return Guarded("save", location.File(kChannelFile), [&] {
     const ProvenSave save(location, kChannelFile);
     const channel_list before = LoadChannels(save.Copies());
     channel_list meant = before;
-    change(meant);
+    std::invoke(change, meant);
     const ListChange difference(before, meant);
     difference.RequireStorable(location);
     if (difference.IsNone() && !form) return before;

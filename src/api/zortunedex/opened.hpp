@@ -138,7 +138,9 @@ inline void RequireReadable(const Location& location, const char* name) {
       copy->SaveUserSettingsToFile();
     }
   }
-  if (!bytes->empty() && !fs::exists(scratch.Path() / (std::string(name) + ".unreadable"))) return;
+  std::error_code ignored;
+  const bool isKept = fs::exists(scratch.Path() / (std::string(name) + ".unreadable"), ignored);
+  if (!bytes->empty() && !isKept) return;
   throw error(E_FAIL, "read", location.File(name), "it is not well-formed XML");
 }
 
