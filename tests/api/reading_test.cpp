@@ -109,6 +109,21 @@ TEST(ApiReading, EveryNameStandsForOneTypeOfValue) {
   }
 }
 
+TEST(ApiReading, EveryKindThatTheFileKeepsIsThere) {
+  for (std::int32_t type = 0; type < 256; ++type) {
+    const station_blocks::Layout* layout = station_blocks::Find(static_cast<InputSignalType>(type));
+    const bool isThere = zortunedex::name_of(zortunedex::signal{type}) != "unknown";
+    EXPECT_EQ(layout != nullptr, isThere) << type;
+    if (layout == nullptr) continue;
+    zortunedex::detail::ForEachRow(*layout, [](const station_blocks::Field& row) {
+      EXPECT_TRUE(zortunedex::detail::MeaningOf(row.attribute).isThere) << row.attribute;
+    });
+    for (const station_blocks::StreamList& list : layout->lists) {
+      EXPECT_EQ(list.entrySize, zortunedex::detail::EntrySizeOf(list.element)) << list.element;
+    }
+  }
+}
+
 TEST(ApiReading, AFieldOfAnotherSignalTypeIsAnError) {
   const ApiHome home;
   const channel c = home.Open(49, zortunedex::signal::dvb_terrestrial).channels().at_index(1);
