@@ -19,6 +19,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -39,8 +40,9 @@ namespace zortunedex {
 /// were there when it was opened, refreshed or edited last. Moves and copies freely.
 class database {
  public:
-  /// The directory that was opened.
-  std::filesystem::path directory() const { return m_location.directory; }
+  /// The directory that was opened, as it was named then; it stays that one when the program's own
+  /// directory changes.
+  std::filesystem::path directory() const { return m_location.origin; }
   /// The telephone country code.
   std::uint32_t country() const { return m_location.country; }
   /// The kind of signal.
@@ -124,7 +126,9 @@ class library {
   database open(const std::filesystem::path& directory, std::uint32_t country,
                 zortunedex::signal kind) const {
     detail::LayoutOf(kind);
-    return database({m_component, directory, country, kind, directory});
+    std::error_code failure;  // an empty path then, which is no directory
+    return database(
+        {m_component, std::filesystem::absolute(directory, failure), country, kind, directory});
   }
 
  private:

@@ -212,6 +212,20 @@ TEST(ApiReading, WhatIsNotThereIsSaid) {
   ExpectError("none with that index", [&] { home.Satellite().channels().at_index(999); });
 }
 
+TEST(ApiReading, ADirectoryStaysWhenTheProgramsOwnChanges) {
+  const ApiHome home;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(home.Path().parent_path());
+  zortunedex::database db =
+      zortunedex::library().open(u8"§ 8", 49, zortunedex::signal::dvb_satellite);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(std::filesystem::path(u8"§ 8"), db.directory());
+  db.edit([](zortunedex::channel_list& list) { list.remove(1); });
+  EXPECT_EQ(57U, home.Satellite().channels().size());
+  ExpectError("no such directory",
+              [] { zortunedex::library().open("", 49, zortunedex::signal::dvb_satellite); });
+}
+
 TEST(ApiReading, NoFileIsNoChannelsAndADamagedOneAnError) {
   const ApiHome home(false);
   EXPECT_TRUE(home.Satellite().channels().empty());

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -19,7 +21,7 @@ struct Location {
   fs::path directory;
   std::uint32_t country = 0;
   zortunedex::signal kind = signal::dvb_satellite;
-  fs::path origin;  ///< the host's directory where this one is a copy of it
+  fs::path origin;  ///< the host's directory as it named it; this one may be a copy of it
 
   std::string Place() const { return Shown(origin); }
   std::string File(const char* name) const { return Shown(origin / name); }
