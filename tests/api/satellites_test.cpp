@@ -1,5 +1,6 @@
 // Satellites, LNB types and dishes.
 #include "api/api_home.h"
+#include "support/code_page.h"
 
 using zortunedex::band;
 using zortunedex::dish_list;
@@ -141,18 +142,37 @@ TEST(ApiDishes, AFileThatCannotHoldThemStays) {
   EXPECT_EQ("a", db.dishes().on(1).front().id);
 }
 
+/// Settings with one satellite on each of the first two dishes.
+std::string TwoDishes(const std::string& first) {
+  const std::string rest = "\" band=\"C-Band\" LNB_Low=\"1\" LNB_High=\"2\" LNB_Switch=\"3\"/>";
+  return "<USER_SETTINGS><SAT_SETTING><DISH_1><SAT id=\"" + first + rest +
+         "</DISH_1><DISH_2><SAT id=\"b" + rest +
+         "</DISH_2><DISH_3/><DISH_4/></SAT_SETTING></USER_SETTINGS>";
+}
+
+void ExpectKeptUnlessTakenAway(const ApiHome& home, const std::string& id) {
+  home.Write("UserSettings.xml", TwoDishes(id));
+  zortunedex::database db = home.Satellite();
+  ExpectError("to be kept", [&] { db.edit_dishes([](dish_list& dishes) { dishes.clear(2); }); });
+  ExpectError("to be kept", [&] {
+    db.edit_dishes([](dish_list& dishes) { dishes.assign(3, {"c", "C-Band", 1, 2, 3}); });
+  });
+  EXPECT_EQ(TwoDishes(id), home.Read("UserSettings.xml"));
+  db.edit_dishes([](dish_list& dishes) { dishes.clear(1); });
+  EXPECT_TRUE(db.dishes().on(1).empty());
+  EXPECT_EQ("b", db.dishes().on(2).front().id);
+}
+
 TEST(ApiDishes, ATextThatMayHaveBeenCutIsNotWrittenShort) {
   const ApiHome home;
-  const std::string longId(280, 'x');
-  home.Write("UserSettings.xml",
-             "<USER_SETTINGS><SAT_SETTING><DISH_1><SAT id=\"" + longId +
-                 "\" band=\"C-Band\" LNB_Low=\"1\" LNB_High=\"2\" LNB_Switch=\"3\"/></DISH_1>"
-                 "<DISH_2/><DISH_3/><DISH_4/></SAT_SETTING></USER_SETTINGS>");
-  const std::string before = home.Read("UserSettings.xml");
-  zortunedex::database db = home.Satellite();
-  ExpectError("too long to be kept",
-              [&] { db.edit_dishes([](dish_list& dishes) { dishes.clear(1); }); });
-  EXPECT_EQ(before, home.Read("UserSettings.xml"));
+  ExpectKeptUnlessTakenAway(home, std::string(280, 'x'));
+}
+
+struct ApiWesternDishes : InCodePage<1252> {};
+
+TEST_F(ApiWesternDishes, ATextOutOfTheCodePageIsNotWrittenAsAnother) {
+  const ApiHome home;
+  ExpectKeptUnlessTakenAway(home, "日本");
 }
 
 }  // namespace

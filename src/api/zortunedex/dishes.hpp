@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -178,20 +179,28 @@ class DishChange {
             "it has no element for a dish that receives something");
   }
 
-  /// Raises an error where an assignment may be longer in the file than it was read, and would be
-  /// written short.
+  /// Raises an error where an assignment that stays may be more in the file than what was read of
+  /// it, and would be written as that: a text that was cut, or that the code page lacks.
   void RequireWhole(const std::string& file) const {
-    constexpr std::size_t kMayBeCut = 256;
-    if (OnlyAdds()) return;
-    for (const std::vector<dish_satellite>& dish : m_before) {
-      for (const dish_satellite& entry : dish) {
-        if (entry.id.size() < kMayBeCut && entry.band.size() < kMayBeCut) continue;
-        throw error(E_FAIL, "save", file, "a text of an assignment is too long to be kept");
+    const DishTable& meant = DishAccess::Of(m_meant);
+    for (std::size_t dish = 0; dish < meant.size(); ++dish) {
+      for (const dish_satellite& entry : m_before[dish]) {
+        const bool stays =
+            std::find(meant[dish].begin(), meant[dish].end(), entry) != meant[dish].end();
+        if (!stays || (IsWhole(entry.id) && IsWhole(entry.band))) continue;
+        throw error(E_FAIL, "save", file,
+                    "a text of an assignment is too long, or outside the code page, to be kept");
       }
     }
   }
 
  private:
+  static bool IsWhole(std::string_view text) {
+    constexpr std::size_t kMayBeCut = 256;
+    return text.size() < kMayBeCut && text.find('?') == text.npos &&
+           text.find("\xEF\xBF\xBD") == text.npos;
+  }
+
   static dish_list WithoutRepeated(dish_list dishes) {
     for (std::vector<dish_satellite>& dish : DishAccess::Of(dishes)) {
       std::vector<dish_satellite> kept;

@@ -143,7 +143,7 @@ class ProvenSave {
       judge(copies);
     } catch (const error& raised) {
       if (meant != m_before) throw;
-      Refuse(raised.result(), "no copy of it can be written: " + raised.reason());
+      Refuse(raised.result(), "a copy of it stayed as it was: " + raised.reason());
     }
     if (meant == m_before) return;
     if (Now() != m_before) Refuse(E_FAIL, "it was changed by somebody else meanwhile");
