@@ -1,19 +1,20 @@
-# Holds the README's host and its project against those in samples/host, and runs the host: on the
-# samples, on directories that a host may be given, and on what is none.
+# Holds a host and its project as a document shows them against those in samples/, and runs the host: on
+# the samples, on directories that a host may be given, and on what is none.
 #
-# README, HOST: the two texts. PROGRAM: the program with what starts it. SAMPLES, WORK: directories.
-# WINDOWS: true where paths are text of a code page, which is that of Western Europe.
-file(READ ${README} readme)
+# DOCUMENT, HOST: the two texts. PROGRAM: the program with what starts it. SAMPLES, WORK: directories.
+# REFUSED, MISSING: what it says of a directory that the library does not take, and of one that is not
+# there. WINDOWS: true where paths are text of a code page, which is that of Western Europe.
+file(READ ${DOCUMENT} document)
 file(READ ${HOST} host)
-string(FIND "${readme}" "```cpp\n${host}```" found)
+string(FIND "${document}" "```cpp\n${host}```" found)
 if(found EQUAL -1)
-  message(FATAL_ERROR "README.md does not show samples/host/host.cpp as it is")
+  message(FATAL_ERROR "${DOCUMENT} does not show ${HOST} as it is")
 endif()
 get_filename_component(folder ${HOST} DIRECTORY)
 file(READ ${folder}/CMakeLists.txt project)
-string(FIND "${readme}" "```cmake\n${project}```" found)
+string(FIND "${document}" "```cmake\n${project}```" found)
 if(found EQUAL -1)
-  message(FATAL_ERROR "README.md does not show samples/host/CMakeLists.txt as it is")
+  message(FATAL_ERROR "${DOCUMENT} does not show ${folder}/CMakeLists.txt as it is")
 endif()
 
 function(expect status out err)
@@ -24,7 +25,8 @@ function(expect status out err)
 endfunction()
 
 set(counted "47 television channels\r?\n")
-set(refused "the directory cannot be opened: 80070057\r?\n")
+set(refused "${REFUSED}\r?\n")
+set(missing "${MISSING}\r?\n")
 expect(0 "${counted}" "" ${PROGRAM} ${SAMPLES})
 
 file(REMOVE_RECURSE ${WORK})
@@ -38,5 +40,5 @@ else()
   expect(0 "${counted}" "" ${PROGRAM} "${WORK}/日本語")
   expect(1 "" "[^\n]*annot convert[^\n]*\n" sh -c "exec \"$0\" \"$(printf 'K\\374che')\"" ${PROGRAM})
 endif()
-expect(1 "" "${refused}" ${PROGRAM} "${WORK}/missing")
-expect(1 "" "${refused}" ${PROGRAM} "${WORK}/fehlt für immer")
+expect(1 "" "${missing}" ${PROGRAM} "${WORK}/missing")
+expect(1 "" "${missing}" ${PROGRAM} "${WORK}/fehlt für immer")

@@ -64,7 +64,8 @@ void Collect(const fs::path& folder, const Names& enumerators, Names& files) {
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
     const std::string extension = entry.path().extension().string();
-    if (extension != ".h" && extension != ".cpp" && extension != ".idl") continue;
+    const Names sources = {".h", ".hpp", ".cpp", ".idl"};
+    if (!sources.contains(extension)) continue;
     if (name.find("_test.cpp") != std::string::npos) continue;
     if (TellsTypesApart(TextOf(entry.path()), enumerators)) files.insert(name);
   }

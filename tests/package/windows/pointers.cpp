@@ -1,8 +1,8 @@
 // A host in the way of those for Visual C++: __uuidof, IID_PPV_ARGS and smart pointers.
-#include <cstdio>
+#include <zortunedex/core/interfaces.h>
+#include <zortunedex/platform/component.h>
 
-#include "core/interfaces.h"
-#include "platform/component.h"
+#include <cstdio>
 // Behind the headers above, which take macros away.
 #include <wrl/client.h>
 
