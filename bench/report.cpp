@@ -81,6 +81,8 @@ constexpr Report::Row kToolTimes[] = {
     {"Tool/OpenAndSave", "a host opens and saves the list"},
     {"Tool/List", "channels list"},
     {"Tool/Show", "channels show"},
+    {"Tool/Diff", "channels diff, the same list"},
+    {"Tool/DiffRenumbered", "channels diff, every service renumbered"},
     {"Tool/Lock", "channels lock"},
     {"Tool/Rename", "channels rename"},
     {"Tool/Edit", "channels edit"},
@@ -276,6 +278,8 @@ bool Report::PrintToolRatios() const {
   const Key hostile("Tool/CheckHostile", kMiddle);
   good &=
       PrintWorks("check of broken ones, 40000 / 10000", {hostile.first, kToolMost}, hostile, 10);
+  const Key diff("Tool/DiffRenumbered", kMiddle);
+  good &= PrintWorks("diff of renumbered ones, 40000 / 10000", {diff.first, kToolMost}, diff, 10);
   good &= PrintWorks("transponders list of 40000 / load of the catalogue",
                      {"Tool/Transponders", kToolMost}, {"Tool/OpenCatalogue", kToolMost}, 4);
   return good;

@@ -29,7 +29,23 @@ std::string MakeHostileFile(UINT count) {
   return text;
 }
 
-// A file that the commands change, and a catalogue with all transponders at one satellite.
+// The same services under other numbers: each is recognised by the last tier alone.
+std::string MakeScan(UINT count) {
+  constexpr std::string_view kNumber = "serviceID=\"";
+  std::string text = MakeChannelFile(count);
+  std::string scan;
+  std::size_t from = 0;
+  for (std::size_t at = text.find(kNumber); at != std::string::npos;
+       at = text.find(kNumber, from)) {
+    scan.append(text, from, at + kNumber.size() - from);
+    scan += '5';
+    from = at + kNumber.size();
+  }
+  return scan.append(text, from);
+}
+
+// A file that the commands change, a scan to be merged into one, and a catalogue with all
+// transponders at one satellite.
 const std::filesystem::path& ToolDirectory(UINT count) {
   static std::map<UINT, TempDirectory> directories;
   const auto [found, isNew] = directories.try_emplace(count);
@@ -40,6 +56,8 @@ const std::filesystem::path& ToolDirectory(UINT count) {
     WriteFile(directory / "source" / "ChanInfo.xml", MakeChannelFile(count));
     std::filesystem::create_directory(directory / "hostile");
     WriteFile(directory / "hostile" / "ChanInfo.xml", MakeHostileFile(count));
+    std::filesystem::create_directory(directory / "scan");
+    WriteFile(directory / "scan" / "ChanInfo.xml", MakeScan(count));
     WriteFile(CatalogueFile(directory), MakeCatalogueFile(count, 1));
   }
   return directory;
@@ -73,6 +91,15 @@ void ToolReads(benchmark::State& state, const std::vector<std::string>& words) {
 }
 BENCHMARK_CAPTURE(ToolReads, list, {"channels", "list"})->Name("Tool/List")->Apply(ToolSizes);
 BENCHMARK_CAPTURE(ToolReads, show, {"channels", "show", "1"})->Name("Tool/Show")->Apply(ToolSizes);
+
+void ToolCompares(benchmark::State& state, const char* other) {
+  for (auto _ : state) {
+    const std::filesystem::path& directory = ToolDirectory(CountOf(state));
+    RunTool(state, directory / "source", {"channels", "diff", (directory / other).string()});
+  }
+}
+BENCHMARK_CAPTURE(ToolCompares, same, "source")->Name("Tool/Diff")->Apply(ToolSizes);
+BENCHMARK_CAPTURE(ToolCompares, renumbered, "scan")->Name("Tool/DiffRenumbered")->Apply(ToolSizes);
 
 BENCHMARK_CAPTURE(ToolReads, check, {"check"})->Name("Tool/Check")->Apply(ToolSizes);
 void CheckHostile(benchmark::State& state) {
