@@ -52,7 +52,7 @@ Import ImportChannels(const Format& format, const Input& input, const ImportRequ
     throw Failure{E_NOTIMPL, std::string("the format ") + format.name + " brings no channels of " +
                                  SignalTypeName(context.signal)};
   }
-  Import made{{}, 0, 0, Losses(kMostTold)};
+  Import made{{}, 0, 0, std::nullopt, Losses(kMostTold)};
   made.table = {context.country, context.signal, {}};
   ImportResult result = format.read(input, request, made.losses);
   made.read = result.read;

@@ -1,10 +1,8 @@
 #include "platform/host.h"
 
 #include <sys/ioctl.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <cstdlib>
 
 namespace host {
@@ -24,16 +22,6 @@ std::optional<std::size_t> OutputWidth() {
   winsize size = {};
   if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return std::nullopt;
   return size.ws_col;
-}
-
-void PreferLargePages(void* memory, std::size_t size) {
-  constexpr std::size_t kLargePage = std::size_t{2} * 1024 * 1024;
-  if (size < kLargePage) return;
-  // Whole pages; what stands around them may be somebody else's.
-  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-  const std::size_t ahead = (0 - reinterpret_cast<std::uintptr_t>(memory)) % page;
-  const std::size_t whole = (size - ahead) / page * page;
-  madvise(static_cast<char*>(memory) + ahead, whole, MADV_HUGEPAGE);
 }
 
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
