@@ -1,6 +1,7 @@
 // A new scan into a list, and a list against another one.
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "tool/tool_run.h"
 
@@ -135,6 +136,18 @@ TEST(Merge, TellsInAdvanceWhatItWouldDo) {
   EXPECT_NE(std::string::npos, dry.out.find("arte HD  M102")) << dry.out;
   EXPECT_EQ(base, home.Base());
   EXPECT_EQ(dry.out, home.Merge(kToday, {"--dry-run"}).out);
+}
+
+TEST(Merge, DoesWhatItsDocumentShows) {
+  std::ifstream file(ZORTUNEDEX_DOCS "/merge.md", std::ios::binary);
+  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  const std::string begin = "<!-- plan -->\n```\n";
+  const std::size_t at = text.find(begin);
+  ASSERT_NE(std::string::npos, at);
+  const std::size_t first = at + begin.size();
+  const Evening home;
+  const Outcome plan = home.Merge(kToday, {"--scope", "full", "--gone", "mark", "--dry-run"});
+  EXPECT_EQ(text.substr(first, text.find("```", first) - first), plan.out);
 }
 
 TEST(Merge, IsTakenBackWithItsBase) {
