@@ -22,15 +22,18 @@ struct Region {
 
 bool IsSame(const Channel& a, const Channel& b, const Region& region) {
   const auto same = [&](std::size_t offset, std::size_t size) {
-    return std::equal(a.block.begin() + offset, a.block.begin() + offset + size,
-                      b.block.begin() + offset);
+    const BYTE* bytes = a.block.data() + offset;
+    return std::equal(bytes, bytes + size, b.block.data() + offset);
   };
   return same(region.offset, region.size) && same(region.countOffset, 4);
 }
 
 void Copy(const Channel& from, const Region& region, Channel& to) {
-  std::copy_n(from.block.begin() + region.offset, region.size, to.block.begin() + region.offset);
-  std::copy_n(from.block.begin() + region.countOffset, 4, to.block.begin() + region.countOffset);
+  const auto copy = [&](std::size_t offset, std::size_t size) {
+    std::copy_n(from.block.data() + offset, size, to.block.data() + offset);
+  };
+  copy(region.offset, region.size);
+  copy(region.countOffset, 4);
 }
 
 Region RegionOf(const StreamList& list) {
