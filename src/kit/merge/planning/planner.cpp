@@ -63,7 +63,6 @@ Planner::Planner(const ChannelTable& list, const MergeBase* base, const ChannelT
                  const MergePolicy& policy)
     : m_list(list),
       m_base(base),
-      m_scan(scan),
       m_policy(policy),
       m_table(list.signal, policy),
       m_combiner(m_table, policy),

@@ -42,7 +42,6 @@ class Planner {
 
   const ChannelTable& m_list;
   const MergeBase* m_base;
-  const ChannelTable& m_scan;
   const MergePolicy& m_policy;
   FieldTable m_table;
   Combiner m_combiner;
