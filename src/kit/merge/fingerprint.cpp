@@ -24,8 +24,8 @@ class Hash {
 std::uint64_t HashOf(const Channel& channel) {
   Hash hash;
   for (const std::uint32_t number :
-       {channel.number, channel.frequency, static_cast<std::uint32_t>(channel.offset),
-        static_cast<std::uint32_t>(channel.tsid)}) {
+       {std::uint32_t{channel.number}, static_cast<std::uint32_t>(channel.frequency),
+        static_cast<std::uint32_t>(channel.offset), static_cast<std::uint32_t>(channel.tsid)}) {
     hash.Add(number);
   }
   for (const WideText* text : {&channel.name, &channel.displayName}) {

@@ -27,7 +27,7 @@ TEST_P(MergeBaseDocument, ComesBackWhole) {
     MergeWorld world = worlds.Next();
     // A record fills in an empty one.
     const auto name = [](Channel& channel) {
-      if (channel.displayName.empty()) channel.displayName = u"shown";
+      if (channel.displayName.empty()) channel.displayName = OLESTR("shown");
     };
     std::ranges::for_each(world.list.channels, name);
     std::ranges::for_each(world.scan.channels, name);

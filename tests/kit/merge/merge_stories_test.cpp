@@ -72,33 +72,33 @@ TEST_F(MergeStory, BroadcasterRenames) {
       "M100 1 unchanged\n"
       "M103 1 renamed by the broadcaster\n",
       TextOf(plan));
-  EXPECT_EQ(u"Disney", List()[0].name);
-  EXPECT_EQ(u"Disney", List()[0].displayName);
+  EXPECT_EQ(OLESTR("Disney"), List()[0].name);
+  EXPECT_EQ(OLESTR("Disney"), List()[0].displayName);
   EXPECT_EQ(1U, List()[0].favorite);
 }
 
 TEST_F(MergeStory, UsersNameStaysWhenTheBroadcasterRenames) {
   Start({Astra(1, "Das Vierte", 10)});
-  List()[0].displayName = u"Kinder";
+  List()[0].displayName = OLESTR("Kinder");
   Scan()[0] = Astra(0, "Disney", 10);
   const MergePlan plan = Merge();
   EXPECT_EQ(merge::Code::Renamed, plan.changes[0].code);
-  EXPECT_EQ(u"Disney", List()[0].name);
-  EXPECT_EQ(u"Kinder", List()[0].displayName);
+  EXPECT_EQ(OLESTR("Disney"), List()[0].name);
+  EXPECT_EQ(OLESTR("Kinder"), List()[0].displayName);
   EXPECT_EQ("1 M100", CodesIn(Merge()));
 }
 
 TEST_F(MergeStory, RenamedByBothKeepsTheListsName) {
   Start({Astra(1, "Das Vierte", 10)});
   SetBroadcastName(List()[0], kSat, "Viertes");
-  List()[0].displayName = u"Viertes";
+  List()[0].displayName = OLESTR("Viertes");
   Scan()[0] = Astra(0, "Disney", 10);
   const MergePlan plan = Merge();
   EXPECT_EQ(
       "! 1 Viertes  M402 was Das Vierte, is Viertes here and Disney in the scan: stays Viertes\n"
       "M402 1 renamed by both: the list's name stays\n",
       TextOf(plan));
-  EXPECT_EQ(u"Viertes", List()[0].name);
+  EXPECT_EQ(OLESTR("Viertes"), List()[0].name);
   EXPECT_EQ("1 M100", CodesIn(Merge()));
 }
 
@@ -133,7 +133,7 @@ TEST_F(MergeStory, TwoThatSwapTheirNamesKeepTheirPlaces) {
   List()[0].favorite = 3;
   Scan() = {Astra(0, "B", 10), Astra(0, "A", 11)};
   EXPECT_EQ("1 M103, 2 M103", CodesIn(Merge()));
-  EXPECT_EQ(u"B", List()[0].name);
+  EXPECT_EQ(OLESTR("B"), List()[0].name);
   EXPECT_EQ(3U, List()[0].favorite);
   EXPECT_EQ(10U, ValueIn(List()[0], kSat, "serviceID"));
 }
@@ -232,7 +232,7 @@ TEST_F(MergeStory, RemovedAfterAsManyScansAsAskedFor) {
   SetValueIn(Scan()[0], kSat, "PcrPID", 5);
   EXPECT_EQ("1 M105, 2 M301, 3 M303, 4 M100", CodesIn(Merge()));
   ASSERT_EQ(3U, List().size());
-  EXPECT_EQ(u"D", List()[2].name);
+  EXPECT_EQ(OLESTR("D"), List()[2].name);
   EXPECT_EQ(3U, List()[2].index);
   m_world.policy.goneFavorites = true;
   EXPECT_EQ("1 M100, 2 M303, 3 M100", CodesIn(Merge()));
@@ -240,7 +240,7 @@ TEST_F(MergeStory, RemovedAfterAsManyScansAsAskedFor) {
 
 TEST_F(MergeStory, FirstMergeKeepsWhatMayBeTheUsers) {
   m_world.list = TableOf({Astra(1, "Old", 10), Astra(2, "Other", 11), Astra(3, "Third", 12)});
-  List()[1].displayName = u"Mine";
+  List()[1].displayName = OLESTR("Mine");
   m_world.scan = TableOf({Astra(0, "New", 10), Astra(0, "Another", 11), Astra(0, "Third", 12)});
   const MergePlan plan = Merge();
   EXPECT_EQ(
@@ -250,9 +250,9 @@ TEST_F(MergeStory, FirstMergeKeepsWhatMayBeTheUsers) {
       "M103 1 renamed by the broadcaster\n"
       "M403 1 whose name it is, is not known: both stay\n",
       TextOf(plan));
-  EXPECT_EQ(u"Old", List()[0].name);
-  EXPECT_EQ(u"Another", List()[1].name);
-  EXPECT_EQ(u"Mine", List()[1].displayName);
+  EXPECT_EQ(OLESTR("Old"), List()[0].name);
+  EXPECT_EQ(OLESTR("Another"), List()[1].name);
+  EXPECT_EQ(OLESTR("Mine"), List()[1].displayName);
 }
 
 TEST_F(MergeStory, WhatTheUserDeletedStaysOutUnlessItIsWanted) {
@@ -262,7 +262,7 @@ TEST_F(MergeStory, WhatTheUserDeletedStaysOutUnlessItIsWanted) {
   EXPECT_EQ("1 M100, M204", CodesIn(Merge()));
   m_world.policy.deleted = merge::Deleted::Add;
   EXPECT_EQ("1 M100, M201", CodesIn(Merge()));
-  EXPECT_EQ(u"B", List()[1].name);
+  EXPECT_EQ(OLESTR("B"), List()[1].name);
 }
 
 TEST_F(MergeStory, NewOnesThatWereLeftOutAreNotTakenForDeleted) {
@@ -281,7 +281,7 @@ TEST_F(MergeStory, NewOnesStandBehindTheirTransponder) {
   const MergePlan plan = Merge();
   EXPECT_EQ("1 M100, 2 M100, M201", CodesIn(plan));
   EXPECT_EQ(2U, plan.changes[2].resultIndex);
-  EXPECT_EQ(u"C", List()[1].name);
+  EXPECT_EQ(OLESTR("C"), List()[1].name);
   EXPECT_EQ(3U, List()[2].index);
 }
 

@@ -166,7 +166,7 @@ ChannelTable RandomWorlds::List() {
     channel.index = index += 1 + (m_random(4) == 0 ? m_random(3) : 0);
     channel.favorite = m_random(3) == 0 ? 1 + m_random(2) : 0;
     channel.lock = m_random(4) == 0 ? 1 : 0;
-    if (m_random(5) == 0) channel.displayName = u"mine";
+    if (m_random(5) == 0) channel.displayName = OLESTR("mine");
   }
   return list;
 }
@@ -201,7 +201,7 @@ void RandomWorlds::Shuffle(ChannelTable& table) {
 void RandomWorlds::Edit(ChannelTable& list) {
   std::vector<Channel>& channels = list.channels;
   for (Channel& channel : channels) {
-    if (m_random(5) == 0) channel.displayName = u"yours";
+    if (m_random(5) == 0) channel.displayName = OLESTR("yours");
     if (m_random(6) == 0) SetBroadcastName(channel, m_signal, "renamed");
     if (m_random(6) == 0) SetRandom(channel, m_random(2) == 0 ? "freq" : "symbolRate");
     if (m_random(8) == 0) SetRandom(channel, "serviceID");

@@ -49,7 +49,7 @@ WideText LooseName(const WideText& name) {
   for (const OLECHAR unit : WithoutCase(name)) {
     if (unit > u' ') text.push_back(unit);
   }
-  const WideText ending = WithoutCase(WideText(u"HD"));
+  const WideText ending = WithoutCase(WideText(OLESTR("HD")));
   if (text.size() > ending.size() && text.ends_with(ending)) {
     text.resize(text.size() - ending.size());
   }
