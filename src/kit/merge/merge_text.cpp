@@ -40,15 +40,16 @@ std::string MovedText(const Change& change, ToldFields& told) {
     std::string from = Words(field->list);
     std::string to = Words(field->result);
     if (name == "physicalChannel") {
-      from = "RF " + from;
-      to = "RF " + to;
+      from.insert(0, "RF ");
+      to.insert(0, "RF ");
     }
     if (polarisation != nullptr && name == "freq") {
       told.emplace_back("polarisation");
       from += " " + ShortPolarisation(polarisation->list);
       to += " " + ShortPolarisation(polarisation->result);
     }
-    return "moved " + from + " -> " + to;
+    std::string text = "moved ";
+    return text.append(from).append(" -> ").append(to);
   }
   return "moved";
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kit/model/channel_layout.h"
 #include "kit/text/utf.h"
 
 using station_blocks::Field;
@@ -82,7 +83,7 @@ FieldValue ShownValue(const Channel& channel, const Field& row, const Utf8Of& ut
 
 WideText FilledName(const Channel& channel, InputSignalType signal) {
   if (signal != InputSignalATSCAntenna && signal != InputSignalATSCCable) return channel.name;
-  const Layout& layout = station_blocks::kAtsc;
+  const Layout& layout = LayoutOf(signal);
   const auto number = [&](const char* attribute) {
     const Field& row = *station_blocks::FindField(layout.channel, attribute);
     return std::to_string(static_cast<std::int32_t>(NumberIn(channel, row)));

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <tuple>
 
 #include "kit/merge/matching/nearest.h"
 #include "kit/merge/matching/several.h"
@@ -31,7 +32,9 @@ struct KeyedNode {
   TierKey key;
   bool isRight;
   std::size_t node;
-  auto operator<=>(const KeyedNode&) const = default;
+  bool operator<(const KeyedNode& other) const {
+    return std::tie(key, isRight, node) < std::tie(other.key, other.isRight, other.node);
+  }
 };
 
 class Matcher {

@@ -46,7 +46,8 @@ struct Service {
 
   std::uint32_t& operator[](Part part) { return parts[static_cast<std::size_t>(part)]; }
   std::uint32_t operator[](Part part) const { return parts[static_cast<std::size_t>(part)]; }
-  auto operator<=>(const Service&) const = default;
+  bool operator==(const Service&) const = default;
+  bool operator<(const Service& other) const { return parts < other.parts; }
 };
 
 /// How names and labels become numbers.
