@@ -170,6 +170,30 @@ TEST_F(MergeStory, DuplicatesAreTheUsersAndFollow) {
   EXPECT_EQ(12000000U, List()[2].frequency);
 }
 
+TEST_F(MergeStory, CopiesStayTogetherWhenTheScanLosesTheirNumber) {
+  Start({Astra(1, "A", 10), Astra(2, "B", 11), Astra(3, "A", 10)});
+  SetValueIn(List()[2], kSat, "serviceID", 0);
+  SetValueIn(Scan()[0], kSat, "serviceID", 0);
+  Scan().pop_back();
+  EXPECT_EQ("1 M100, 2 M100, 3 M100", CodesIn(Merge()));
+  EXPECT_EQ("1 M100, 2 M100, 3 M100", CodesIn(Merge()));
+}
+
+TEST_F(MergeStory, TwinsOfTheScanAreNotWhatTheUserDeleted) {
+  constexpr InputSignalType kAnalog = InputSignalAnalogAntenna;
+  const auto station = [](const std::string& name, std::uint32_t frequency) {
+    return MakeStation(kAnalog, frequency / 100000, name, {{"freq", frequency}});
+  };
+  m_world.list = TableOf({station("A", 100000), station("D", 900000)}, kAnalog);
+  m_world.scan = m_world.list;
+  Merge();
+  List().pop_back();
+  Scan() = {station("A", 100000), station("D", 100100)};
+  EXPECT_EQ("1 M100, M203", CodesIn(Merge()));
+  Scan() = {station("A", 100000), station("D", 900000)};
+  EXPECT_EQ("1 M100, M204", CodesIn(Merge()));
+}
+
 TEST_F(MergeStory, TwiceInTheScanTakesTheNearestAndTellsOnce) {
   Start({Astra(1, "A", 10)});
   Scan() = {Astra(0, "A", 10, 1011, 11495000), Astra(0, "A", 10, 1011, 11493750)};

@@ -279,8 +279,9 @@ MergeWorld RandomWorlds::Next() {
       world.policy = Policy();
     }
   }
-  world.scan = scanned(Scan(world.list));
+  world.scan = Scan(world.list);
   if (world.scan.channels.empty()) world.scan.channels.push_back(RandomStation());
+  world.scan = scanned(std::move(world.scan));
   return world;
 }
 

@@ -15,9 +15,9 @@ Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& 
   std::map<std::pair<Service, std::size_t>, std::size_t> known;
   for (std::size_t place = 0; place < services.size(); ++place) {
     if (place < isLeftOut.size() && isLeftOut[place]) continue;
-    const std::size_t kind = place < kinds.size() ? kinds[place] : 0;
-    const auto [found, isNew] =
-        known.try_emplace({IdentityKey(services[place], signal), kind}, nodes.Count());
+    const std::size_t kind = place < kinds.size() ? kinds[place] : kNone;
+    const Service key = kind == kNone ? IdentityKey(services[place], signal) : Service();
+    const auto [found, isNew] = known.try_emplace({key, kind}, nodes.Count());
     if (isNew) {
       nodes.services.push_back(services[place]);
       nodes.members.emplace_back();

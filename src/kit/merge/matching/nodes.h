@@ -20,7 +20,8 @@ struct Nodes {
 };
 
 /// Groups the services by what identifies them, in the order of their first members; a service that
-/// says too little is a node with those that are the same in everything.
+/// says too little is a node with those that are the same in everything. Those of a kind that is
+/// not kNone are one whatever they say.
 Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& isLeftOut,
                  InputSignalType signal, const std::vector<std::size_t>& kinds = {});
 

@@ -83,12 +83,12 @@ class ScanJudge {
     for (const ListFate& fate : list) {
       if (fate.kind == ListFate::Kind::Matched) m_isUsed[fate.scanPlace] = true;
     }
-    HoldAgainstBase();
     const Matching& matching = m_comparison.ListToScan();
     for (std::size_t node = 0; node < m_isDeleted.size(); ++node) {
       if (matching.leftOf[node] != kNone) Settle(node, ScanFate::Kind::Matched);
       if (matching.ambiguityOfRight[node] != kNone) Settle(node, ScanFate::Kind::Candidate);
     }
+    HoldAgainstBase();
     for (std::size_t node = 0; node < m_isDeleted.size(); ++node) {
       if (!matching.IsOpenRight(node)) continue;
       const auto twin = m_twins.Find(m_comparison.ScanNodes().services[node]);
@@ -119,7 +119,8 @@ class ScanJudge {
     m_twins.Add(m_comparison.ScanNodes().services[node], node);
   }
 
-  /// What the base has and the list has not any more, the user deleted.
+  /// What the base has and the list has not any more, the user deleted. A twin of what the list has
+  /// is none of these.
   void HoldAgainstBase() {
     if (m_base == nullptr) return;
     m_fates.isReplaced.assign(m_base->entries.size(), false);
@@ -128,12 +129,15 @@ class ScanJudge {
       isOut.push_back(m_comparison.IsLinked(i) || m_base->entries[i].isTwin);
     }
     const Nodes& scanNodes = m_comparison.ScanNodes();
-    std::vector<bool> isMatched(m_comparison.OfScan().size());
-    for (std::size_t place = 0; place < isMatched.size(); ++place) {
-      isMatched[place] = m_comparison.ListToScan().leftOf[scanNodes.nodeOf[place]] != kNone;
+    std::vector<bool> isTaken(m_comparison.OfScan().size());
+    for (std::size_t place = 0; place < isTaken.size(); ++place) {
+      const std::size_t node = scanNodes.nodeOf[place];
+      const bool isOpen = m_comparison.ListToScan().IsOpenRight(node);
+      isTaken[place] = m_comparison.ListToScan().leftOf[node] != kNone ||
+                       (isOpen && m_twins.Find(scanNodes.services[node]));
     }
     const Nodes left = GroupNodes(m_comparison.OfBase(), isOut, m_signal);
-    const Nodes right = GroupNodes(m_comparison.OfScan(), isMatched, m_signal);
+    const Nodes right = GroupNodes(m_comparison.OfScan(), isTaken, m_signal);
     const Matching matching = MatchNodes(left, right, m_signal);
     for (std::size_t node = 0; node < left.Count(); ++node) {
       if (matching.rightOf[node] == kNone) continue;
