@@ -96,7 +96,7 @@ class MergeOutcomes : public testing::TestWithParam<InputSignalType> {
   /// Without a base a service with another number is known by its name alone.
   void EditByUser(Told& told, bool hasBase) {
     constexpr const char* kNames[] = {"X", "Y"};
-    if (m_random(3) == 0) told.list.displayName = u"mine";
+    if (m_random(3) == 0) told.list.displayName = OLESTR("mine");
     const bool isNamed = m_random(3) == 0 && (hasBase || !told.isRenumbered);
     if (isNamed) Name(told.list, kNames[m_random(2)], m_random(2) == 0);
     Vary(told.list, m_standing.tuning);
