@@ -7,6 +7,8 @@
 #include "kit/failure.h"
 #include "support/fuzz.h"
 
+using namespace zortunedex::kit;
+
 namespace {
 
 void RequireAsPredicted(check::Checker& checker, const check::Documents& documents) {

@@ -1,6 +1,8 @@
 // Any bytes as settings of Enigma2: as a file of services, and, taken apart at 0xff, as a folder.
 #include "support/exchange.h"
 
+using namespace zortunedex::kit;
+
 namespace {
 
 constexpr const char* kFiles[] = {"lamedb", "bouquets.tv", "userbouquet.a.tv",

@@ -4,6 +4,8 @@
 #include "support/fuzz.h"
 #include "support/lossless_reader.h"
 
+using namespace zortunedex::kit;
+
 using markup::Document;
 
 void Fuzz(const BYTE* data, std::size_t size) {

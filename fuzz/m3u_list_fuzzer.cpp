@@ -4,6 +4,8 @@
 #include "kit/model/channel_layout.h"
 #include "support/exchange.h"
 
+using namespace zortunedex::kit;
+
 namespace {
 
 std::vector<Channel> SomeChannels() {

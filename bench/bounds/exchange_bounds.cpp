@@ -20,6 +20,8 @@
 #include "kit/interchange/list/importing.h"
 #include "kit/interchange/loss_report.h"
 
+using namespace zortunedex::kit;
+
 namespace {
 
 using bounds::Cost;

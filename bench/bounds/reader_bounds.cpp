@@ -13,6 +13,8 @@
 #include "bench/bounds/hostile_inputs.h"
 #include "kit/xml/tree/document.h"
 
+using namespace zortunedex::kit;
+
 namespace {
 
 using namespace hostile;

@@ -12,6 +12,8 @@
 #include "kit/interchange/list/importing.h"
 #include "support/fuzz.h"
 
+namespace zortunedex::kit {
+
 /// An empty list of a signal type, which files are read into.
 class ExchangedList {
  public:
@@ -76,3 +78,5 @@ inline void FuzzReader(const char* name, bool holdsEverything, const BYTE* data,
     before = std::move(made);
   }
 }
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "platform/linux/markup/parser.h"
 #include "support/fuzz.h"
 
+namespace zortunedex::kit {
+
 using markup::Document;
 
 namespace {
@@ -93,3 +95,5 @@ bool IsSound(const Document& document) {
 bool MayHaveAttachedParts(const std::string& bytes) {
   return bytes.substr(0, bytes.find('>')).find("standalone") != std::string::npos;
 }
+
+}  // namespace zortunedex::kit

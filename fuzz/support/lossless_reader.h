@@ -7,6 +7,8 @@
 #include "kit/xml/tree/document.h"
 #include "platform/linux/tree/store.h"
 
+namespace zortunedex::kit {
+
 /// The tree of the library's own parser; null where that does not take the file.
 domtree::NewStore LibrarysTree(const std::string& bytes);
 /// Every damage but raw blanks is mended.
@@ -20,3 +22,5 @@ void RequireAre(const std::vector<markup::Token>& tokens, const std::string& byt
 void RequireSameTree(const markup::Document& a, const markup::Document& b);
 /// Elements, attributes and values are those that the library's parser sees.
 void RequireSameTree(const markup::Document& document, const domtree::Store& store);
+
+}  // namespace zortunedex::kit

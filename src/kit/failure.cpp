@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+namespace zortunedex::kit {
+
 namespace {
 
 struct ResultName {
@@ -34,3 +36,5 @@ std::string ResultText(HRESULT hr) {
   }
   return number;
 }
+
+}  // namespace zortunedex::kit

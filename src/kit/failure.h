@@ -6,6 +6,8 @@
 
 #include "platform/com.h"
 
+namespace zortunedex::kit {
+
 /// An operation failed. Nothing was written unless the message says so.
 class Failure : public std::runtime_error {
  public:
@@ -31,3 +33,5 @@ std::string ResultText(HRESULT hr);
 inline void Require(HRESULT hr, const std::string& message) {
   if (FAILED(hr)) throw Failure{hr, message};
 }
+
+}  // namespace zortunedex::kit

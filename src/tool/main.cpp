@@ -14,6 +14,7 @@
 #include "tool/options/usage_error.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
 namespace {
 
 /// What a command does to the files of the directory.
@@ -185,8 +186,9 @@ int Run(const std::vector<std::string>& arguments) {
 }
 
 }  // namespace
+}  // namespace zortunedex::kit::tool
 
 int main(int argc, char** argv) {
   host::Prepare();
-  return Run(host::Arguments(argc, argv));
+  return zortunedex::kit::tool::Run(host::Arguments(argc, argv));
 }

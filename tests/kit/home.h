@@ -10,6 +10,8 @@
 #include "kit/model/database.h"
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit {
+
 /// A copy of the sample data, or of nothing.
 class Home {
  public:
@@ -44,3 +46,5 @@ void ExpectRaised(const std::string& message, Call call) {
     EXPECT_EQ(message, raised.what());
   }
 }
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 
 #include "tool/satellite_home.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -212,3 +214,5 @@ TEST_F(Batch, TakesDishesAndPresets) {
   ExpectRefused(2, "line 1: presets select cannot ask in a batch; --yes allows it",
                 m_directory.RunBatch("81", "176", "presets select 0 0\n"));
 }
+
+}  // namespace zortunedex::kit::tool

@@ -1,6 +1,8 @@
 // Commands that take several channels: by ranges, by filters, or all.
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -187,3 +189,5 @@ TEST_F(Bulk, ALoneChannelIsChosenToo) {
   ExpectStatus(0, m_directory.Run("49", "5", {"channels", "remove", "--locked"}));
   EXPECT_EQ("[]\n", m_directory.Run("49", "5", {"channels", "list", "--json"}).out);
 }
+
+}  // namespace zortunedex::kit::tool

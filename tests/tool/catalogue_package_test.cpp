@@ -11,6 +11,8 @@
 #include "platform/host.h"
 #include "tool/satellite_home.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -172,3 +174,5 @@ TEST(CataloguePackage, EverySatelliteComesBackAsItsTableHasIt) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -3,6 +3,8 @@
 
 #include "tool/satellite_home.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -391,3 +393,5 @@ TEST(CatalogueBuild, WritesNothingWhereThereIsNothing) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

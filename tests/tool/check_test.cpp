@@ -4,6 +4,8 @@
 #include "tool/satellite_home.h"
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -234,3 +236,5 @@ TEST(ToolCheck, TheCatalogueThatIsBuiltIsClean) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -1,5 +1,7 @@
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 // "NHK" and five characters in code page 932, base64: 4E 48 4B 91 8D 8D 87.
@@ -97,3 +99,5 @@ TEST(CodePage, ArgumentsThatAreNotUtf8AreRefused) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

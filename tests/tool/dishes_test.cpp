@@ -2,6 +2,8 @@
 
 #include "tool/satellite_home.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -353,3 +355,5 @@ TEST(Dishes, OfTheSampleAreThere) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

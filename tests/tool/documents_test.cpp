@@ -8,6 +8,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using Names = std::set<std::string>;
@@ -106,3 +108,5 @@ TEST(Documents, EveryCommandAndOptionIsCompleted) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -1,6 +1,8 @@
 #include "core/station_blocks.h"
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -384,3 +386,5 @@ TEST(HandEditedFile, KeepsItsIndexes) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

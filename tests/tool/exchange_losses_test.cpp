@@ -5,6 +5,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -52,3 +54,5 @@ TEST(ExchangeLosses, OfTheSamplesAreThoseOfTheDocument) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

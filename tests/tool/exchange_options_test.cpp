@@ -6,6 +6,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -210,3 +212,5 @@ TEST_F(ExchangeOptions, ABatchThatCannotImportChangesNothing) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

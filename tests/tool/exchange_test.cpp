@@ -3,6 +3,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -249,3 +251,5 @@ TEST(Exchange, SavesInTheFormThatStandsInFrontOfTheCommand) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

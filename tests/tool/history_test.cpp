@@ -5,6 +5,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// A copy of the sample directory.
@@ -256,3 +258,5 @@ TEST(TwoLoops, OfAHundredChangesLoseNone) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -5,6 +5,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// Sets a variable of the environment for the programs that are run meanwhile.
@@ -171,3 +173,5 @@ TEST(Place, WhatTheEnvironmentSaysIsChecked) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -5,6 +5,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -320,3 +322,5 @@ TEST(Diff, SaysHowAnotherListDiffers) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -4,6 +4,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// North (0): Harbour (0, channels 1 and 2), Hills (1, none); South (1): Plain (0, channel 4); Mine
@@ -461,3 +463,5 @@ TEST(CustomerList, IsDeletedFromNumbersOutOfLine) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

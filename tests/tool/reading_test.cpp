@@ -1,5 +1,7 @@
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 std::vector<std::string> Names(const nlohmann::ordered_json& channels) {
@@ -257,3 +259,5 @@ TEST(SignalType, WithoutAListIsRefused) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <map>
 
+namespace zortunedex::kit::tool {
+
 std::string CatalogueFile(const std::string& satellites, const std::string& lnbs) {
   return "<?xml version='1.0' encoding='utf-8'?><S><SAT_TABLE>" + satellites +
          "</SAT_TABLE><LNB_TABLE>" + lnbs + "</LNB_TABLE></S>";
@@ -61,3 +63,5 @@ nlohmann::ordered_json TableFolder::Ask(Arguments command, std::source_location 
   command.insert(command.begin(), {"--dir", m_home.Path(), "--json"});
   return RunTool(command).Json(where);
 }
+
+}  // namespace zortunedex::kit::tool

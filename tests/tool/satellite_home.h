@@ -7,6 +7,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 /// A SatelliteInfo.xml with these elements in its tables.
 std::string CatalogueFile(const std::string& satellites, const std::string& lnbs = "");
 /// A UserSettings.xml with this inside of SAT_SETTING.
@@ -51,3 +53,5 @@ class TableFolder {
   TempDir m_tables;
   TempDir m_home;
 };
+
+}  // namespace zortunedex::kit::tool

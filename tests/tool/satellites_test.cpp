@@ -1,5 +1,7 @@
 #include "tool/satellite_home.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -237,3 +239,5 @@ TEST(Satellites, OfTheSampleAreThere) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -2,6 +2,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 TEST(Refusal, OfTypesThatTheFileCannotHold) {
@@ -224,3 +226,5 @@ TEST(Saving, KnowsThatAComponentIndexReadsBackAsZero) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

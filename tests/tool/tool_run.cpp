@@ -6,6 +6,8 @@
 #include <fstream>
 #include <regex>
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 std::string Quoted(const std::string& text) {
@@ -173,3 +175,5 @@ NothingWritten::~NothingWritten() {
   if (m_directory.File() == m_file && CountWithoutLock(m_directory.Files()) == m_count) return;
   AddFailureAt(m_where, "the directory was written to");
 }
+
+}  // namespace zortunedex::kit::tool

@@ -10,6 +10,8 @@
 
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit::tool {
+
 using Arguments = std::vector<std::string>;
 
 inline constexpr char kGermany[] = "49";
@@ -84,3 +86,5 @@ class NothingWritten {
   std::string m_file;
   std::size_t m_count;
 };
+
+}  // namespace zortunedex::kit::tool

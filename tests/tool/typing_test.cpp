@@ -2,6 +2,8 @@
 // more.
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 const char* const kGroups =
@@ -96,3 +98,5 @@ TEST(Typing, WhatACommandNeedsStandsInItsHelp) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -4,6 +4,8 @@
 #include "tool/satellite_home.h"
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 const char* const kFault =
@@ -145,3 +147,5 @@ TEST(Unreadable, SelectingPresetsDoesNotReplaceTheList) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

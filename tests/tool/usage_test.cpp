@@ -2,6 +2,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 TEST(Usage, HelpAndVersionArePrinted) {
@@ -126,3 +128,5 @@ TEST(Usage, FieldsAreCheckedAgainstTheSignalType) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

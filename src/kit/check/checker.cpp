@@ -11,7 +11,7 @@
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/rules/rules.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -160,4 +160,4 @@ std::vector<Finding> CheckDirectory(const std::string& directory, const Settings
   return std::move(checked.findings);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

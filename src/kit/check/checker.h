@@ -13,7 +13,7 @@
 #include "kit/check/subject/files.h"
 #include "kit/files/scratch_directory.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 struct Settings {
   /// Whether there is a country with a code; without it that is not looked at.
@@ -69,4 +69,4 @@ std::vector<Finding> CheckDirectory(const std::string& directory, const Settings
 /// By file and place.
 void Sort(std::vector<Finding>& findings);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

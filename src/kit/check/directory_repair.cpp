@@ -8,7 +8,7 @@
 #include "kit/files/whole_file.h"
 #include "platform/host.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using Fate = Finding::Fate;
@@ -120,4 +120,4 @@ Repaired RepairDirectory(const history::ChangeSettings& change, const RepairSett
   return DirectoryRepair(change, settings).Run();
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

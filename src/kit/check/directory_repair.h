@@ -3,7 +3,7 @@
 #include "kit/check/repair.h"
 #include "kit/history/change.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// Repairs a directory, with its lock. What is done to the data files is one change of its history,
 /// which undoing takes back; then what was put aside and tells nothing any more goes into the
@@ -12,4 +12,4 @@ namespace check {
 /// cannot be removed.
 Repaired RepairDirectory(const history::ChangeSettings& change, const RepairSettings& settings);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace check {
+namespace zortunedex::kit::check {
 
 bool EditPlan::Fits(markup::Span span) const {
   const auto next = m_replaced.upper_bound(span.begin);
@@ -32,4 +32,4 @@ bool EditPlan::Add(const std::vector<markup::Edit>& edits) {
   return true;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

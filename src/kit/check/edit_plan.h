@@ -10,7 +10,7 @@
 
 #include "kit/xml/text/edits.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// The edits of one file that are made at once: those of a finding come in together or not at all.
 class EditPlan {
@@ -30,4 +30,4 @@ class EditPlan {
   std::set<std::uint32_t> m_inserted;
 };
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

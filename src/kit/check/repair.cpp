@@ -9,7 +9,7 @@
 #include "kit/check/prediction/satellite_comparison.h"
 #include "kit/failure.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -227,4 +227,4 @@ Repaired Repair(const Files& files, const RepairSettings& settings) {
   return Repairer(files, settings).Run();
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -7,7 +7,7 @@
 
 #include "kit/check/checker.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 struct RepairSettings {
   Settings check;
@@ -32,4 +32,4 @@ Repaired Repair(const Files& files, const RepairSettings& settings);
 /// True where a repair is asked for by these settings.
 bool IsAsked(const Finding& finding, const RepairSettings& settings);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -10,6 +10,8 @@
 #include "kit/files/whole_file.h"
 #include "kit/reading/readable.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace data_files {
@@ -83,3 +85,5 @@ void WriteCopy(const std::string& path, std::string_view name, std::string_view 
 }
 
 }  // namespace data_files
+
+}  // namespace zortunedex::kit

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace data_files {
+namespace zortunedex::kit::data_files {
 
 inline constexpr std::string_view kChannels = "ChanInfo.xml";
 inline constexpr std::string_view kPresets = "PreSetChannelInfo.xml";
@@ -39,4 +39,4 @@ Files ReadDataFiles(const std::string& directory);
 /// Writes a temporary copy. Failure when that does not work.
 void WriteCopy(const std::string& path, std::string_view name, std::string_view bytes);
 
-}  // namespace data_files
+}  // namespace zortunedex::kit::data_files

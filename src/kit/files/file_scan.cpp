@@ -5,7 +5,7 @@
 #include "kit/text/ascii.h"
 #include "kit/text/utf.h"
 
-namespace file_scan {
+namespace zortunedex::kit::file_scan {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
@@ -187,4 +187,4 @@ Contents Scan(const std::string& directory) {
   return contents;
 }
 
-}  // namespace file_scan
+}  // namespace zortunedex::kit::file_scan

@@ -10,7 +10,7 @@
 
 #include "core/interfaces.h"
 
-namespace file_scan {
+namespace zortunedex::kit::file_scan {
 
 struct Attribute {
   std::string_view name;
@@ -60,4 +60,4 @@ std::filesystem::path ChannelFile(const std::string& directory);
 std::string ReadWhole(const std::filesystem::path& path);
 Contents Scan(const std::string& directory);
 
-}  // namespace file_scan
+}  // namespace zortunedex::kit::file_scan

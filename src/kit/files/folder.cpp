@@ -4,6 +4,8 @@
 
 #include "kit/files/whole_file.h"
 
+namespace zortunedex::kit {
+
 std::vector<std::string> NamesIn(const std::string& directory) {
   std::vector<std::string> names;
   std::error_code error;
@@ -14,3 +16,5 @@ std::vector<std::string> NamesIn(const std::string& directory) {
   }
   return names;
 }
+
+}  // namespace zortunedex::kit

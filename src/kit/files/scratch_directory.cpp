@@ -6,6 +6,8 @@
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -56,3 +58,5 @@ std::string ScratchDirectory::Path() const {
   const std::u8string path = m_path.u8string();
   return {path.begin(), path.end()};
 }
+
+}  // namespace zortunedex::kit

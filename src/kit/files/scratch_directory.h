@@ -5,6 +5,8 @@
 
 #include "core/interfaces.h"
 
+namespace zortunedex::kit {
+
 /// A temporary data directory. Raises a Failure when it cannot be made.
 class ScratchDirectory {
  public:
@@ -25,3 +27,5 @@ class ScratchDirectory {
 
   std::filesystem::path m_path;
 };
+
+}  // namespace zortunedex::kit

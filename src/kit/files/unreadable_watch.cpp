@@ -4,6 +4,8 @@
 
 #include "kit/files/folder.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::size_t CountUnreadable(const std::string& directory, const std::string& file) {
@@ -24,3 +26,5 @@ void UnreadableWatch::Report(const TakeNote& note) const {
   if (!PutAside()) return;
   Tell(note, "the old " + m_file + " could not be read and was kept beside the new one");
 }
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 
 #include "kit/notes.h"
 
+namespace zortunedex::kit {
+
 /// Watches whether a save had to put aside a file that could not be read.
 class UnreadableWatch {
  public:
@@ -19,3 +21,5 @@ class UnreadableWatch {
   std::string m_file;
   std::size_t m_before;
 };
+
+}  // namespace zortunedex::kit

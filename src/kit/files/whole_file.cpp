@@ -5,7 +5,7 @@
 #include "kit/failure.h"
 #include "platform/host.h"
 
-namespace whole_file {
+namespace zortunedex::kit::whole_file {
 namespace {
 
 /// What is read at once: it stays in the processor's cache.
@@ -72,4 +72,4 @@ void WriteNew(const std::string& path, std::string_view bytes) {
   RequireWritten(host::WriteNewFile(path, bytes), path, bytes);
 }
 
-}  // namespace whole_file
+}  // namespace zortunedex::kit::whole_file

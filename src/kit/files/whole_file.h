@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace whole_file {
+namespace zortunedex::kit::whole_file {
 
 std::filesystem::path PathOf(const std::string& utf8);
 
@@ -27,4 +27,4 @@ void Replace(const std::string& path, std::string_view bytes);
 /// The same where nothing stands yet. Failure also when something does.
 void WriteNew(const std::string& path, std::string_view bytes);
 
-}  // namespace whole_file
+}  // namespace zortunedex::kit::whole_file

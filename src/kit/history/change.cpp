@@ -10,6 +10,8 @@
 #include "kit/history/replacement.h"
 #include "kit/history/snapshots/retention.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace history {
@@ -203,3 +205,5 @@ Pruned Prune(const ChangeSettings& settings, std::optional<std::size_t> keep) {
 }
 
 }  // namespace history
+
+}  // namespace zortunedex::kit

@@ -10,7 +10,7 @@
 #include "kit/history/recording.h"
 #include "kit/history/renaming.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 struct ChangeSettings {
   std::string directory;
@@ -68,4 +68,4 @@ struct Pruned {
 /// be gone on with.
 Pruned Prune(const ChangeSettings& settings, std::optional<std::size_t> keep);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -5,7 +5,7 @@
 #include "kit/failure.h"
 #include "kit/history/snapshots/file_set.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 namespace {
 
 constexpr std::chrono::milliseconds kPause{10};
@@ -35,4 +35,4 @@ DirectoryLock::DirectoryLock(const std::string& directory, std::chrono::seconds 
   }
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

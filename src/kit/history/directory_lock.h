@@ -6,7 +6,7 @@
 
 #include "platform/host.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 /// Keeps every other command that changes a directory waiting while it lives.
 class DirectoryLock {
@@ -19,4 +19,4 @@ class DirectoryLock {
   std::unique_ptr<host::FileLock> m_lock;
 };
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

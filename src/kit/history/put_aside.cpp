@@ -9,6 +9,8 @@
 #include "kit/history/snapshots/file_set.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace history {
@@ -56,3 +58,5 @@ void PutAside::TakeBack() const {
 }
 
 }  // namespace history
+
+}  // namespace zortunedex::kit

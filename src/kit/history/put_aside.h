@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace history {
+namespace zortunedex::kit::history {
 
 /// What was put aside in a copy of a directory: NAME.unreadable, NAME.unreadable.2, ...
 class PutAside {
@@ -26,4 +26,4 @@ class PutAside {
   std::vector<std::string> m_paths;
 };
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -3,7 +3,7 @@
 #include "kit/history/replacement.h"
 #include "kit/history/snapshots/retention.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 namespace {
 
 /// The files as they are, but those that are still as they were before are as they are after.
@@ -120,4 +120,4 @@ void MoveTo(Store& store, Number number, const Difference& difference) {
   Make(store, number, difference, Origin::Recorded);
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -5,7 +5,7 @@
 
 #include "kit/history/snapshots/store.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 struct Difference {
   FileSet before;
@@ -31,4 +31,4 @@ void Record(Store& store, const Difference& difference, const std::string& by,
 /// Makes the files those of a snapshot that is recorded already; fails as Record does.
 void MoveTo(Store& store, Number number, const Difference& difference);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -3,7 +3,7 @@
 #include "kit/failure.h"
 #include "platform/host.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 FileSet Renamings::ReadFiles() const {
   FileSet files = history::ReadFiles(m_directory);
@@ -31,4 +31,4 @@ void Renamings::TakeBack() {
   }
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -5,7 +5,7 @@
 
 #include "kit/history/snapshots/file_set.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 /// A file that gets the name that it is looked for by.
 struct Renaming {
@@ -33,4 +33,4 @@ class Renamings {
   std::vector<Renaming> m_made;
 };
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

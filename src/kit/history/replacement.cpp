@@ -5,7 +5,7 @@
 #include "kit/files/whole_file.h"
 #include "platform/host.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 namespace {
 
 using Bytes = std::optional<std::string>;
@@ -66,4 +66,4 @@ void ReplaceFiles(const std::string& directory, const FileSet& before, const Fil
   }
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -5,7 +5,7 @@
 #include "kit/failure.h"
 #include "kit/history/snapshots/file_set.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 /// A replacement failed when files had already been replaced and could not be put back.
 class HalfDone : public Failure {
@@ -17,4 +17,4 @@ class HalfDone : public Failure {
 /// Failure: the files are those of before again; HalfDone: some are not.
 void ReplaceFiles(const std::string& directory, const FileSet& before, const FileSet& after);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

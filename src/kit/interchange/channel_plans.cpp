@@ -4,7 +4,7 @@
 #include <iterator>
 #include <span>
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 constexpr std::uint64_t kKilohertz = 1'000;
@@ -95,4 +95,4 @@ std::uint32_t TerrestrialBandwidth(DWORD country, std::uint64_t frequency) {
   return IsEuropean(country) && frequency < kUhf ? 7 : 8;
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

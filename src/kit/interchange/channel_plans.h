@@ -6,7 +6,7 @@
 
 #include "core/interfaces.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// Frequency in Hz of an RF channel of ATSC (the carrier that scanners name), cable by the plan of
 /// the country code, or of one-segment; nothing for a channel that the plan lacks.
@@ -19,4 +19,4 @@ std::optional<std::uint32_t> RfChannelOf(InputSignalType signal, DWORD country,
 /// Bandwidth in MHz of DVB-T on a frequency in kHz where nothing else is known.
 std::uint32_t TerrestrialBandwidth(DWORD country, std::uint64_t frequency);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -4,7 +4,7 @@
 
 #include "kit/failure.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 void ImportResult::Add(ImportedChannel channel, const ImportRequest& request) {
   if (channels.size() >= request.mostChannels) {
@@ -42,4 +42,4 @@ bool Holds(std::span<const InputSignalType> signals, InputSignalType signal) {
   return std::ranges::find(signals, signal) != signals.end();
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -13,7 +13,7 @@
 #include "kit/model/database.h"
 #include "kit/model/narrow_text.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 enum class Names {
   Shown,      ///< the name that the user gave, where there is one
@@ -136,4 +136,4 @@ void FillIndexes(std::vector<ImportedChannel>& channels);
 /// True when channels of the type are among them.
 bool Holds(std::span<const InputSignalType> signals, InputSignalType signal);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

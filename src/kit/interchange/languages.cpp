@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 constexpr std::size_t kLetters = 3;
@@ -80,4 +80,4 @@ std::optional<Language> LanguageOf(std::uint32_t bits) {
   return Language{kLanguages.substr(kByBits[bits].place - 1U, kLetters), kByBits[bits].shared};
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// The low four bits of each letter, the first in the lowest; 0 for what is no code of three
 /// letters. Capitals count as small letters.
@@ -20,4 +20,4 @@ struct Language {
 /// Nothing for 0 and for bits that no code has.
 std::optional<Language> LanguageOf(std::uint32_t bits);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

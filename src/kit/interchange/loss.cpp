@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 constexpr CodeMeaning kCodes[] = {
@@ -69,4 +69,4 @@ bool Losses::Has(Code code) const {
   return m_beyond.contains(code) || std::ranges::find(m_all, code, &Loss::code) != m_all.end();
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -11,7 +11,7 @@
 
 #include "kit/model/field_value.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// A code never changes its meaning.
 enum class Code : std::uint16_t {
@@ -90,4 +90,4 @@ class Losses {
   std::size_t m_most = SIZE_MAX;
 };
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -7,6 +7,8 @@
 
 #include "kit/json/channel_json.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 
 namespace interchange {
@@ -97,3 +99,5 @@ std::string LossText(const LossReport& report) {
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -6,7 +6,7 @@
 
 #include "kit/interchange/loss.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 enum class Direction { Export, Import };
 
@@ -25,4 +25,4 @@ nlohmann::ordered_json LossJson(const LossReport& report);
 /// A line for each code, with its fields and how many channels are meant; empty for no losses.
 std::string LossText(const LossReport& report);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

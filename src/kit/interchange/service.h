@@ -9,7 +9,7 @@
 
 #include "core/interfaces.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// One elementary stream.
 struct Stream {
@@ -72,4 +72,4 @@ struct Service {
   }
 };
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 struct TextLine {
   std::string_view text;   ///< without its end
@@ -36,4 +36,4 @@ class TextLines {
   std::size_t m_number = 0;
 };
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 std::string_view TakeUpTo(char separator, std::string_view& rest) {
   const std::size_t end = std::min(rest.find(separator), rest.size());
@@ -20,4 +20,4 @@ std::optional<std::uint64_t> DigitsOf(std::string_view text, int base) {
   return error == std::errc() ? value : UINT64_MAX;
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

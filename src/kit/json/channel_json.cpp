@@ -5,6 +5,8 @@
 
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 using station_blocks::ComponentList;
 using station_blocks::Field;
@@ -118,3 +120,5 @@ ordered_json Whole(const Channel& channel, InputSignalType signal, const NarrowT
 }
 
 }  // namespace channel_json
+
+}  // namespace zortunedex::kit

@@ -7,7 +7,7 @@
 #include "kit/model/field_value.h"
 #include "kit/model/narrow_text.h"
 
-namespace channel_json {
+namespace zortunedex::kit::channel_json {
 
 /// Null for nothing.
 nlohmann::ordered_json ToJson(const FieldValue& value);
@@ -25,4 +25,4 @@ nlohmann::ordered_json Block(const Channel& channel, InputSignalType signal,
 nlohmann::ordered_json Whole(const Channel& channel, InputSignalType signal,
                              const NarrowText& narrow);
 
-}  // namespace channel_json
+}  // namespace zortunedex::kit::channel_json

@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <tuple>
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 /// FNV-1a.
@@ -48,4 +48,4 @@ std::uint64_t FingerprintOf(const ChannelTable& scan) {
   return sum;
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -2,7 +2,7 @@
 
 #include "kit/model/channel_table.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// The same for channels that differ in nothing but index, favourite mark and lock.
 std::uint64_t HashOf(const Channel& channel);
@@ -14,4 +14,4 @@ bool IsContentBefore(const Channel& a, const Channel& b);
 /// favourite or locked there.
 std::uint64_t FingerprintOf(const ChannelTable& scan);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -5,7 +5,7 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 void RequireSameList(const ChannelTable& list, DWORD country, InputSignalType signal,
@@ -37,4 +37,4 @@ MergePlan PlanMerge(const ChannelTable& list, const MergeBase* base, const Chann
 
 ChannelTable Apply(const MergePlan& plan) { return plan.result; }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -14,7 +14,7 @@
 #include "kit/model/channel_table.h"
 #include "kit/model/field_value.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// What becomes of a channel or of a scanned service. A code never changes its meaning.
 enum class Code : std::uint16_t {
@@ -142,4 +142,4 @@ MergePlan PlanMerge(const ChannelTable& list, const MergeBase* base, const Chann
 /// 3 …; otherwise every channel keeps its index.
 ChannelTable Apply(const MergePlan& plan);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

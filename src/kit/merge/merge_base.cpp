@@ -3,7 +3,7 @@
 #include "kit/merge/fingerprint.h"
 #include "kit/text/signal_types.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 bool operator==(const BaseEntry& a, const BaseEntry& b) {
   return a.absent == b.absent && a.result == b.result && a.source == b.source &&
@@ -23,4 +23,4 @@ std::string BaseFileName(DWORD country, InputSignalType signal) {
   return "base-" + std::to_string(country) + "-" + SignalTypeName(signal) + ".json";
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -9,6 +9,8 @@
 
 #include "kit/model/channel_table.h"
 
+namespace zortunedex::kit {
+
 namespace interchange {
 struct ListContext;
 }
@@ -53,3 +55,5 @@ MergeBase ReadBase(std::string_view bytes, const interchange::ListContext& conte
 std::string BaseFileName(DWORD country, InputSignalType signal);
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

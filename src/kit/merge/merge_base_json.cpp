@@ -10,6 +10,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 using station_blocks::Source;
 
@@ -189,3 +191,5 @@ MergeBase ReadBase(std::string_view bytes, const interchange::ListContext& conte
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

@@ -1,6 +1,6 @@
 #include "kit/merge/merge.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 constexpr CodeMeaning kCodes[] = {
@@ -38,4 +38,4 @@ const char* MeaningOf(Code code) {
   return "";
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -3,6 +3,8 @@
 #include "kit/json/channel_json.h"
 #include "kit/merge/merge_report.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 
 namespace merge {
@@ -59,3 +61,5 @@ ordered_json PlanJson(const MergePlan& plan, PlanKind kind) {
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

@@ -6,7 +6,7 @@
 
 #include "kit/merge/merge.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 enum class PlanKind {
   Merge,  ///< what a merge does
@@ -25,4 +25,4 @@ std::string PlanText(const MergePlan& plan, PlanKind kind);
 /// "candidates" ({"identity","name"}) follow.
 nlohmann::ordered_json PlanJson(const MergePlan& plan, PlanKind kind);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -5,7 +5,7 @@
 #include "kit/selection/channel_field.h"
 #include "kit/text/printable.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 std::string Words(const FieldValue& value) {
@@ -218,4 +218,4 @@ class PlanWriter {
 
 std::string PlanText(const MergePlan& plan, PlanKind kind) { return PlanWriter(plan, kind).Run(); }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -5,6 +5,8 @@
 
 #include "kit/failure.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Layout;
 using station_blocks::Source;
@@ -159,3 +161,5 @@ bool SameChannels(const std::vector<Channel>& a, const std::vector<Channel>& b) 
     return FirstDifference(x, y, nullptr) == nullptr;
   });
 }
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "core/station_blocks.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 /// Everything that an IChannelInfo holds, by value.
 struct Channel {
   UINT index = 0;
@@ -41,3 +43,5 @@ bool SameChannels(const std::vector<Channel>& a, const std::vector<Channel>& b);
 /// The stored places of a channel that are numbers of the record and not of its block.
 std::uint32_t SourceValue(const Channel& channel, station_blocks::Source source);
 void SetSourceValue(Channel& channel, station_blocks::Source source, std::uint32_t value);
+
+}  // namespace zortunedex::kit

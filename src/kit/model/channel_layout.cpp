@@ -7,6 +7,8 @@
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Layout;
 
@@ -32,3 +34,5 @@ std::size_t TextLimit(const Field& field) {
   return field.width == 0 ? NarrowText::kAttributeLimit
                           : std::min<std::size_t>(field.width - 1U, NarrowText::kAttributeLimit);
 }
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 
 #include "kit/model/channel.h"
 
+namespace zortunedex::kit {
+
 /// Layout of a signal type. Failure for a type whose channels the file cannot hold.
 const station_blocks::Layout& LayoutOf(InputSignalType signal);
 
@@ -14,3 +16,5 @@ inline constexpr std::size_t kComponentNameLimit = 7;
 
 /// Most bytes that a text may have to come back whole from the file.
 std::size_t TextLimit(const station_blocks::Field& field);
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 
 #include "kit/failure.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr DWORD kAll = static_cast<DWORD>(ServiceAll);
@@ -144,3 +146,5 @@ const Channel& ChannelList::FindLike(UINT index) const {
           "no channel with the station of channel " + std::to_string(index));
   return AtPosition(record.Get());
 }
+
+}  // namespace zortunedex::kit

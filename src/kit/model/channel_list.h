@@ -8,6 +8,8 @@
 #include "kit/model/database.h"
 #include "kit/reading/readable.h"
 
+namespace zortunedex::kit {
+
 /// A list read whole, with the indexes that the file gave its channels. The lists of the interface
 /// can be walked by position only once they are numbered 1..n, so this one renumbers its own
 /// database, which is never saved.
@@ -74,3 +76,5 @@ std::vector<UINT> IndexesInOrder(IChannelInfoMgr* list, UINT lone);
 
 /// Record with the stored index. Failure when there is none.
 ComPtr<IChannelInfo> RecordAt(IChannelInfoMgr* list, UINT index);
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 #include "kit/text/signal_types.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit {
+
 WideText WideArgument(const std::string& utf8) {
   std::optional<WideText> wide = utf::ToWide(utf8);
   if (!wide) throw InvalidArgument{"an argument is not UTF-8"};
@@ -41,3 +43,5 @@ ComPtr<IChannelInfoMgr> Database::List(InputSignalType signal) const {
           "there is no channel list for " + SignalTypeName(signal));
   return list;
 }
+
+}  // namespace zortunedex::kit

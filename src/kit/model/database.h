@@ -6,6 +6,8 @@
 #include "kit/text/utf.h"
 #include "platform/com_ptr.h"
 
+namespace zortunedex::kit {
+
 /// Where channels are: what CTunedex is opened with.
 struct Location {
   std::string directory;  ///< UTF-8
@@ -34,3 +36,5 @@ class Database {
   ComPtr<IZorTunedex> m_object;
   InputSignalType m_signal;
 };
+
+}  // namespace zortunedex::kit

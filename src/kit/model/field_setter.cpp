@@ -9,6 +9,8 @@
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Form;
@@ -198,3 +200,5 @@ void FieldSetter::SetComponent(Channel& channel, std::size_t entry, const std::s
   }
   Grow(channel, parts.countOffset, entry);
 }
+
+}  // namespace zortunedex::kit

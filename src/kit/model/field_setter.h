@@ -5,6 +5,8 @@
 #include "kit/model/channel.h"
 #include "kit/model/narrow_text.h"
 
+namespace zortunedex::kit {
+
 /// One value to be set: of the attribute with that name, or of the attribute that keeps `source`.
 struct Assignment {
   std::string field;
@@ -41,3 +43,5 @@ class FieldSetter {
   const station_blocks::Layout& m_layout;
   const NarrowText& m_narrow;
 };
+
+}  // namespace zortunedex::kit

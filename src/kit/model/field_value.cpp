@@ -3,6 +3,8 @@
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Source;
@@ -67,3 +69,5 @@ const RecordField* FindRecordField(std::string_view name) {
   }
   return nullptr;
 }
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "kit/model/channel.h"
 #include "kit/model/narrow_text.h"
 
+namespace zortunedex::kit {
+
 /// Nothing, a mark, a number or UTF-8. Numbers of a block are signed, as the file has them;
 /// parameters with a word are that word.
 using FieldValue = std::variant<std::monostate, bool, std::int64_t, std::string>;
@@ -34,3 +36,5 @@ struct RecordField {
 std::span<const RecordField> RecordFields();
 /// Null for a name that is none of theirs.
 const RecordField* FindRecordField(std::string_view name);
+
+}  // namespace zortunedex::kit

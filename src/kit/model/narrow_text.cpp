@@ -7,6 +7,8 @@
 #include "kit/failure.h"
 #include "kit/model/channel.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 // A satellite channel's name has the most room behind it.
@@ -29,7 +31,7 @@ std::string_view UpToZero(const BYTE* bytes, std::size_t size) {
 
 NarrowText::NarrowText(const Database& database) {
   const ComPtr<IChannelInfoMgr> list = database.List(InputSignalDVBSatellite);
-  ::Require(list->CreateChannelInfo(m_record.Receive()), "a record cannot be made");
+  kit::Require(list->CreateChannelInfo(m_record.Receive()), "a record cannot be made");
   std::string ascii(0x7F, '\0');
   std::iota(ascii.begin(), ascii.end(), '\1');
   const WideText wide(ascii.begin(), ascii.end());
@@ -62,7 +64,7 @@ std::optional<std::string> NarrowText::FromWide(WideView wide) const {
 WideText NarrowText::AskWide(std::string_view narrow) const {
   Put(narrow);
   Bstr text;
-  ::Require(m_record->GetChannelName(text.Receive()), "a text cannot be converted");
+  kit::Require(m_record->GetChannelName(text.Receive()), "a text cannot be converted");
   return WideText(text.View());
 }
 
@@ -71,7 +73,7 @@ std::optional<std::string> NarrowText::AskNarrow(WideView wide) const {
   if (wide.find(OLECHAR{0}) != WideView::npos) return std::nullopt;
   Put({});
   const Bstr text(wide);
-  ::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
+  kit::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
   const Channel channel = ReadChannel(m_record.Get());
   std::string narrow(UpToZero(channel.block.data() + kName, kLimit));
   if (narrow.size() < kLimit && channel.name != wide) return std::nullopt;
@@ -82,7 +84,7 @@ std::string NarrowText::Replacing(WideView wide) const {
   if (wide.empty()) return {};
   Put({});
   const Bstr text(wide);
-  ::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
+  kit::Require(m_record->SetChannelName(text.Get()), "a text cannot be converted");
   const Channel channel = ReadChannel(m_record.Get());
   return std::string(UpToZero(channel.block.data() + kName, kLimit));
 }
@@ -96,3 +98,5 @@ std::string NarrowText::Require(WideView wide, std::size_t limit, const std::str
   }
   return *narrow;
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 
 #include "kit/model/database.h"
 
+namespace zortunedex::kit {
+
 /// Converts the narrow texts of station blocks. The library alone knows the code page: a record of
 /// its own serves as the scratch pad on which texts are set as channel names and read back.
 class NarrowText {
@@ -45,3 +47,5 @@ class NarrowText {
 
 /// The bytes in front of the first zero.
 std::string_view UpToZero(const BYTE* bytes, std::size_t size);
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "kit/saving/save_watch.h"
 #include "kit/saving/stored_form.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 const char* const kPresetFile = "PreSetChannelInfo.xml";
@@ -144,3 +146,5 @@ PresetList DropCustomerList(const Location& location, LONG number, const TakeNot
   }
   return list;
 }
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "kit/notes.h"
 #include "kit/presets/presets.h"
 
+namespace zortunedex::kit {
+
 struct StoredList {
   PresetList list;
   std::size_t stored = 0;    ///< channels that the channel list had
@@ -19,3 +21,5 @@ StoredList StoreCustomerList(const Location& location, LONG number, const WideTe
 /// Deletes a list; the others move up, and so does the note of the one that is selected. Answers
 /// the list as it was.
 PresetList DropCustomerList(const Location& location, LONG number, const TakeNote& note);
+
+}  // namespace zortunedex::kit

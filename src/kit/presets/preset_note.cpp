@@ -4,6 +4,8 @@
 #include "kit/files/file_scan.h"
 #include "kit/saving/save_watch.h"
 
+namespace zortunedex::kit {
+
 using file_scan::Tag;
 
 namespace preset_note {
@@ -119,3 +121,5 @@ void Write(const Location& location, const Presets& before, LONG area, LONG subA
 }
 
 }  // namespace preset_note
+
+}  // namespace zortunedex::kit

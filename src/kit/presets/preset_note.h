@@ -5,7 +5,7 @@
 
 #include "kit/presets/presets.h"
 
-namespace preset_note {
+namespace zortunedex::kit::preset_note {
 
 /// True when the file says what is selected.
 bool IsThere(const Location& location);
@@ -22,4 +22,4 @@ void Write(const Location& location, const Presets& before, LONG area, LONG subA
 /// every deletion does, then changes nothing.
 bool ListsAreInOrder(const Location& location, const Presets& presets);
 
-}  // namespace preset_note
+}  // namespace zortunedex::kit::preset_note

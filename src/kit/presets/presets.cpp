@@ -7,6 +7,8 @@
 #include "kit/model/narrow_text.h"
 #include "kit/reading/readable.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// Reads one database's presets. Its document is not to be saved afterwards.
@@ -129,3 +131,5 @@ void RequireSamePresets(const Presets& meant, const Presets& found) {
     RequireSame(meant.Areas()[i], found.Areas()[i]);
   }
 }
+
+}  // namespace zortunedex::kit

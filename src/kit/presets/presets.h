@@ -6,6 +6,8 @@
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
 
+namespace zortunedex::kit {
+
 /// The channels of one sub-area; in the customer's area one of its lists.
 struct PresetList {
   LONG number = 0;
@@ -58,3 +60,5 @@ std::string CountText(std::size_t channels);
 
 /// Raises a Failure that names the first thing of the two that is not the same.
 void RequireSamePresets(const Presets& meant, const Presets& found);
+
+}  // namespace zortunedex::kit

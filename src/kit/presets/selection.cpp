@@ -6,6 +6,8 @@
 #include "kit/saving/file_check.h"
 #include "kit/saving/save_watch.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 void Select(const Location& location, LONG area, const PresetList& list,
@@ -38,3 +40,5 @@ void SelectList(const Location& location, LONG area, const PresetList& list,
     RequireHeld(location, list);
   });
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "kit/reading/xml_fault.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string PlaceText(unsigned line, unsigned column) {
@@ -29,3 +31,5 @@ void RequireReadable(const std::string& directory, const std::string& file) {
   const auto damage = host::CheckFile({utf8.begin(), utf8.end()});
   if (damage) throw UnreadableFile{E_FAIL, file + " cannot be read: " + Describe(path, *damage)};
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 
 #include "kit/failure.h"
 
+namespace zortunedex::kit {
+
 /// A file that is there cannot be read: "ChanInfo.xml cannot be read: line 3, column 20: an &
 /// stands alone; &amp; is meant". What can be done about it is the host's to say.
 struct UnreadableFile : Failure {
@@ -21,3 +23,5 @@ enum class Unreadable {
 /// Raises UnreadableFile for a file of the directory (UTF-8) that is there, and that the library
 /// does not read.
 void RequireReadable(const std::string& directory, const std::string& file);
+
+}  // namespace zortunedex::kit

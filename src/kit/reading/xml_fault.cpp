@@ -9,6 +9,8 @@
 #include "kit/xml/text/characters.h"
 #include "kit/xml/text/damage.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::IsCharacter;
@@ -342,3 +344,5 @@ std::optional<XmlFault> FindXmlFault(std::string_view xml) {
   if (isWide) return std::nullopt;
   return Search(xml).Run();
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace zortunedex::kit {
+
 struct XmlFault {
   unsigned line = 0;    ///< from 1
   unsigned column = 0;  ///< in characters, from 1
@@ -15,3 +17,5 @@ struct XmlFault {
 /// The first fault of a text in an encoding that extends ASCII; nothing where none is found, and
 /// for a text in UTF-16.
 std::optional<XmlFault> FindXmlFault(std::string_view xml);
+
+}  // namespace zortunedex::kit

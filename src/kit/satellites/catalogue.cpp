@@ -6,6 +6,8 @@
 #include "kit/files/file_scan.h"
 #include "kit/reading/readable.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 const char* const kCatalogueFile = "SatelliteInfo.xml";
@@ -149,3 +151,5 @@ SatelliteCatalogue ReadCatalogue(const Location& location) {
   Require(hr, there ? "SatelliteInfo.xml holds no catalogue" : "there is no SatelliteInfo.xml");
   return {ReadSatellites(database), ReadLnbs(database)};
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 
 #include "kit/model/database.h"
 
+namespace zortunedex::kit {
+
 /// In the units of this host: kHz and thousands of symbols a second.
 struct Transponder {
   WideText name;
@@ -58,3 +60,5 @@ struct SatelliteCatalogue {
 /// Loads SatelliteInfo.xml through the interfaces, in the order of the file. Failure when there is
 /// none or it cannot be read.
 SatelliteCatalogue ReadCatalogue(const Location& location);
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/saving/stored_form.h"
 #include "kit/text/satellite_words.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 using catalogue_table::FileName;
@@ -162,3 +164,5 @@ void CatalogueBuilder::AddTitle(const std::string& title, ReadEntry& entry) cons
     entry.notHeld.emplace_back("titles longer than 259 bytes or outside the code page");
   }
 }
+
+}  // namespace zortunedex::kit

@@ -9,6 +9,8 @@
 #include "kit/satellites/catalogue_report.h"
 #include "kit/satellites/catalogue_table.h"
 
+namespace zortunedex::kit {
+
 /// Makes satellites of the files of a folder. What cannot be used is left out and reported.
 class CatalogueBuilder {
  public:
@@ -39,3 +41,5 @@ class CatalogueBuilder {
 /// By the orbital position: Europe from 0 to 73 degrees east, Asia further east up to 160 degrees
 /// west, Atlantic from 0 to 61 degrees west, America in between.
 ESatRegion RegionAt(LONG longitude);
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "kit/text/satellite_words.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using catalogue_table::Entry;
@@ -182,3 +184,5 @@ class EntryReader {
 }  // namespace
 
 ReadEntry ReadTableEntry(const Entry& entry) { return EntryReader(entry).Read(); }
+
+}  // namespace zortunedex::kit

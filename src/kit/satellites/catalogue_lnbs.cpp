@@ -1,5 +1,7 @@
 #include "kit/satellites/catalogue_lnbs.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 struct Row {
@@ -28,3 +30,5 @@ std::vector<LnbType> WellKnownLnbs() {
   }
   return lnbs;
 }
+
+}  // namespace zortunedex::kit

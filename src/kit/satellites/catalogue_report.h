@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace zortunedex::kit {
+
 /// What became of a folder of transponder tables. File names are the bytes that the platform has.
 struct CatalogueReport {
   struct LeftOut {
@@ -36,3 +38,5 @@ struct CatalogueReport {
   }
   void NotHeld(const std::string& what) { ++notHeld[what]; }
 };
+
+}  // namespace zortunedex::kit

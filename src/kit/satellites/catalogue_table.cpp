@@ -6,7 +6,7 @@
 #include "kit/text/ascii.h"
 #include "kit/text/utf.h"
 
-namespace catalogue_table {
+namespace zortunedex::kit::catalogue_table {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -176,4 +176,4 @@ FileName ParseFileName(std::string_view name) {
   return parsed;
 }
 
-}  // namespace catalogue_table
+}  // namespace zortunedex::kit::catalogue_table

@@ -10,7 +10,7 @@
 
 #include "platform/com.h"
 
-namespace catalogue_table {
+namespace zortunedex::kit::catalogue_table {
 
 /// One transponder as it stands in the file. The keys are those of the first form, in capitals; the
 /// other form is read into the same ones.
@@ -53,4 +53,4 @@ struct FileName {
 };
 FileName ParseFileName(std::string_view name);
 
-}  // namespace catalogue_table
+}  // namespace zortunedex::kit::catalogue_table

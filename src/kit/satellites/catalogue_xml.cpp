@@ -3,6 +3,8 @@
 #include "kit/text/satellite_words.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using station_blocks::Form;
@@ -128,3 +130,5 @@ std::string CatalogueXml(const SatelliteCatalogue& catalogue) {
   writer.Close(kRoot);
   return writer.Take();
 }
+
+}  // namespace zortunedex::kit

@@ -8,6 +8,8 @@
 #include "kit/text/printable.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 Location At(const ScratchDirectory& scratch) {
@@ -49,3 +51,5 @@ std::string CheckedXml(const SatelliteCatalogue& catalogue) {
   RequireReadable(xml, catalogue);
   return xml;
 }
+
+}  // namespace zortunedex::kit

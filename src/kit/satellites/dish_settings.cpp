@@ -12,6 +12,8 @@
 #include "kit/saving/stored_form.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -197,3 +199,5 @@ Dishes SaveDishes(const Location& location, Dishes meant, const SaveOptions& opt
   });
   return meant;
 }
+
+}  // namespace zortunedex::kit

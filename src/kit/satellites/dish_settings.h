@@ -8,6 +8,8 @@
 #include "kit/model/database.h"
 #include "kit/saving/save_options.h"
 
+namespace zortunedex::kit {
+
 /// One satellite as received on one dish. Frequencies in kHz.
 struct DishSatellite {
   WideText id;
@@ -29,3 +31,5 @@ Dishes ReadDishes(const Location& location, Unreadable unreadable = Unreadable::
 /// All is tried on a copy first. Raises a Failure when the file cannot hold it (it stays as it was
 /// then), and when it does not hold it after saving. Answers what was written.
 Dishes SaveDishes(const Location& location, Dishes meant, const SaveOptions& options = {});
+
+}  // namespace zortunedex::kit

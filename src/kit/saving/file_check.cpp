@@ -8,6 +8,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/saving/stored_form.h"
 
+namespace zortunedex::kit {
+
 using file_scan::Attribute;
 using file_scan::Tag;
 using station_blocks::Layout;
@@ -79,3 +81,5 @@ void RequirePreFormattable(const Location& location) {
 void RequirePreFormattable(const std::string& directory) { Check(directory, nullptr); }
 
 }  // namespace file_check
+
+}  // namespace zortunedex::kit

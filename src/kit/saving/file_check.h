@@ -5,7 +5,7 @@
 
 #include "kit/model/database.h"
 
-namespace file_check {
+namespace zortunedex::kit::file_check {
 
 /// Raises a Failure when the file, or the country that a save would add to it, holds a value that
 /// the pre-formatted form cannot keep. What the location's own list writes is not looked at: that
@@ -14,4 +14,4 @@ void RequirePreFormattable(const Location& location);
 /// The same for every value of the file.
 void RequirePreFormattable(const std::string& directory);
 
-}  // namespace file_check
+}  // namespace zortunedex::kit::file_check

@@ -9,6 +9,8 @@
 #include "kit/saving/save_watch.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 void RequireSame(const Inventory& meant, const Inventory& found) {
@@ -59,3 +61,5 @@ void RewriteFile(const std::string& directory, EStorageType format) {
     RequireSame(meant, TakeInventory(directory));
   });
 }
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "kit/saving/stored_form.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr UINT kNoIndex = 0xFFFFFFFF;
@@ -196,15 +198,15 @@ std::vector<Channel> ListEditor::ReadIndexes() const {
 
 void ListEditor::RequireStorable(const std::vector<UINT>& indexes) {
   for (const UINT index : indexes) {
-    ::RequireStorable(Find(index), m_location.signal, m_narrow,
-                      m_options.format == StoragePreFmtXML);
+    kit::RequireStorable(Find(index), m_location.signal, m_narrow,
+                         m_options.format == StoragePreFmtXML);
   }
 }
 
 void ListEditor::RequireSavable(const std::vector<Channel>& channels) const {
   const bool preFormatted = m_options.format == StoragePreFmtXML;
   for (const Channel& channel : channels) {
-    ::RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
+    kit::RequireStorable(channel, m_location.signal, m_narrow, preFormatted);
   }
   if (preFormatted) file_check::RequirePreFormattable(m_location);
 }
@@ -263,3 +265,5 @@ void ListEditor::Verify(std::vector<Channel>& channels) const {
     refuse(std::string(different) + " of channel " + std::to_string(meant.index));
   }
 }
+
+}  // namespace zortunedex::kit

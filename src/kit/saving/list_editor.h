@@ -8,6 +8,8 @@
 #include "kit/model/narrow_text.h"
 #include "kit/saving/save_options.h"
 
+namespace zortunedex::kit {
+
 /// Changes one list and saves it: everything is checked before the file is touched, and what was
 /// written is read back and compared.
 class ListEditor {
@@ -74,3 +76,5 @@ class ListEditor {
   std::map<UINT, Channel> m_replaced;
   UINT m_lone = 1;  ///< index that a single channel has, unless it is 1
 };
+
+}  // namespace zortunedex::kit

@@ -6,8 +6,12 @@
 #include "kit/notes.h"
 #include "kit/reading/readable.h"
 
+namespace zortunedex::kit {
+
 struct SaveOptions {
   std::optional<EStorageType> format;  ///< without one the library's own choice: plain
   TakeNote note;
   Unreadable unreadable = Unreadable::Refuse;
 };
+
+}  // namespace zortunedex::kit

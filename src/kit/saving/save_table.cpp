@@ -2,6 +2,8 @@
 
 #include "kit/saving/list_editor.h"
 
+namespace zortunedex::kit {
+
 ChannelTable SaveTable(const std::string& directory, const ChannelTable& table,
                        const SaveOptions& options) {
   ListEditor editor({directory, table.country, table.signal}, options);
@@ -9,3 +11,5 @@ ChannelTable SaveTable(const std::string& directory, const ChannelTable& table,
   editor.Save();
   return {table.country, table.signal, editor.After()};
 }
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 #include "kit/model/channel_table.h"
 #include "kit/saving/save_options.h"
 
+namespace zortunedex::kit {
+
 /// Makes ChanInfo.xml of the directory hold the table's channels in the place of those that it has
 /// for that country and signal type. Everything is checked before the file is touched, and what was
 /// written is read back and compared; nothing is written where nothing differs. Raises a Failure
@@ -11,3 +13,5 @@
 /// that is not the signal type's. Answers the table as it reads back.
 ChannelTable SaveTable(const std::string& directory, const ChannelTable& table,
                        const SaveOptions& options = {});
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 #include "kit/files/whole_file.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// What a save is tried with beside the size of the old file: a change makes a file longer.
@@ -31,3 +33,5 @@ void SaveWatch::Raise(const Failure& failure) const {
   const std::string message = cause.empty() ? what : m_file + " could not be written: " + cause;
   throw FailedSave{failure.Result(), message, "the file is unchanged"};
 }
+
+}  // namespace zortunedex::kit

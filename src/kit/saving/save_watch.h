@@ -5,6 +5,8 @@
 
 #include "kit/failure.h"
 
+namespace zortunedex::kit {
+
 /// A save that failed: what() ends with the state of the file.
 struct FailedSave : Failure {
   FailedSave(HRESULT result, const std::string& reason, const std::string& state)
@@ -39,3 +41,5 @@ class SaveWatch {
   std::string m_file;
   std::optional<std::string> m_before;
 };
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Layout;
@@ -218,3 +220,5 @@ void RequireStorable(const Channel& channel, InputSignalType signal, const Narro
   }
   if (layout.components != nullptr) judge.RequireComponents(*layout.components);
 }
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/model/channel.h"
 #include "kit/model/narrow_text.h"
 
+namespace zortunedex::kit {
+
 /// The channel as it reads back after a save. Differs from the channel where the file does not keep
 /// a value: bytes that no attribute names, the component index and the streams of T-DMB, languages
 /// beyond four bits a letter, satellite parameters without a word, a display name that is empty.
@@ -25,3 +27,5 @@ void RequireWritable(WideView text, bool preFormatted, const std::string& what);
 /// The first character of a text that the form cannot keep, for a message; nothing when there is
 /// none.
 std::optional<std::string> Unwritable(WideView text, bool preFormatted);
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "kit/text/printable.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Layout;
@@ -183,3 +185,5 @@ std::string FieldText(const FieldValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return Printable(*text);
   return "-";
 }
+
+}  // namespace zortunedex::kit

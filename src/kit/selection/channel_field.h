@@ -6,6 +6,8 @@
 
 #include "kit/model/field_value.h"
 
+namespace zortunedex::kit {
+
 /// One value that the channels of a signal type have, by the name that a channel has in JSON:
 /// "number" and the others that the record answers, the attributes of its block ("symbolRate",
 /// "block.serviceType" where the record has the name, too) and those of entries, counted from 1
@@ -40,3 +42,5 @@ class ChannelField {
 
 /// A value for people: yes or no for a mark, "-" for nothing.
 std::string FieldText(const FieldValue& value);
+
+}  // namespace zortunedex::kit

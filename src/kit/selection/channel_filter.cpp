@@ -8,6 +8,8 @@
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Form;
 
 namespace {
@@ -149,3 +151,5 @@ void ChannelMatcher::RequireIndexes(const std::vector<Channel>& channels) const 
     }
   }
 }
+
+}  // namespace zortunedex::kit

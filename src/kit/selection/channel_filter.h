@@ -8,6 +8,8 @@
 #include "kit/selection/channel_field.h"
 #include "kit/selection/index_ranges.h"
 
+namespace zortunedex::kit {
+
 /// The value that a field must have.
 struct FieldCondition {
   std::string field;
@@ -69,3 +71,5 @@ class ChannelMatcher {
   WideText m_name;
   std::vector<FieldTest> m_tests;
 };
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::optional<IndexRange> ParseRange(std::string_view text) {
@@ -49,3 +51,5 @@ std::vector<IndexRange> InOrder(std::vector<IndexRange> ranges) {
   }
   return joined;
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 
 #include "platform/com.h"
 
+namespace zortunedex::kit {
+
 /// Stored indexes from the first to the last, both included.
 struct IndexRange {
   UINT first = 0;
@@ -20,3 +22,5 @@ std::optional<std::vector<IndexRange>> ParseIndexRanges(std::string_view text);
 bool Holds(const std::vector<IndexRange>& ranges, UINT index);
 /// The same indexes in ranges that ascend and do not touch each other's.
 std::vector<IndexRange> InOrder(std::vector<IndexRange> ranges);
+
+}  // namespace zortunedex::kit

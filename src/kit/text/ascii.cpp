@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr char Lower(char letter) {
@@ -35,3 +37,5 @@ std::optional<std::int64_t> ParseNumber(std::string_view text, std::int64_t lowe
   const std::optional<std::int64_t> value = ParseNumber(text);
   return value && *value >= lowest && *value <= highest ? value : std::nullopt;
 }
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+namespace zortunedex::kit {
+
 /// Decimal, or hexadecimal behind 0x, with an optional minus sign.
 std::optional<std::int64_t> ParseNumber(std::string_view text);
 /// The same inside a range.
@@ -12,3 +14,5 @@ std::optional<std::int64_t> ParseNumber(std::string_view text, std::int64_t lowe
                                         std::int64_t highest);
 /// ASCII letters only.
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
+
+}  // namespace zortunedex::kit

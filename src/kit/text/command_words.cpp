@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -79,3 +81,5 @@ std::optional<std::vector<std::string>> CommandWords(std::string_view line) {
   }
   return words;
 }
+
+}  // namespace zortunedex::kit

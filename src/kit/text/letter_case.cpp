@@ -4,6 +4,8 @@
 
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr bool IsIn(OLECHAR unit, OLECHAR first, OLECHAR last) {
@@ -64,3 +66,5 @@ WideText WithoutCase(WideView text) {
 bool HoldsIgnoringCase(WideView text, WideView part) {
   return WithoutCase(text).find(WithoutCase(part)) != WideText::npos;
 }
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// Words beyond this are compared with nothing.
@@ -60,3 +62,5 @@ std::string Listed(const std::vector<std::string>& words) {
   for (const std::string& word : words) list += (list.empty() ? "" : ", ") + word;
   return list;
 }
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 void AppendPrintable(std::string& result, std::uint32_t character) {
@@ -34,3 +36,5 @@ std::string Printable(std::string_view utf8) {
   }
   return result;
 }
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 struct RegionWord {
@@ -52,3 +54,5 @@ std::string PositionText(bool west, LONG longitude) {
   return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) +
          (west || longitude < 0 ? "W" : "E");
 }
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 
 #include "core/interfaces.h"
 
+namespace zortunedex::kit {
+
 /// Asia, Europe, Atlantic, America or Unknown, in any letter case.
 std::optional<ESatRegion> ParseRegion(std::string_view text);
 /// As the file has it; Unknown for what has no word there.
@@ -21,3 +23,5 @@ const char* BandName(ESatFreqBand band);
 
 /// "19.2E" of tenths of a degree; in the west when flagged so or negative.
 std::string PositionText(bool west, LONG longitude);
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 struct SignalName {
@@ -121,3 +123,5 @@ std::string ServiceTypeChoices() {
   }
   return text;
 }
+
+}  // namespace zortunedex::kit

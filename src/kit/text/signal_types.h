@@ -8,6 +8,8 @@
 
 #include "core/interfaces.h"
 
+namespace zortunedex::kit {
+
 /// Enumerator without "InputSignal" in any letter case, or its number.
 std::optional<InputSignalType> ParseSignalType(std::string_view text);
 /// Enumerator without "InputSignal".
@@ -23,3 +25,5 @@ std::string ServiceTypeName(EServiceType serviceType);
 std::optional<EServiceType> ParseServiceType(std::string_view text);
 /// "AnalogTV, DigitalTV, ... or All".
 std::string ServiceTypeChoices();
+
+}  // namespace zortunedex::kit

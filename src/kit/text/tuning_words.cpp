@@ -2,7 +2,7 @@
 
 #include "kit/text/ascii.h"
 
-namespace tuning_words {
+namespace zortunedex::kit::tuning_words {
 namespace {
 
 using station_blocks::Form;
@@ -101,4 +101,4 @@ std::string Choices(Form form) {
   return list;
 }
 
-}  // namespace tuning_words
+}  // namespace zortunedex::kit::tuning_words

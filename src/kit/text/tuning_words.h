@@ -8,7 +8,7 @@
 
 #include "core/station_blocks.h"
 
-namespace tuning_words {
+namespace zortunedex::kit::tuning_words {
 
 struct Word {
   std::int32_t value;
@@ -28,4 +28,4 @@ std::int32_t AsRead(station_blocks::Form form, std::int32_t value);
 /// "a, b or c".
 std::string Choices(station_blocks::Form form);
 
-}  // namespace tuning_words
+}  // namespace zortunedex::kit::tuning_words

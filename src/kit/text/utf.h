@@ -8,6 +8,8 @@
 
 #include "platform/bstr.h"
 
+namespace zortunedex::kit {
+
 using WideText = std::basic_string<OLECHAR>;
 
 namespace utf {
@@ -95,3 +97,5 @@ inline std::optional<WideText> ToWide(std::string_view utf8) {
 }
 
 }  // namespace utf
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "tool/printing/held_output.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace commands {
@@ -116,3 +118,5 @@ void RunBatch(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

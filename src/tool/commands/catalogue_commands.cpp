@@ -8,6 +8,8 @@
 #include "tool/printing/catalogue_report.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace commands {
@@ -45,3 +47,5 @@ void BuildCatalogue(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

@@ -3,6 +3,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/model/field_setter.h"
 
+namespace zortunedex::kit::tool {
+
 using station_blocks::Source;
 
 namespace channel_edits {
@@ -120,3 +122,5 @@ Edit Find(std::string_view command) {
 }
 
 }  // namespace channel_edits
+
+}  // namespace zortunedex::kit::tool

@@ -9,7 +9,7 @@
 #include "kit/saving/list_editor.h"
 #include "tool/options/options.h"
 
-namespace channel_edits {
+namespace zortunedex::kit::tool::channel_edits {
 
 struct Done {
   std::vector<UINT> indexes;  ///< channels that were added or changed, or had the values already
@@ -35,4 +35,4 @@ Done Sort(ListEditor& editor, const Options& options);
 /// What a command does; null for one that changes no channel list.
 Edit Find(std::string_view command);
 
-}  // namespace channel_edits
+}  // namespace zortunedex::kit::tool::channel_edits

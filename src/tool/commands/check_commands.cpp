@@ -11,6 +11,8 @@
 #include "tool/printing/findings.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using check::Finding;
 using nlohmann::ordered_json;
 
@@ -40,8 +42,8 @@ void PrintRepair(const Options& options, const check::Repaired& result) {
     std::cout << "left:\n";
     PrintFindings(result.left);
   }
-  std::cout << (options.dryRun ? "to repair: " : "repaired: ") << CountText(result.mended)
-            << "; left: " << CountText(result.left) << '\n';
+  std::cout << (options.dryRun ? "to repair: " : "repaired: ") << FindingCounts(result.mended)
+            << "; left: " << FindingCounts(result.left) << '\n';
 }
 
 bool IsClean(const std::vector<Finding>& findings) {
@@ -62,7 +64,7 @@ void CheckFiles(const Options& options) {
     PrintJson({{"tunedex", "check"}, {"version", 1}, {"findings", check::ToJson(findings)}});
   } else {
     PrintFindings(findings);
-    std::cout << "found: " << CountText(findings) << '\n';
+    std::cout << "found: " << FindingCounts(findings) << '\n';
   }
   if (!findings.empty()) AskToLook();
 }
@@ -75,3 +77,5 @@ void RepairFiles(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

@@ -5,7 +5,7 @@
 
 #include "tool/options/options.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 
 void ListChannels(const Options& options);
 void ShowChannel(const Options& options);
@@ -67,4 +67,4 @@ void CompareSnapshots(const Options& options);
 void RestoreSnapshot(const Options& options);
 void PruneHistory(const Options& options);
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

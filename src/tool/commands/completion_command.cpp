@@ -3,8 +3,8 @@
 #include "tool/commands/commands.h"
 #include "tool/options/typing/completion.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 
 void PrintCompletion(const Options& options) { std::cout << CompletionScript(options.shell); }
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

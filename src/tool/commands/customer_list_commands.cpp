@@ -6,7 +6,7 @@
 #include "tool/options/location.h"
 #include "tool/printing/output.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 
 void SaveCustomerList(const Options& options) {
   const StoredList result =
@@ -35,4 +35,4 @@ void DeleteCustomerList(const Options& options) {
             << CountText(list.channels.size()) << ": " << Printable(list.name) << '\n';
 }
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

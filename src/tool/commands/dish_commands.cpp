@@ -12,6 +12,8 @@
 #include "tool/options/location.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace commands {
@@ -125,3 +127,5 @@ void RemoveAssignment(const Options& options) {
 void ClearDishes(const Options& options) { Save({}, options); }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

@@ -7,7 +7,7 @@
 #include "tool/printing/channel_view.h"
 #include "tool/printing/output.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 namespace {
 
 /// Opens the list, changes it and saves it; for JSON, prints the channels that were changed, and
@@ -40,4 +40,4 @@ void RemoveChannels(const Options& options) { Change(options, channel_edits::Rem
 void MoveChannel(const Options& options) { Change(options, channel_edits::Move); }
 void SortChannels(const Options& options) { Change(options, channel_edits::Sort); }
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

@@ -16,6 +16,8 @@
 #include "tool/printing/losses.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using interchange::Into;
 using interchange::LossReport;
 
@@ -85,3 +87,5 @@ void ImportChannels(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

@@ -9,6 +9,8 @@
 #include "tool/commands/commands.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace commands {
@@ -69,3 +71,5 @@ void ListCountries(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

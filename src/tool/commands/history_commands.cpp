@@ -10,6 +10,8 @@
 #include "tool/printing/change_report.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using history::FileSet;
 using history::Number;
 using history::Snapshot;
@@ -183,3 +185,5 @@ void PruneHistory(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

@@ -23,6 +23,8 @@
 #include "tool/printing/losses.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using interchange::Format;
 using interchange::Input;
 using merge::MergeBase;
@@ -196,3 +198,5 @@ void CompareChannels(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

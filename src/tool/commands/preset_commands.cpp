@@ -15,6 +15,8 @@
 #include "tool/printing/channel_view.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace commands {
@@ -198,3 +200,5 @@ void ShowSelectedPreset(const Options& options) {
 }
 
 }  // namespace commands
+
+}  // namespace zortunedex::kit::tool

@@ -4,7 +4,7 @@
 #include "tool/options/location.h"
 #include "tool/printing/channel_view.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 namespace {
 
 void PrintOne(const Channel& channel, const ChannelList& list, const Options& options) {
@@ -57,4 +57,4 @@ void FindChannel(const Options& options) {
            options);
 }
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

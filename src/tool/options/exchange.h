@@ -8,6 +8,8 @@
 
 #include "kit/interchange/format.h"
 
+namespace zortunedex::kit::tool {
+
 struct ExchangeOptions {
   const interchange::Format* format = nullptr;
   std::set<std::string> given;  ///< options that not every format takes
@@ -26,3 +28,5 @@ struct ExchangeOptions {
   bool replace = false;
   std::optional<std::int32_t> position;
 };
+
+}  // namespace zortunedex::kit::tool

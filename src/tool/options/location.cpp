@@ -13,6 +13,8 @@
 #include "tool/options/typing/words.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -149,3 +151,5 @@ Location LocationOf(const Options& options) {
 Location SatelliteLocation(const Options& options) {
   return {options.directory, options.country.value_or(1), InputSignalDVBSatellite};
 }
+
+}  // namespace zortunedex::kit::tool

@@ -4,6 +4,8 @@
 #include "kit/model/database.h"
 #include "tool/options/options.h"
 
+namespace zortunedex::kit::tool {
+
 /// Takes what was not given from the environment: TUNEDEX_DIR, TUNEDEX_COUNTRY, TUNEDEX_SIGNAL.
 /// Raises UsageError for a value that is none.
 void TakeEnvironment(Options& options);
@@ -18,3 +20,5 @@ Location LocationOf(const Options& options);
 
 /// Where the satellites of a directory are: any country will do.
 Location SatelliteLocation(const Options& options);
+
+}  // namespace zortunedex::kit::tool

@@ -1,5 +1,7 @@
 #include "tool/options/needs.h"
 
+namespace zortunedex::kit::tool {
+
 Needs NeedsOf(const std::string& command) {
   if (command == "countries" || command == "catalogue build" || command == "completion") return {};
   if (command.starts_with("channels ")) return {Need::Required, Need::Required, Need::Required};
@@ -21,3 +23,5 @@ std::string NeedsHelp(const std::string& command) {
   }
   return text + "'tunedex --help' tells what these options take.";
 }
+
+}  // namespace zortunedex::kit::tool

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace zortunedex::kit::tool {
+
 enum class Need {
   No,        ///< the command does not look at it
   Taken,     ///< it is taken where it is known
@@ -19,3 +21,5 @@ Needs NeedsOf(const std::string& command);
 
 /// A paragraph for the command's help; empty where it needs nothing.
 std::string NeedsHelp(const std::string& command);
+
+}  // namespace zortunedex::kit::tool

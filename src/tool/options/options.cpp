@@ -17,6 +17,8 @@
 #include "tool/options/typing/typing_errors.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 constexpr const char* kPurpose = "Reads and changes the channel database of a directory.";
@@ -187,3 +189,5 @@ void CompleteForSignal(Options& options) {
   RequireFieldsOfSignal(options);
   CompleteBatchForSignal(options);
 }
+
+}  // namespace zortunedex::kit::tool

@@ -15,6 +15,8 @@
 #include "tool/options/exchange.h"
 #include "tool/options/merging.h"
 
+namespace zortunedex::kit::tool {
+
 /// Which of the two names `channels rename` changes.
 enum class RenameTarget { Both, NameOnly, DisplayOnly };
 
@@ -105,3 +107,5 @@ std::optional<Options> ParseOptions(std::vector<std::string> arguments);
 /// Looks at what is told apart by the signal type, once it is known: the fields that are named, and
 /// the lines of a batch. Raises UsageError.
 void CompleteForSignal(Options& options);
+
+}  // namespace zortunedex::kit::tool

@@ -4,6 +4,8 @@
 
 #include "kit/failure.h"
 
+namespace zortunedex::kit::tool {
+
 /// The command line makes no sense: exit status 2.
 struct UsageError : InvalidArgument {
   using InvalidArgument::InvalidArgument;
@@ -12,3 +14,5 @@ struct UsageError : InvalidArgument {
 
   std::string command;  ///< whose help tells more; empty: that of all
 };
+
+}  // namespace zortunedex::kit::tool

@@ -6,6 +6,8 @@
 
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace {
@@ -62,3 +64,5 @@ void AddTo(ordered_json& object, const CatalogueReport& report) {
   object["twoPositions"] = std::move(twoPositions);
   object["notHeld"] = std::move(notHeld);
 }
+
+}  // namespace zortunedex::kit::tool

@@ -5,7 +5,11 @@
 
 #include "kit/satellites/catalogue_report.h"
 
+namespace zortunedex::kit::tool {
+
 /// One line for every file, for every reason and for every kind of value, on standard error.
 void PrintWarnings(const CatalogueReport& report);
 /// Members leftOut, twoPositions and notHeld.
 void AddTo(nlohmann::ordered_json& object, const CatalogueReport& report);
+
+}  // namespace zortunedex::kit::tool

@@ -6,6 +6,8 @@
 #include "kit/text/signal_types.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using history::Change;
 using history::Kind;
 using nlohmann::ordered_json;
@@ -74,3 +76,5 @@ void PrintDryRun(const history::Difference& difference, bool json) {
   if (!json) return PrintChanges(changes);
   PrintJson({{"tunedex", "dry-run"}, {"version", 1}, {"changes", ChangesJson(changes)}});
 }
+
+}  // namespace zortunedex::kit::tool

@@ -7,6 +7,8 @@
 #include "kit/history/comparison/changes.h"
 #include "kit/history/recording.h"
 
+namespace zortunedex::kit::tool {
+
 /// A line for each change: "49 DVBSatellite: channel 5 ProSieben: moved from 7". Nothing for none.
 void PrintChanges(const std::vector<history::Change>& changes);
 
@@ -14,3 +16,5 @@ nlohmann::ordered_json ChangesJson(const std::vector<history::Change>& changes);
 
 /// What a change would do that was not made.
 void PrintDryRun(const history::Difference& difference, bool json);
+
+}  // namespace zortunedex::kit::tool

@@ -7,6 +7,8 @@
 #include "kit/text/signal_types.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using nlohmann::ordered_json;
 
 namespace channel_view {
@@ -56,7 +58,7 @@ void PrintTable(const std::vector<Channel>& channels) {
                                                  "SERVICE", "FAVORITE", "LOCK", "SCRAMBLED", "MHP",
                                                  "NAME", "DISPLAY NAME"}};
   for (const Channel& channel : channels) rows.push_back(ToRow(channel));
-  ::PrintTable(rows);
+  tool::PrintTable(rows);
 }
 
 void PrintTable(const std::vector<Channel>& channels, const std::vector<ChannelField>& fields,
@@ -69,7 +71,7 @@ void PrintTable(const std::vector<Channel>& channels, const std::vector<ChannelF
     for (const ChannelField& field : fields) row.push_back(FieldText(field.Of(channel, narrow)));
     rows.push_back(std::move(row));
   }
-  ::PrintTable(rows);
+  tool::PrintTable(rows);
 }
 
 void PrintWhole(const std::vector<Channel>& channels, InputSignalType signal,
@@ -81,7 +83,7 @@ void PrintWhole(const std::vector<Channel>& channels, InputSignalType signal,
     std::vector<std::vector<std::string>> rows;
     for (std::size_t j = 0; j < values.size(); ++j) rows.push_back({names[j], values[j]});
     if (i != 0) std::cout << '\n';
-    ::PrintTable(rows);
+    tool::PrintTable(rows);
     std::cout << BlockText(channel_json::Block(channels[i], signal, narrow));
   }
 }
@@ -93,3 +95,5 @@ void PrintJson(const std::vector<Channel>& channels, InputSignalType signal,
 }
 
 }  // namespace channel_view
+
+}  // namespace zortunedex::kit::tool

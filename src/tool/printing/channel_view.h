@@ -6,7 +6,7 @@
 #include "kit/model/channel.h"
 #include "kit/selection/channel_field.h"
 
-namespace channel_view {
+namespace zortunedex::kit::tool::channel_view {
 
 /// A table of the twelve values that the record answers.
 void PrintTable(const std::vector<Channel>& channels);
@@ -20,4 +20,4 @@ void PrintWhole(const std::vector<Channel>& channels, InputSignalType signal,
 void PrintJson(const std::vector<Channel>& channels, InputSignalType signal,
                const NarrowText& narrow);
 
-}  // namespace channel_view
+}  // namespace zortunedex::kit::tool::channel_view

@@ -5,6 +5,8 @@
 
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 using check::Finding;
 using check::Severity;
 
@@ -43,7 +45,7 @@ void PrintFindings(const std::vector<Finding>& findings) {
   }
 }
 
-std::string CountText(const std::vector<Finding>& findings) {
+std::string FindingCounts(const std::vector<Finding>& findings) {
   std::string text;
   for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
     const auto count = std::ranges::count_if(
@@ -54,3 +56,5 @@ std::string CountText(const std::vector<Finding>& findings) {
   }
   return text.empty() ? "nothing" : text;
 }
+
+}  // namespace zortunedex::kit::tool

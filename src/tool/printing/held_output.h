@@ -4,6 +4,8 @@
 #include <sstream>
 #include <string>
 
+namespace zortunedex::kit::tool {
+
 /// Holds back what is printed while it lives.
 class HeldOutput {
  public:
@@ -18,3 +20,5 @@ class HeldOutput {
   std::ostringstream m_text;
   std::streambuf* m_target;
 };
+
+}  // namespace zortunedex::kit::tool

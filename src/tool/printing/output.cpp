@@ -8,6 +8,8 @@
 #include "kit/text/columns/text_table.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// JSON with every control character escaped; the library's own escaping ends at U+001F.
@@ -59,3 +61,5 @@ void PrintNote(const std::string& note) { std::cerr << "tunedex: " << Printable(
 void FinishOutput() {
   if (!std::cout.flush()) throw UnwrittenOutput{E_FAIL, "the output could not be written"};
 }
+
+}  // namespace zortunedex::kit::tool

@@ -10,6 +10,8 @@
 #include "kit/failure.h"
 #include "kit/text/printable.h"
 
+namespace zortunedex::kit::tool {
+
 /// Rows under a head line; they fit the terminal where standard output is one.
 void PrintTable(const std::vector<std::vector<std::string>>& rows);
 
@@ -29,3 +31,5 @@ struct UnwrittenOutput : Failure {
 
 /// Raises UnwrittenOutput when what was printed did not reach its target.
 void FinishOutput();
+
+}  // namespace zortunedex::kit::tool

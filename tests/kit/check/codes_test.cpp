@@ -6,6 +6,8 @@
 #include <iterator>
 #include <string>
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(CheckCodes, AreFoundByName) {
@@ -32,3 +34,5 @@ TEST(CheckCodes, AreInTheDocument) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/xml/hostile_text.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string FileOf(const std::string& frequency) {
@@ -139,3 +141,5 @@ TEST(CheckComparison, HoldsForRawMarkup) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

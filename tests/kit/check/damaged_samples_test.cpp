@@ -7,6 +7,8 @@
 #include "kit/home.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using check::Finding;
@@ -121,3 +123,5 @@ TEST(CheckDamagedSamples, AreRepairedSoundlyOrLeft) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "kit/history/killed_change.h"
 #include "kit/history/recorded_home.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -237,3 +239,5 @@ TEST_P(KilledRepairs, LoseNothing) {
 INSTANTIATE_TEST_SUITE_P(All, KilledRepairs, testing::Values(Fault::KillBefore, Fault::KillHalf));
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -13,6 +13,8 @@
 #include "kit/home.h"
 #include "support/code_page.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -228,3 +230,5 @@ TEST(CheckFixtures, CodesCanBeChosen) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -14,6 +14,8 @@
 #include "kit/text/tuning_words.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using check::Finding;
@@ -198,3 +200,5 @@ TEST(CheckNoFalseAlarm, RandomRecordsOfAllTypesInBothForms) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

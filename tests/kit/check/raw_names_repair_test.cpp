@@ -11,6 +11,8 @@
 #include "kit/text/signal_types.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr UINT kChannels = 100;
@@ -86,3 +88,5 @@ TEST(CheckRawNames, AreReadByTheLibraryOrLeftOut) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 #include "kit/check/checker.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using check::Finding;
@@ -122,3 +124,5 @@ TEST_F(CheckSatellites, AreAssignedAsTheyWere) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 
 #include "kit/check/checker.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// Paths and attributes of what is unknown in a channel of a set.
@@ -52,3 +54,5 @@ TEST(CheckUnknownParts, AreThoseOfChannelsWithoutAForm) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "reliability/disk_faults.h"
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using disk_faults::Fault;
@@ -102,3 +104,5 @@ TEST(WriteNewFileFaults, LeaveNothingOrTheWholeFile) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

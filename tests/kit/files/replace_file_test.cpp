@@ -7,6 +7,8 @@
 #include "platform/host.h"
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(ReplaceFile, MakesAFileAndReplacesIt) {
@@ -76,3 +78,5 @@ TEST(WriteNewFile, LeavesWhatStandsThere) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

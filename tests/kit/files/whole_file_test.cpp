@@ -4,6 +4,8 @@
 
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 class WholeFiles : public testing::Test {
@@ -68,3 +70,5 @@ TEST_F(WholeFiles, AreReadInPartsAsFarAsIsAskedFor) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

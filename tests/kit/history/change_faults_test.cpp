@@ -9,6 +9,8 @@
 #include "kit/history/recorded_home.h"
 #include "kit/history/replacement.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using disk_faults::Fault;
@@ -171,3 +173,5 @@ TEST_P(KilledChanges, LeaveOldOrNewFiles) {
 INSTANTIATE_TEST_SUITE_P(All, KilledChanges, testing::Values(Fault::KillBefore, Fault::KillHalf));
 
 }  // namespace
+
+}  // namespace zortunedex::kit

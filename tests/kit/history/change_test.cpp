@@ -4,6 +4,8 @@
 #include "kit/history/recorded_home.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 const Texts kBeforeIt = {{"ChanInfo.xml", "old"}, {"UserSettings.xml", "dishes"}};
@@ -264,3 +266,5 @@ TEST(Prune, KeepsTenHoweverLargeTheyAre) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

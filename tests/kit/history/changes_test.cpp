@@ -6,6 +6,8 @@
 #include "kit/home.h"
 #include "kit/saving/save_table.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using history::Change;
@@ -178,3 +180,5 @@ TEST(AllChanges, NameFilesThatCameWentOrDifferInFormAlone) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

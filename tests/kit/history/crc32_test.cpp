@@ -4,6 +4,8 @@
 
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// Bit by bit.
@@ -34,3 +36,5 @@ TEST(Crc32, IsThatOfEveryByteAtEveryLength) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "kit/history/recorded_home.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 const Texts kStateOne = {{"ChanInfo.xml", "first"}, {"UserSettings.xml", "dishes"}};
@@ -178,3 +180,5 @@ TEST(DamagedHistory, MayBeAFileInTheFoldersPlace) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -8,6 +8,8 @@
 #include "kit/history/recorded_home.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using std::chrono::seconds;
@@ -72,3 +74,5 @@ TEST(DirectoryLock, LetsNoChangeOfTwoLoopsGetLost) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "kit/home.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using history::Number;
@@ -184,3 +186,5 @@ TEST(HistoryModel, EveryStepLeavesWhatTheModelHas) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/history/directory_lock.h"
 #include "kit/history/recorded_home.h"
 
+namespace zortunedex::kit {
+
 void Operate(const std::string& directory, Operation operation) {
   const history::ChangeSettings settings{directory, "faulty"};
   switch (operation) {
@@ -41,3 +43,5 @@ int RunFaultyChange(const std::string& directory, Operation operation, disk_faul
     return 1;
   }
 }
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 
 #include "reliability/disk_faults.h"
 
+namespace zortunedex::kit {
+
 enum class Operation {
   Change,  ///< of two files
   Merge,   ///< of the channels and of the scan that the next merge is told changes by
@@ -24,3 +26,5 @@ int StatusOfKilledChange(const std::string& directory, Operation operation,
 /// What such a process does, and its status.
 int RunFaultyChange(const std::string& directory, Operation operation, disk_faults::Fault fault,
                     int position);
+
+}  // namespace zortunedex::kit

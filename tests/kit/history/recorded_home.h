@@ -11,6 +11,8 @@
 #include "kit/history/change.h"
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit {
+
 using Texts = std::map<std::string, std::string>;
 
 class RecordedHome {
@@ -76,3 +78,5 @@ inline void ExpectWholeHistory(const std::string& directory) {
     EXPECT_TRUE(expected.contains(name) || history::IsBase(name)) << name << " is left over";
   }
 }
+
+}  // namespace zortunedex::kit

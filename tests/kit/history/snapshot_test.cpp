@@ -3,6 +3,8 @@
 #include "kit/history/snapshots/file_set.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using history::Damage;
@@ -121,3 +123,5 @@ TEST(RecordedFiles, AreTheFourAndTheBases) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

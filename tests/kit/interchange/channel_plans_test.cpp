@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::FrequencyOf;
@@ -91,3 +93,5 @@ TEST(ChannelPlans, KnowTheBandwidthOfCountries) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

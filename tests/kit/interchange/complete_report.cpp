@@ -7,6 +7,8 @@
 
 #include "kit/json/channel_json.h"
 
+namespace zortunedex::kit {
+
 using interchange::Code;
 using nlohmann::ordered_json;
 
@@ -130,3 +132,5 @@ void ExpectCompleteReport(const Exchange& exchange, const char* format,
     EXPECT_EQ(lasting == nullptr ? file.bytes : lasting(file.bytes), second.output.files[i].bytes);
   }
 }
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 
 #include "kit/interchange/exchange.h"
 
+namespace zortunedex::kit {
+
 /// Names of the attributes that two channels have different values of, as reports name them:
 /// "networkName", "AudioStream.pid", "AudioStream" for entries that only one of them has.
 std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channel& a,
@@ -13,3 +15,5 @@ std::vector<std::string> FieldsThatDiffer(const Exchange& exchange, const Channe
 /// assumed, a value. What is exported then must be the same file, or what `lasting` makes of it.
 void ExpectCompleteReport(const Exchange& exchange, const char* format,
                           std::string (*lasting)(const std::string& bytes) = nullptr);
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/saving/stored_form.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Layout;
@@ -154,3 +156,5 @@ std::string CodesOf(const interchange::Losses& losses) {
   for (const std::string& one : seen) text += (text.empty() ? "" : ", ") + one;
   return text;
 }
+
+}  // namespace zortunedex::kit

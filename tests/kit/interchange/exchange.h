@@ -15,6 +15,8 @@
 #include "kit/model/channel_table.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 /// A list in a data directory and what exports and imports of it need.
 class Exchange {
  public:
@@ -54,3 +56,5 @@ Channel RandomChannel(const Exchange& exchange, Random& random, UINT index);
 
 /// "L101 networkName, L202 freq": code and field of every loss, each once, in order.
 std::string CodesOf(const interchange::Losses& losses);
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::AddDifferences;
@@ -191,3 +193,5 @@ TEST(Exporting, RefusesTypesThatTheFormatDoesNotHave) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Export;
@@ -46,3 +48,5 @@ TEST(WholeFormats, KeepRandomChannelsOfEveryType) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Import;
@@ -127,3 +129,5 @@ TEST(Importing, LetsAFormatMakeTheWholeList) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Language;
@@ -55,3 +57,5 @@ TEST(Languages, CountAsTheStandardDoes) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

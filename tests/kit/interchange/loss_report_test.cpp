@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -112,3 +114,5 @@ TEST(LossReport, HasACodeForEveryMeaningOfTheDocument) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

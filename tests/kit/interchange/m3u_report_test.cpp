@@ -10,6 +10,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -125,3 +127,5 @@ TEST(M3uReport, IsAboutAllButOrderNumbersAndFavouritesWhichComeBack) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

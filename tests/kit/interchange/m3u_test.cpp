@@ -5,6 +5,8 @@
 #include "kit/interchange/vdr_channels.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Export;
@@ -253,3 +255,5 @@ TEST(M3uFormat, BringsItsOwnListBackAsItIs) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Format;
@@ -127,3 +129,5 @@ TEST(Scan, IsToldOfEachOfTwoChannelsWithOneIdentity) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 #include "kit/interchange/services/station_values.h"
 #include "kit/selection/channel_field.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -342,3 +344,5 @@ TEST(Services, AreStableAfterOneRound) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::TextLine;
@@ -35,3 +37,5 @@ TEST(TextLines, BeginBehindAMark) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "kit/failure.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::ReadTuningTables;
@@ -45,3 +47,5 @@ TEST(TuningTables, RefuseAFolderWithoutOne) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

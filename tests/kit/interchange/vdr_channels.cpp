@@ -9,6 +9,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/model/field_setter.h"
 
+namespace zortunedex::kit {
+
 using interchange::Code;
 using interchange::Import;
 using interchange::Loss;
@@ -91,3 +93,5 @@ Accounts AccountsOf(const Exchange& exchange, const std::string& bytes) {
   }
   return accounts;
 }
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 
 #include "kit/interchange/exchange.h"
 
+namespace zortunedex::kit {
+
 /// The sets of the samples that the form holds.
 inline constexpr std::pair<DWORD, InputSignalType> kVdrSampleSets[] = {
     {49, InputSignalDVBSatellite},
@@ -36,3 +38,5 @@ struct Accounts {
   std::string missing;  ///< numbers of lines that are neither a channel nor in the report
 };
 Accounts AccountsOf(const Exchange& exchange, const std::string& bytes);
+
+}  // namespace zortunedex::kit

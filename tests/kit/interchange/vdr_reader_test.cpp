@@ -6,6 +6,8 @@
 #include "kit/interchange/vdr_channels.h"
 #include "kit/selection/channel_field.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -346,3 +348,5 @@ TEST(VdrReader, ReadsHostileFilesInTimeThatGrowsWithThem) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 #include "kit/interchange/vdr_channels.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(VdrReport, NamesEveryDifferenceOfTheSamplesAndNothingElse) {
@@ -38,3 +40,5 @@ TEST(VdrReport, AccountsForEveryLineOfAScan) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

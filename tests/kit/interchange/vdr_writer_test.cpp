@@ -2,6 +2,8 @@
 #include "kit/interchange/vdr_channels.h"
 #include "kit/model/channel_layout.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -248,3 +250,5 @@ TEST(VdrWriter, LeavesOutWhatTheProgramWouldRefuse) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

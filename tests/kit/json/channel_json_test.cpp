@@ -5,6 +5,8 @@
 #include "kit/home.h"
 #include "kit/model/channel_table.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -43,3 +45,5 @@ TEST(ChannelJson, HasNoBlockWhereTheChannelHasNone) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -19,6 +19,8 @@
 #include "kit/interchange/vdr_channels.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -332,3 +334,5 @@ TEST(Dvbv5Tables, AreReadWithEveryLineAccountedFor) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -9,6 +9,8 @@
 #include "kit/json/channel_json.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -87,3 +89,5 @@ TEST(Enigma2Peer, UnderstandsEveryChannelOfTheSamples) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/reading/readable.h"
 #include "support/linux/child.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(ReadableModes, WithoutTheRightToReadTheCauseIsTold) {
@@ -39,3 +41,5 @@ TEST(ReadableModes, WhereNoWordsAreFoundTheParsersPlaceIsTold) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -8,6 +8,8 @@
 #include "platform/host.h"
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 mode_t ModeOf(const std::string& path) {
@@ -53,3 +55,5 @@ TEST(ReplaceFileModes, ANewFileIsNoLinkThatLeadsNowhere) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

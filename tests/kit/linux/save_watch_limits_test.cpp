@@ -11,6 +11,8 @@
 #include "kit/saving/save_table.h"
 #include "support/linux/child.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// True when a save raises a Failure with this message and the file stays as it is.
@@ -75,3 +77,5 @@ TEST(SaveWatchLimits, DishesToo) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

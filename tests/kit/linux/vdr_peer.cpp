@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+namespace zortunedex::kit {
 namespace {
 
 constexpr char kPlugin[] = R"(#include <vdr/dvbdevice.h>
@@ -64,3 +65,5 @@ std::string VdrPeer::Printed(const std::string& channels) const {
 std::string VdrPeer::Understood(const std::string& channels) const {
   return Run(channels, "UNDERSTOOD=1");
 }
+
+}  // namespace zortunedex::kit

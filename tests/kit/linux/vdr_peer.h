@@ -6,6 +6,8 @@
 
 #include "support/temp_dir.h"
 
+namespace zortunedex::kit {
+
 /// Runs the program with a plugin that prints the channels it took and ends it before it opens a
 /// device. The plugin is built in a directory that goes with the object.
 class VdrPeer {
@@ -26,3 +28,5 @@ class VdrPeer {
   TempDir m_folder;
   bool m_isThere = false;
 };
+
+}  // namespace zortunedex::kit

@@ -9,6 +9,8 @@
 
 #include "kit/interchange/vdr_channels.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -131,3 +133,5 @@ TEST_F(VdrProgram, ComesWithExamplesWhoseEveryLineIsAccountedFor) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -8,6 +8,8 @@
 #include "kit/merge/merge_world.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 class MergeBaseDocument : public testing::TestWithParam<InputSignalType> {};
@@ -82,3 +84,5 @@ TEST(MergeBaseFile, RefusesWhatIsDamagedOrAnothers) {
                         [&] { merge::ReadBase(text, other.Context()); });
   EXPECT_EQ("base-49-DVBSatellite.json", merge::BaseFileName(49, InputSignalDVBSatellite));
 }
+
+}  // namespace zortunedex::kit

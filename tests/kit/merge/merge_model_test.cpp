@@ -10,6 +10,8 @@
 
 #include "kit/merge/merge_world.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 struct Plain {
@@ -208,3 +210,5 @@ TEST_P(MergeModel, AgreesOnWhoIsWho) {
 INSTANTIATE_TEST_SUITE_P(Types, MergeModel,
                          testing::Values(InputSignalATSCAntenna, InputSignalATSCCable,
                                          InputSignalFMRadio));
+
+}  // namespace zortunedex::kit

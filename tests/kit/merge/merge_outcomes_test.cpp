@@ -7,6 +7,8 @@
 #include "kit/merge/merge_sight.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// Attributes of a type that stand for their kind; null: it has none.
@@ -293,3 +295,5 @@ INSTANTIATE_TEST_SUITE_P(Types, MergeOutcomes,
                          [](const testing::TestParamInfo<InputSignalType>& type) {
                            return SignalTypeName(type.param);
                          });
+
+}  // namespace zortunedex::kit

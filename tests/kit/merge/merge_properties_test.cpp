@@ -8,6 +8,8 @@
 #include "kit/merge/merge_world.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 using merge::Change;
 using merge::MergePlan;
 
@@ -155,3 +157,5 @@ INSTANTIATE_TEST_SUITE_P(Types, MergeProperties,
                          [](const testing::TestParamInfo<InputSignalType>& type) {
                            return SignalTypeName(type.param);
                          });
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 
 #include "kit/model/channel_layout.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 bool IsOfDvb(InputSignalType signal) {
@@ -358,3 +360,5 @@ bool SightModel::IsLookedFor(std::size_t l) const {
            DistanceOf(ours, theirs) <= ReachOf(ours.signal);
   });
 }
+
+}  // namespace zortunedex::kit

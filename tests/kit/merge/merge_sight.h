@@ -10,6 +10,8 @@
 
 #include "kit/merge/merge_world.h"
 
+namespace zortunedex::kit {
+
 /// What a channel is recognised by.
 struct Sight {
   InputSignalType signal = InputSignalUnknown;
@@ -90,3 +92,5 @@ class SightModel {
   bool m_isReversed;
   std::set<std::size_t> m_taken;
 };
+
+}  // namespace zortunedex::kit

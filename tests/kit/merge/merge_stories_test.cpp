@@ -8,6 +8,8 @@
 #include "kit/merge/merge_report.h"
 #include "kit/merge/merge_world.h"
 
+namespace zortunedex::kit {
+
 using merge::MergePlan;
 using merge::MergePolicy;
 
@@ -436,3 +438,5 @@ TEST_F(MergeStory, RefusesOtherListsAndEmptyScans) {
   ExpectRaised<Failure>("the scan holds channels of FMRadio, the list those of DVBSatellite",
                         [this] { m_world.Plan(); });
 }
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/merge/merge_sight.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 class MergeTiers : public testing::TestWithParam<InputSignalType> {
@@ -136,3 +138,5 @@ INSTANTIATE_TEST_SUITE_P(Types, MergeTiers,
                          [](const testing::TestParamInfo<InputSignalType>& type) {
                            return SignalTypeName(type.param);
                          });
+
+}  // namespace zortunedex::kit

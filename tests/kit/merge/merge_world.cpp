@@ -7,6 +7,8 @@
 
 #include "kit/model/channel_layout.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Layout;
 using station_blocks::Source;
@@ -294,3 +296,5 @@ std::string CodesIn(const merge::MergePlan& plan) {
   }
   return text;
 }
+
+}  // namespace zortunedex::kit

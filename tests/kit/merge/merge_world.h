@@ -10,6 +10,8 @@
 #include "kit/merge/merge.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 /// A channel of a signal type by the attributes of the file; both names are `name`.
 using Attributes = std::initializer_list<std::pair<const char*, std::uint32_t>>;
 Channel MakeStation(InputSignalType signal, UINT index, const std::string& name,
@@ -75,3 +77,5 @@ std::string CodesIn(const merge::MergePlan& plan);
 #define ZORTUNEDEX_MERGE_CASES 25
 #endif
 inline constexpr int kMergeCases = ZORTUNEDEX_MERGE_CASES;
+
+}  // namespace zortunedex::kit

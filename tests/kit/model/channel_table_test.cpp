@@ -4,6 +4,8 @@
 #include "kit/home.h"
 #include "kit/model/channel_layout.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(ChannelTable, HoldsTheChannelsOfOneCountryAndType) {
@@ -75,3 +77,5 @@ TEST(Channels, TellWhatDiffersFirst) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 #include "kit/home.h"
 #include "kit/model/channel_layout.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using station_blocks::Source;
@@ -101,3 +103,5 @@ TEST(ChannelLayouts, AreThereForWhatTheFileHolds) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

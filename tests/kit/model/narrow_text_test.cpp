@@ -3,6 +3,8 @@
 #include "kit/home.h"
 #include "kit/model/channel.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 class NarrowTexts : public testing::Test {
@@ -52,3 +54,5 @@ TEST_F(NarrowTexts, HaveNoZeros) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/presets/preset_note.h"
 #include "kit/presets/selection.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(PresetValues, HoldAreasAndTheirLists) {
@@ -69,3 +71,5 @@ TEST(PresetValues, NotesNumbersOfSixteenBitsAlone) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

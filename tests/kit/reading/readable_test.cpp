@@ -6,6 +6,8 @@
 #include "kit/model/channel_list.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 const char* const kName = "ChanInfo.xml";
@@ -102,3 +104,5 @@ TEST(Readable, IsWhatTheLibraryReads) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

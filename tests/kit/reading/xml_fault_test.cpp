@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string FaultOf(std::string_view xml) {
@@ -108,3 +110,5 @@ TEST(XmlFault, KnowsThatThereAreOtherEncodings) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 #include "kit/home.h"
 #include "kit/satellites/checked_catalogue.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(Catalogues, ReadBackAsTheyAreWritten) {
@@ -59,3 +61,5 @@ TEST(Catalogues, AreMadeOfTables) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -3,6 +3,8 @@
 #include "kit/failure.h"
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(DishSettings, AreReadByDish) {
@@ -53,3 +55,5 @@ TEST(DishSettings, StayWhereTheyCannotBeHeld) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "kit/saving/inventory.h"
 #include "kit/saving/save_table.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 class ListEditors : public testing::Test {
@@ -162,3 +164,5 @@ TEST_F(ListsOfTheirOwn, SortChannelsThatHaveOneIndex) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -8,6 +8,8 @@
 #include "kit/saving/inventory.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 const std::pair<DWORD, InputSignalType> kGermanSatellites = {49, InputSignalDVBSatellite};
@@ -217,3 +219,5 @@ TEST(RewriteFile, NeedsAFileThatCanBeRead) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include "kit/home.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(SaveWatch, TellsWhatBecameOfTheFile) {
@@ -43,3 +45,5 @@ TEST(SaveWatch, KeepsTheResult) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string NameOf(OLECHAR unit, bool preFormatted = false) {
@@ -33,3 +35,5 @@ TEST(Unwritable, NamesWhatThePreFormattedFormWritesAsItStands) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -9,6 +9,8 @@
 #include "kit/text/printable.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -146,3 +148,5 @@ TEST_F(ChannelFields, ReadNothingBehindTheEndOfABlock) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -5,6 +5,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/model/field_setter.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr InputSignalType kSatellite = InputSignalDVBSatellite;
@@ -162,3 +164,5 @@ TEST_F(ChannelFilters, RefuseValuesThatAFieldNeverHas) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string Text(const std::vector<IndexRange>& ranges) {
@@ -36,3 +38,5 @@ TEST(IndexRanges, InOrderAreJoinedAndLookedUp) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(Ascii, ReadsDecimalAndHexadecimalNumbers) {
@@ -36,3 +38,5 @@ TEST(Ascii, ComparesLettersInAnyCase) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using Words = std::vector<std::string>;
@@ -33,3 +35,5 @@ TEST(CommandWords, NeedTheirEnd) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

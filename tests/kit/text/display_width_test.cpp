@@ -4,6 +4,8 @@
 
 #include "kit/text/columns/display_width_table.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 template <std::size_t Count>
@@ -68,3 +70,5 @@ TEST(DisplayWidth, CutsToColumns) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

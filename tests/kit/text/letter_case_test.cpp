@@ -4,6 +4,8 @@
 
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 bool Same(std::string_view a, std::string_view b) {
@@ -41,3 +43,5 @@ TEST(LetterCase, PartsAreFound) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string NearestTo(const std::string& word, const std::vector<std::string>& known) {
@@ -36,3 +38,5 @@ TEST(Listed, HasCommasBetween) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string Wide(OLECHAR unit) { return Printable(WideView(&unit, 1)); }
@@ -32,3 +34,5 @@ TEST(Printable, TakesUtf8Alike) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 
 #include "kit/text/columns/display_width.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using TableRows = std::vector<std::vector<std::string>>;
@@ -71,3 +73,5 @@ TEST(TextTables, OfHeadingsAlone) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include "kit/text/printable.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 std::string Bytes(const char8_t* text) {
@@ -41,3 +43,5 @@ TEST(Printable, ShowsControlCharactersAsTheirCodes) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using station_blocks::Form;
@@ -80,3 +82,5 @@ TEST(Failures, NameTheirResults) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -10,6 +10,8 @@
 #include "platform/host.h"
 #include "support/windows/child.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr char kWord[] = "--faulty-change";
@@ -31,7 +33,10 @@ int StatusOfKilledChange(const std::string& directory, Operation operation,
                              std::to_string(position) + " \"" + directory + "\"");
 }
 
+}  // namespace zortunedex::kit
+
 int main(int argc, char** argv) {
+  using namespace zortunedex::kit;
   if (argc == 6 && std::string_view(argv[1]) == kWord) return ChangeAsTold(argv + 2);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();

@@ -6,6 +6,8 @@
 #include "kit/xml/text/character_runs.h"
 #include "kit/xml/tree/document.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Document;
@@ -166,3 +168,5 @@ TEST(Damages, OfCharactersEndAtAMillion) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Document;
@@ -102,3 +104,5 @@ TEST(Document, ClosesAnElementInFrontOfItsLike) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

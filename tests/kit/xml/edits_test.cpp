@@ -6,6 +6,8 @@
 
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Edits;
@@ -89,3 +91,5 @@ TEST(Edits, DoTheSameInAnyOrder) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

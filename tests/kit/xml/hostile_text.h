@@ -9,6 +9,8 @@
 
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 /// A piece of a vocabulary of markup, broken markup and bytes.
 inline std::string_view HostilePiece(Random& random) {
   using std::string_view_literals::operator""sv;
@@ -165,3 +167,5 @@ inline std::string HostilePreFormattedText(Random& random) {
   }
   return text + "\t\t</ChannelSet>\r\n\t</Country>\r\n</CHANNELTABLE>\r\n";
 }
+
+}  // namespace zortunedex::kit

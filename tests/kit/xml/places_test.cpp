@@ -6,6 +6,8 @@
 
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Place;
@@ -53,3 +55,5 @@ TEST(Places, AreTheSameFarIntoALongText) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

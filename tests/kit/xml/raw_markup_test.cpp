@@ -4,6 +4,8 @@
 
 #include "kit/xml/raw/raw_tables.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::RawAttribute;
@@ -83,3 +85,5 @@ TEST(RawMarkup, KnowsTheLibrarysTables) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

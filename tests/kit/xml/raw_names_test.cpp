@@ -11,6 +11,8 @@
 #include "kit/xml/tree/document.h"
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Document;
@@ -313,3 +315,5 @@ TEST(RawNames, ThatAMendMakesDoubtfulAreTold) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -9,6 +9,8 @@
 #include "kit/xml/hostile_text.h"
 #include "kit/xml/tree/document.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Document;
@@ -150,3 +152,5 @@ TEST(ReaderProperties, SamplesHaveNoDamage) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace zortunedex::kit {
+
 namespace {
 
 using markup::Token;
@@ -57,3 +59,5 @@ TEST(Tokens, FindTheEndOfABrokenTag) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

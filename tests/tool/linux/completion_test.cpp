@@ -5,6 +5,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// The words offered for the last one of a line, with blanks between them.
@@ -58,3 +60,5 @@ TEST(Completion, IsThereForZsh) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

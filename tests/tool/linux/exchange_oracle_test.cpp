@@ -8,6 +8,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -110,3 +112,5 @@ TEST(ExchangeOracle, LeavesTheTargetWhereNothingCanBeWritten) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

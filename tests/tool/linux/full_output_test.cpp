@@ -7,6 +7,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 TEST(FullOutput, FailsBehindTheSave) {
@@ -40,3 +42,5 @@ TEST(FullOutput, SaysNothingOfAChangeWhereNoneWasMade) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

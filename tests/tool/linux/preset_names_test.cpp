@@ -6,6 +6,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 TEST(CustomerListNames, AreKeptInUtf8) {
@@ -27,3 +29,5 @@ TEST(CustomerListNames, AreKeptInUtf8) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit::tool

@@ -10,6 +10,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 struct Dialogue {
@@ -77,3 +79,5 @@ TEST_F(Terminal, EverythingElseDoesNot) {
         << dialogue.text;
   }
 }
+
+}  // namespace zortunedex::kit::tool

@@ -10,6 +10,8 @@
 
 #include "tool/tool_run.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// What a command prints on a terminal with so many columns; 0: one that does not tell.
@@ -84,3 +86,5 @@ TEST(TerminalWidth, IsCountedInItsColumns) {
       "abcd  3\n",
       directory.Run("81", "64", {"channels", "list", "--columns", "name,index"}).out);
 }
+
+}  // namespace zortunedex::kit::tool

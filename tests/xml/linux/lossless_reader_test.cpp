@@ -9,6 +9,8 @@
 #include "kit/xml/tree/document.h"
 #include "platform/linux/markup/parser.h"
 
+using namespace zortunedex::kit;
+
 namespace {
 
 /// Null where the library does not take it.

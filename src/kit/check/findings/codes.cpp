@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 constexpr auto kError = Severity::Error;
@@ -114,4 +114,4 @@ const char* NameOf(Option option) {
   return kNames[static_cast<std::size_t>(option)];
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

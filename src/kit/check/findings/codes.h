@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-namespace check {
+namespace zortunedex::kit::check {
 
 enum class Severity : std::uint8_t {
   Error,    ///< data is unreadable, invisible, or lost at the next save
@@ -51,4 +51,4 @@ const char* NameOf(Repair repair);
 /// "--renumber"; null for none.
 const char* NameOf(Option option);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

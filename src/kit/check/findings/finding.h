@@ -7,7 +7,7 @@
 #include "kit/check/findings/codes.h"
 #include "kit/xml/tree/document.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 struct Finding {
   const Code* code = nullptr;
@@ -32,4 +32,4 @@ struct Finding {
   markup::Index element = markup::kNone;
 };
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 
 namespace check {
@@ -38,3 +40,5 @@ ordered_json ToJson(const std::vector<Finding>& findings) {
 }
 
 }  // namespace check
+
+}  // namespace zortunedex::kit

@@ -5,10 +5,10 @@
 
 #include "kit/check/findings/finding.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// The finding with all its keys; null for what does not apply.
 nlohmann::ordered_json ToJson(const Finding& finding);
 nlohmann::ordered_json ToJson(const std::vector<Finding>& findings);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

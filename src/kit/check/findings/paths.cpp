@@ -4,7 +4,7 @@
 
 #include "kit/check/findings/report.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Element;
@@ -75,4 +75,4 @@ std::string Paths::Of(Index element) {
   return path;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

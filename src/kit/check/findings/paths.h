@@ -6,7 +6,7 @@
 
 #include "kit/xml/tree/document.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// Says where an element stands: "Country[49]/ChannelSet[64]/Channel[index=5]". Elements are told
 /// apart by their key, and where they have none by their number among those of the same name.
@@ -25,4 +25,4 @@ class Paths {
   std::vector<std::uint32_t> m_numbers;
 };
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

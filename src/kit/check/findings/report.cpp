@@ -2,7 +2,7 @@
 
 #include "kit/text/utf.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 constexpr std::size_t kMostShown = 200;
@@ -67,4 +67,4 @@ Finding& Report::Add(std::string_view code, markup::Index element,
   return finding;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -9,7 +9,7 @@
 #include "kit/check/findings/finding.h"
 #include "kit/check/findings/paths.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// Takes the findings of one file. Each begins with its code's severity and repair; a rule adds the
 /// edits, and takes the repair back where there are none (Settle).
@@ -49,4 +49,4 @@ void Settle(Finding& finding);
 /// A value for a finding: cut to what is readable.
 std::string Shown(std::string_view value);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

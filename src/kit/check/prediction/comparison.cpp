@@ -10,7 +10,7 @@
 #include "kit/model/channel_list.h"
 #include "kit/presets/presets.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -179,4 +179,4 @@ std::vector<Finding> CompareFile(std::string_view name, const Document& document
   return name == kSettings ? CompareDishes(document, bytes, text) : std::vector<Finding>();
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -7,7 +7,7 @@
 #include "kit/check/subject/code_page_text.h"
 #include "kit/check/subject/files.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// ZT900: whether the library reads a channel file, or the presets, as predicted. It reads a copy
 /// of the bytes. Documents that it cannot read are not looked at.
@@ -21,4 +21,4 @@ std::vector<Finding> CompareFile(std::string_view name, const markup::Document& 
                                  std::string_view bytes, const Database& database,
                                  CodePageText& text);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -8,7 +8,7 @@
 #include "kit/check/subject/words.h"
 #include "kit/failure.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Element;
@@ -170,4 +170,4 @@ std::vector<Index> Prediction::InListOrder(const ChannelGroup& group) const {
   return elements;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -11,7 +11,7 @@
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 class Prediction {
  public:
@@ -47,4 +47,4 @@ class Prediction {
   std::string m_room;
 };
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

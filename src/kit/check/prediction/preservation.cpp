@@ -6,7 +6,7 @@
 
 #include "kit/check/prediction/prediction.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -95,4 +95,4 @@ std::optional<std::string> WhatIsLost(const Document& before,
   return std::nullopt;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

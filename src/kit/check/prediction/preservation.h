@@ -9,7 +9,7 @@
 #include "kit/check/subject/channel_tree.h"
 #include "kit/check/subject/code_page_text.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// What is not as it was after findings of `before` were mended: nothing, or a sentence. Both have
 /// elements. Every
@@ -20,4 +20,4 @@ std::optional<std::string> WhatIsLost(const markup::Document& before,
                                       const markup::Document& after, ChannelFile kind,
                                       const Database& database, CodePageText& text);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

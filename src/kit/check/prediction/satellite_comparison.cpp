@@ -9,7 +9,7 @@
 #include "kit/failure.h"
 #include "kit/files/scratch_directory.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -179,4 +179,4 @@ std::optional<std::string> WhatIsLostOfDishes(const Document& before,
   return SatellitePreservation(before, mended, after, text).OfDishes();
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

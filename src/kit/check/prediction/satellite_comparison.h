@@ -8,7 +8,7 @@
 #include "kit/check/findings/finding.h"
 #include "kit/check/subject/code_page_text.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// ZT900: whether the library reads a catalogue, or the dishes, as predicted. It reads a copy of
 /// the bytes, which it can read.
@@ -27,4 +27,4 @@ std::optional<std::string> WhatIsLostOfDishes(const markup::Document& before,
                                               const std::vector<const Finding*>& mended,
                                               const markup::Document& after, CodePageText& text);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -4,7 +4,7 @@
 #include "kit/check/subject/numbers.h"
 #include "kit/check/subject/words.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Index;
@@ -150,4 +150,4 @@ Dishes SatellitePrediction::AllDishes() {
   return dishes;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

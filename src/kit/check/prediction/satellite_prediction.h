@@ -9,7 +9,7 @@
 #include "kit/satellites/dish_settings.h"
 #include "kit/xml/tree/document.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 class SatellitePrediction {
  public:
@@ -47,4 +47,4 @@ class SatellitePrediction {
 
 inline constexpr std::string_view kBandNames[] = {"C-Band", "Ku-Band"};
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -4,7 +4,7 @@
 #include "kit/check/rules/other_rules.h"
 #include "kit/check/rules/rewriting.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -95,4 +95,4 @@ void CheckAreas(const Document& document, const ChannelTree& tree, Report& repor
   if (!document.Elements().empty()) AreaRules(document, tree, report).Check();
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

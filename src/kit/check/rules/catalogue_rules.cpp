@@ -5,7 +5,7 @@
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/subject/numbers.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -141,4 +141,4 @@ void CheckCatalogue(const Document& document, Report& report) {
   if (!document.Elements().empty()) CatalogueRules(document, report).Check();
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -1,6 +1,6 @@
 #include "kit/check/rules/rules.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 void CheckGroup(const Subject& subject, const ChannelGroup& group) {
@@ -24,4 +24,4 @@ void CheckChannelFile(const Subject& subject) {
   }
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

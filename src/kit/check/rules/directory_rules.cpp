@@ -10,6 +10,8 @@
 #include "kit/text/ascii.h"
 #include "platform/host.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace check {
@@ -117,3 +119,5 @@ std::vector<Finding> CheckNames(const std::string& directory) {
 }
 
 }  // namespace check
+
+}  // namespace zortunedex::kit

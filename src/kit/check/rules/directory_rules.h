@@ -6,9 +6,9 @@
 
 #include "kit/check/findings/finding.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// ZT004, ZT009: files left over, names in other letters, links, files that are write-protected.
 std::vector<Finding> CheckNames(const std::string& directory);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

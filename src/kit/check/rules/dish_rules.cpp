@@ -9,7 +9,7 @@
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/subject/numbers.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -226,4 +226,4 @@ void CheckDishes(const Document& document, const Document* catalogue, const Docu
   if (channels != nullptr) rules.CheckReceived(*channels);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -8,7 +8,7 @@
 #include "kit/check/rules/rules.h"
 #include "kit/check/rules/services.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -186,4 +186,4 @@ ChannelRulesPtr MakeListRules(const Subject& subject, const ChannelGroup& group)
   return std::make_unique<ListRules>(subject, group);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -5,7 +5,7 @@
 #include "kit/check/rules/rules.h"
 #include "kit/check/subject/encodings.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -118,4 +118,4 @@ void CheckMarkup(const Document& document, Report& report) {
   for (const Damage& damage : document.Damages()) ReportDamage(document, damage, report);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -5,7 +5,7 @@
 #include "kit/check/findings/report.h"
 #include "kit/check/subject/channel_tree.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// ZT200 to ZT205.
 void CheckCatalogue(const markup::Document& document, Report& report);
@@ -26,4 +26,4 @@ void CheckSeconds(const markup::Document& document, markup::Index parent, std::s
 std::int32_t NumberOf(const markup::Document& document, markup::Index element,
                       std::string_view attribute);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

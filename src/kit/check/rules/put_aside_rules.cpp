@@ -9,7 +9,7 @@
 #include "kit/check/rules/services.h"
 #include "kit/check/subject/files.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -147,4 +147,4 @@ Finding CheckPutAside(const Document& aside, const Document* current, const std:
   return finding;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

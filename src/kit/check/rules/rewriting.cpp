@@ -1,6 +1,6 @@
 #include "kit/check/rules/rewriting.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -106,4 +106,4 @@ EditList Reorder(const Document& document, const std::vector<Index>& elements,
   return edits;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

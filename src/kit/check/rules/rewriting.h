@@ -8,7 +8,7 @@
 
 #include "kit/xml/tree/document.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 using EditList = std::vector<markup::Edit>;
 
@@ -36,4 +36,4 @@ std::string Rewritten(const markup::Document& document, markup::Span span, const
 EditList Reorder(const markup::Document& document, const std::vector<markup::Index>& elements,
                  const std::vector<markup::Index>& order, const std::vector<EditList>& inside);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

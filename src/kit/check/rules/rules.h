@@ -9,7 +9,7 @@
 #include "kit/check/subject/channel_tree.h"
 #include "kit/check/subject/code_page_text.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 struct Subject {
   const markup::Document& document;
@@ -57,4 +57,4 @@ void CheckMarkup(const markup::Document& document, Report& report);
 /// Everything of a channel file or a preset file but its markup.
 void CheckChannelFile(const Subject& subject);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

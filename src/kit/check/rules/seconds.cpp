@@ -4,7 +4,7 @@
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/subject/numbers.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 using markup::Document;
 using markup::Index;
@@ -33,4 +33,4 @@ void CheckSeconds(const Document& document, Index parent, std::string_view name,
   }
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

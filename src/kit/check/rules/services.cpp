@@ -5,7 +5,7 @@
 #include "kit/check/subject/lookups.h"
 #include "kit/check/subject/numbers.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -119,4 +119,4 @@ std::string ServiceIdentity(const Document& document, markup::Index channel,
   }
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

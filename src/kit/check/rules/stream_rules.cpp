@@ -8,7 +8,7 @@
 #include "kit/check/subject/lookups.h"
 #include "kit/check/subject/schema.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -197,4 +197,4 @@ ChannelRulesPtr MakeStreamRules(const Subject& subject, const ChannelGroup& grou
   return std::make_unique<StreamRules>(subject, group);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -6,7 +6,7 @@
 #include "kit/check/rules/rules.h"
 #include "kit/check/subject/schema.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -219,4 +219,4 @@ class TreeRules {
 
 void CheckTree(const Subject& subject) { TreeRules(subject).Check(); }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

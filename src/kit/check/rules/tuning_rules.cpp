@@ -5,7 +5,7 @@
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/rules/rules.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -180,4 +180,4 @@ ChannelRulesPtr MakeTuningRules(const Subject& subject, const ChannelGroup& grou
   return std::make_unique<TuningRules>(subject, group);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

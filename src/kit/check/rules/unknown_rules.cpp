@@ -5,7 +5,7 @@
 #include "kit/check/subject/lookups.h"
 #include "kit/check/subject/schema.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -137,4 +137,4 @@ ChannelRulesPtr MakeUnknownRules(const Subject& subject, const ChannelGroup& gro
   return std::make_unique<UnknownRules>(subject, group.layout);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

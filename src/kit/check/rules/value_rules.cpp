@@ -9,7 +9,7 @@
 #include "kit/check/subject/words.h"
 #include "kit/model/channel_layout.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Attribute;
@@ -204,4 +204,4 @@ ChannelRulesPtr MakeValueRules(const Subject& subject, const ChannelGroup& group
   return std::make_unique<ValueRules>(subject, group);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace check::base64 {
+namespace zortunedex::kit::check::base64 {
 namespace {
 
 constexpr std::string_view kAlphabet =
@@ -42,4 +42,4 @@ std::string Decode(std::string_view text) {
   return bytes;
 }
 
-}  // namespace check::base64
+}  // namespace zortunedex::kit::check::base64

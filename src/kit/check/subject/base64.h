@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace check::base64 {
+namespace zortunedex::kit::check::base64 {
 
 /// Whole groups of the standard alphabet with their padding, and nothing else.
 bool IsProper(std::string_view text);
@@ -12,4 +12,4 @@ bool IsProper(std::string_view text);
 /// What the library makes of any text: characters outside of the alphabet count as zero bits.
 std::string Decode(std::string_view text);
 
-}  // namespace check::base64
+}  // namespace zortunedex::kit::check::base64

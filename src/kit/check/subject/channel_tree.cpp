@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 using markup::Document;
@@ -123,4 +123,4 @@ std::vector<std::size_t> ListOrder(const std::vector<std::uint32_t>& indexes) {
   return order;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

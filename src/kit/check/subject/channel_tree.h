@@ -9,7 +9,7 @@
 #include "kit/check/subject/numbers.h"
 #include "kit/xml/tree/document.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 enum class ChannelFile : std::uint8_t { Channels, Presets };
 
@@ -63,4 +63,4 @@ std::vector<std::uint32_t> IndexesOf(const markup::Document& document, const Cha
 /// one whose index is not smaller.
 std::vector<std::size_t> ListOrder(const std::vector<std::uint32_t>& indexes);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 // Attributes are read into 260 bytes, base64 into twice as many, which is ASCII.
@@ -104,4 +104,4 @@ std::optional<std::string> CodePageText::Decode(std::string_view narrow) {
   return utf8;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -7,7 +7,7 @@
 
 #include "kit/model/narrow_text.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// What becomes of a file's texts in the code page.
 class CodePageText {
@@ -40,4 +40,4 @@ class CodePageText {
 
 bool IsAscii(std::string_view text);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

@@ -5,7 +5,7 @@
 #include "kit/text/ascii.h"
 #include "kit/text/utf.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 std::optional<std::string> FromUtf16(std::string_view bytes, bool isBigEnd) {
@@ -60,4 +60,4 @@ std::optional<std::string> ToUtf8(std::string_view bytes, std::string_view encod
   return text;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

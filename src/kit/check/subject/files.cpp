@@ -6,7 +6,7 @@
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 Files ReadPutAside(const std::string& directory) {
   Files files;
@@ -27,4 +27,4 @@ Files ReadFiles(const std::string& directory) {
   return files;
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

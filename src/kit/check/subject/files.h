@@ -5,7 +5,7 @@
 
 #include "kit/files/data_files.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 using data_files::BytesOf;
 using data_files::Files;
@@ -24,4 +24,4 @@ Files ReadPutAside(const std::string& directory);
 /// read.
 Files ReadFiles(const std::string& directory);
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

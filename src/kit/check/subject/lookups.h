@@ -9,7 +9,7 @@
 #include "core/station_blocks.h"
 #include "kit/xml/tree/document.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 
 /// Whether a name is one of a table's. These are short, and most that are compared differ in their
 /// first letters.
@@ -71,4 +71,4 @@ class FieldLookup {
   const station_blocks::Field* m_next;
 };
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

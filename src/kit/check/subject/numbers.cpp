@@ -1,6 +1,6 @@
 #include "kit/check/subject/numbers.h"
 
-namespace check {
+namespace zortunedex::kit::check {
 namespace {
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -57,4 +57,4 @@ Number ReadNumber(std::string_view text) {
   return ReadShort(text, number) ? number : ReadAny(text);
 }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

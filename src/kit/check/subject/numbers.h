@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace check {
+namespace zortunedex::kit::check {
 
 enum class Spelling : std::uint8_t {
   Plain,       ///< as the library writes it; unsigned above 2^31, too
@@ -24,4 +24,4 @@ Number ReadNumber(std::string_view text);
 /// Frequencies and other numbers without a sign.
 constexpr std::uint32_t Unsigned(std::int32_t value) { return static_cast<std::uint32_t>(value); }
 
-}  // namespace check
+}  // namespace zortunedex::kit::check

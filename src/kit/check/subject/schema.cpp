@@ -4,7 +4,7 @@
 
 #include "kit/check/subject/lookups.h"
 
-namespace check::schema {
+namespace zortunedex::kit::check::schema {
 namespace {
 
 using station_blocks::Field;
@@ -89,4 +89,4 @@ bool IsSignal(std::int32_t type) {
   return IsFormless(type) || station_blocks::Find(static_cast<InputSignalType>(type)) != nullptr;
 }
 
-}  // namespace check::schema
+}  // namespace zortunedex::kit::check::schema

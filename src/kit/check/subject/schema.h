@@ -6,7 +6,7 @@
 
 #include "core/station_blocks.h"
 
-namespace check::schema {
+namespace zortunedex::kit::check::schema {
 
 /// The parts of a channel and of what holds channels.
 enum class Part : std::uint8_t {
@@ -47,4 +47,4 @@ bool IsSignal(std::int32_t type);
 /// DVB-C and the three ISDB types: their lists leave nothing but empty elements.
 bool IsFormless(std::int32_t type);
 
-}  // namespace check::schema
+}  // namespace zortunedex::kit::check::schema

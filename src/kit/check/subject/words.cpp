@@ -4,7 +4,7 @@
 #include "kit/text/ascii.h"
 #include "kit/text/tuning_words.h"
 
-namespace check::words {
+namespace zortunedex::kit::check::words {
 namespace {
 
 using station_blocks::Form;
@@ -51,4 +51,4 @@ bool IsLost(Form form, std::string_view word) {
   return !Read(form, word) || (form == Form::FecRate && word == "6/7");
 }
 
-}  // namespace check::words
+}  // namespace zortunedex::kit::check::words

@@ -6,7 +6,7 @@
 
 #include "core/station_blocks.h"
 
-namespace check::words {
+namespace zortunedex::kit::check::words {
 
 /// Value that the library reads of a word; nothing for one that it does not know, for which it
 /// stores 0.
@@ -18,4 +18,4 @@ const char* Meant(station_blocks::Form form, std::string_view word);
 /// True for what is read as something else than it says.
 bool IsLost(station_blocks::Form form, std::string_view word);
 
-}  // namespace check::words
+}  // namespace zortunedex::kit::check::words

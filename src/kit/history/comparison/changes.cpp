@@ -3,7 +3,7 @@
 #include "kit/history/comparison/channel_changes.h"
 #include "kit/history/comparison/element_changes.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 namespace {
 
 Change OfTheFile(const std::string& name, const FileSet& from, const FileSet& to) {
@@ -48,4 +48,4 @@ std::vector<Change> ChangesBetween(const FileSet& from, const FileSet& to) {
   return changes;
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -9,7 +9,7 @@
 #include "core/interfaces.h"
 #include "kit/history/snapshots/file_set.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 enum class Kind { Added, Removed, Moved, Renamed, Changed };
 
@@ -52,4 +52,4 @@ struct Change {
 /// any case.
 std::vector<Change> ChangesBetween(const FileSet& from, const FileSet& to);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

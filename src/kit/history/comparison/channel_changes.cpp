@@ -11,6 +11,8 @@
 #include "kit/model/channel_list.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 
 namespace history {
@@ -180,3 +182,5 @@ std::vector<Change> ChannelChanges(const std::string& from, const std::string& t
 }
 
 }  // namespace history
+
+}  // namespace zortunedex::kit

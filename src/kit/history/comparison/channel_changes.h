@@ -6,7 +6,7 @@
 #include "kit/history/comparison/changes.h"
 #include "kit/model/channel.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 /// What differs between two texts of ChanInfo.xml, list by list. Nothing for texts that hold the
 /// same channels, and for one that cannot be read.
@@ -21,4 +21,4 @@ std::vector<int> Origins(const std::vector<Channel>& from, const std::vector<Cha
 /// ascending row of them.
 std::vector<bool> OutOfOrder(const std::vector<int>& places);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -3,7 +3,7 @@
 
 #include "kit/history/comparison/channel_changes.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 namespace {
 
 using station_blocks::Source;
@@ -120,4 +120,4 @@ std::vector<bool> OutOfOrder(const std::vector<int>& places) {
   return isOut;
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

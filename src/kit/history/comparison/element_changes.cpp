@@ -5,7 +5,7 @@
 
 #include "kit/files/file_scan.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 namespace {
 
 using file_scan::Attribute;
@@ -155,4 +155,4 @@ std::vector<Change> ElementChanges(std::string_view from, std::string_view to) {
   return changes;
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

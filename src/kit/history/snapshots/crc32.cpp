@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+namespace zortunedex::kit {
+
 namespace {
 
 constexpr std::uint32_t kPolynomial = 0xEDB88320;
@@ -59,3 +61,5 @@ std::uint32_t Crc32(std::string_view bytes, std::uint32_t before) {
   }
   return ~sum;
 }
+
+}  // namespace zortunedex::kit

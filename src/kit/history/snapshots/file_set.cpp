@@ -6,6 +6,8 @@
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace history {
@@ -64,3 +66,5 @@ std::vector<std::string> Differing(const FileSet& before, const FileSet& after) 
 }
 
 }  // namespace history
+
+}  // namespace zortunedex::kit

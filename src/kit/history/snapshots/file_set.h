@@ -8,7 +8,7 @@
 
 #include "kit/files/data_files.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 using data_files::BytesOf;
 using data_files::IsDataFile;
@@ -36,4 +36,4 @@ void CopyFiles(const FileSet& files, const std::string& directory);
 /// Names of the files that differ.
 std::vector<std::string> Differing(const FileSet& before, const FileSet& after);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

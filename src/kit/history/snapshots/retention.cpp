@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-namespace history {
+namespace zortunedex::kit::history {
 
 std::vector<Number> OldOnes(const Store& store, std::optional<std::size_t> keep) {
   std::vector<Number> old;
@@ -30,4 +30,4 @@ void RemoveOld(Store& store, const std::vector<Number>& numbers) {
   if (!numbers.empty()) store.RemoveUnnamed();
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

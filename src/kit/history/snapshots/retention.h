@@ -8,7 +8,7 @@
 
 #include "kit/history/snapshots/store.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 inline constexpr std::size_t kMostSnapshots = 50;
 inline constexpr std::size_t kFewestSnapshots = 10;  ///< however large they are
@@ -21,4 +21,4 @@ std::vector<Number> OldOnes(const Store& store, std::optional<std::size_t> keep)
 /// Removes snapshots and the copies that no other names.
 void RemoveOld(Store& store, const std::vector<Number>& numbers);
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

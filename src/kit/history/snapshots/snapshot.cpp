@@ -8,6 +8,8 @@
 
 #include "kit/history/snapshots/file_set.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 
 namespace history {
@@ -153,3 +155,5 @@ std::string TimeNow() {
 }
 
 }  // namespace history
+
+}  // namespace zortunedex::kit

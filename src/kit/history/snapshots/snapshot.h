@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace history {
+namespace zortunedex::kit::history {
 
 using Number = std::uint32_t;
 
@@ -69,4 +69,4 @@ Pending PendingOf(std::string_view json);
 /// The time of now.
 std::string TimeNow();
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

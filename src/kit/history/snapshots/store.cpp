@@ -9,6 +9,8 @@
 #include "kit/files/whole_file.h"
 #include "kit/history/snapshots/crc32.h"
 
+namespace zortunedex::kit {
+
 namespace fs = std::filesystem;
 
 namespace history {
@@ -263,3 +265,5 @@ bool Store::Holds(const Snapshot& snapshot, const FileSet& files) const {
 }
 
 }  // namespace history
+
+}  // namespace zortunedex::kit

@@ -8,7 +8,7 @@
 #include "kit/history/snapshots/file_set.h"
 #include "kit/history/snapshots/snapshot.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 /// The history of a directory as it stands on the disk. Reading needs no lock; who writes holds the
 /// directory's.
@@ -88,4 +88,4 @@ class Store {
   Number m_last = 0;
 };
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

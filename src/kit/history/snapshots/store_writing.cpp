@@ -7,7 +7,7 @@
 #include "kit/history/snapshots/store.h"
 #include "platform/host.h"
 
-namespace history {
+namespace zortunedex::kit::history {
 
 void Store::WriteIn(const std::string& name, const std::string& bytes) const {
   std::string cause;
@@ -108,4 +108,4 @@ void Store::RemoveUnnamed() {
   }
 }
 
-}  // namespace history
+}  // namespace zortunedex::kit::history

@@ -4,6 +4,8 @@
 #include "kit/interchange/text_parts.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 
@@ -106,3 +108,5 @@ Entries EntriesIn(const Column& column, std::string_view cell) {
 }
 
 }  // namespace interchange::csv
+
+}  // namespace zortunedex::kit

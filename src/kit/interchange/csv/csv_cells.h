@@ -7,7 +7,7 @@
 
 #include "kit/interchange/services/channel_values.h"
 
-namespace interchange::csv {
+namespace zortunedex::kit::interchange::csv {
 
 /// A value in a cell: texts are guarded, rates are written "FEC 3/4", since a bare 3/4 becomes a
 /// date.
@@ -24,4 +24,4 @@ struct Entries {
 };
 Entries EntriesIn(const Column& column, std::string_view cell);
 
-}  // namespace interchange::csv
+}  // namespace zortunedex::kit::interchange::csv

@@ -10,6 +10,8 @@
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Source;
 
 namespace interchange {
@@ -137,3 +139,5 @@ ImportResult ReadCsv(const Input& input, const ImportRequest& request, Losses& l
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// The first row names the columns, in any order; an empty cell leaves a value unset. A row with
 /// another number of cells is left out (L501), and so is a column whose name the signal type has
@@ -13,4 +13,4 @@ ImportResult ReadCsv(const Input& input, const ImportRequest& request, Losses& l
 /// Leaves the names of those columns alone that the other table has.
 void LimitCsv(const Input& other, Output& output);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

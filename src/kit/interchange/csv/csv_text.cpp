@@ -4,7 +4,7 @@
 
 #include "kit/text/ascii.h"
 
-namespace interchange::csv {
+namespace zortunedex::kit::interchange::csv {
 namespace {
 
 constexpr std::string_view kSeparators = ",;\t";
@@ -110,4 +110,4 @@ void Rows::TakeQuoted(Row& row, std::string& cell) {
   row.open = true;
 }
 
-}  // namespace interchange::csv
+}  // namespace zortunedex::kit::interchange::csv

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace interchange::csv {
+namespace zortunedex::kit::interchange::csv {
 
 /// True for a text that a spreadsheet would take for a formula, a number, a date or a truth value,
 /// or whose apostrophe it would hide.
@@ -49,4 +49,4 @@ class Rows {
   char m_separator = ',';
 };
 
-}  // namespace interchange::csv
+}  // namespace zortunedex::kit::interchange::csv

@@ -3,7 +3,7 @@
 #include "kit/interchange/csv/csv_cells.h"
 #include "kit/interchange/csv/csv_text.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 std::string CellOf(const Channel& channel, const Column& column, const NarrowText& narrow) {
@@ -37,4 +37,4 @@ void WriteCsv(const ExportRequest& request, Output& output, Losses&) {
   }
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

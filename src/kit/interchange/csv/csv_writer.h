@@ -3,10 +3,10 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// A row of names and one for each channel: commas, CR LF, quotes where they are needed, a byte
 /// order mark unless the request does without.
 void WriteCsv(const ExportRequest& request, Output& output, Losses& losses);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

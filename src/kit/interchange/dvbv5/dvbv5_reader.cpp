@@ -13,6 +13,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace interchange::dvbv5 {
 namespace {
 
@@ -351,3 +353,5 @@ ImportResult ReadDvbv5(const Input& input, const ImportRequest& request, Losses&
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -6,7 +6,7 @@
 #include "kit/interchange/text_lines.h"
 #include "kit/text/ascii.h"
 
-namespace interchange::dvbv5 {
+namespace zortunedex::kit::interchange::dvbv5 {
 namespace {
 
 /// Every loss of a section names it: what no list has room for is not carried along.
@@ -119,4 +119,4 @@ bool ReadSections(std::string_view bytes, Losses& losses,
   return SectionReader(losses, take).Read(bytes);
 }
 
-}  // namespace interchange::dvbv5
+}  // namespace zortunedex::kit::interchange::dvbv5

@@ -10,7 +10,7 @@
 
 #include "kit/interchange/loss.h"
 
-namespace interchange::dvbv5 {
+namespace zortunedex::kit::interchange::dvbv5 {
 
 struct Value {
   std::string text;
@@ -34,4 +34,4 @@ struct Section {
 bool ReadSections(std::string_view bytes, Losses& losses,
                   const std::function<void(const Section&)>& take);
 
-}  // namespace interchange::dvbv5
+}  // namespace zortunedex::kit::interchange::dvbv5

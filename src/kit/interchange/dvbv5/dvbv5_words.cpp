@@ -5,7 +5,7 @@
 
 #include "kit/text/ascii.h"
 
-namespace interchange::dvbv5 {
+namespace zortunedex::kit::interchange::dvbv5 {
 namespace {
 
 constexpr InputSignalType kSignals[] = {
@@ -137,4 +137,4 @@ KeyUse UseOf(std::string_view key) {
   return key.starts_with("ISDBT_") ? KeyUse::NoPlace : KeyUse::Unknown;
 }
 
-}  // namespace interchange::dvbv5
+}  // namespace zortunedex::kit::interchange::dvbv5

@@ -9,7 +9,7 @@
 #include "core/interfaces.h"
 #include "kit/interchange/service.h"
 
-namespace interchange::dvbv5 {
+namespace zortunedex::kit::interchange::dvbv5 {
 
 /// The signal types that the files hold.
 std::span<const InputSignalType> Signals();
@@ -53,4 +53,4 @@ std::span<const Lnb> Lnbs();
 enum class KeyUse { Unknown, NoPlace, SecondGeneration };
 KeyUse UseOf(std::string_view key);
 
-}  // namespace interchange::dvbv5
+}  // namespace zortunedex::kit::interchange::dvbv5

@@ -9,6 +9,8 @@
 #include "kit/interchange/services/station_values.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace interchange::dvbv5 {
 namespace {
 
@@ -211,3 +213,5 @@ void WriteDvbv5(const ExportRequest& request, Output& output, Losses& losses) {
 std::span<const FieldCode> Dvbv5Codes() { return dvbv5::kCodes; }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

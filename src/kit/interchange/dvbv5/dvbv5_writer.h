@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// A section of KEY = VALUE lines for each channel. Channels without a service id are left out.
 void WriteDvbv5(const ExportRequest& request, Output& output, Losses& losses);
@@ -11,4 +11,4 @@ void WriteDvbv5(const ExportRequest& request, Output& output, Losses& losses);
 /// Fields whose difference says something else than usual.
 std::span<const FieldCode> Dvbv5Codes();
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

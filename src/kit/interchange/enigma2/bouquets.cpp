@@ -4,7 +4,7 @@
 #include "kit/interchange/text_lines.h"
 #include "kit/interchange/text_parts.h"
 
-namespace interchange::enigma2 {
+namespace zortunedex::kit::interchange::enigma2 {
 namespace {
 
 constexpr std::size_t kLongestDescription = 1024;
@@ -128,4 +128,4 @@ Bouquets ReadBouquets(const Input& input, Losses& losses) {
   return BouquetReader(input, losses).Read();
 }
 
-}  // namespace interchange::enigma2
+}  // namespace zortunedex::kit::interchange::enigma2

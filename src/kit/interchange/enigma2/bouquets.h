@@ -10,7 +10,7 @@
 #include "kit/interchange/enigma2/enigma2_words.h"
 #include "kit/interchange/format.h"
 
-namespace interchange::enigma2 {
+namespace zortunedex::kit::interchange::enigma2 {
 
 struct Bouquets {
   /// Services in the order in which they stand, each once: those of bouquets of the user's
@@ -24,4 +24,4 @@ struct Bouquets {
 /// (L501); both begin with the name of their file.
 Bouquets ReadBouquets(const Input& input, Losses& losses);
 
-}  // namespace interchange::enigma2
+}  // namespace zortunedex::kit::interchange::enigma2

@@ -11,6 +11,8 @@
 #include "kit/interchange/text_parts.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 namespace interchange::enigma2 {
 namespace {
 
@@ -333,3 +335,5 @@ ImportResult ReadEnigma2(const Input& input, const ImportRequest& request, Losse
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -3,10 +3,10 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// A folder of settings, or one file "lamedb" of the fourth or fifth form. Services stand in the
 /// order of the bouquets, those of none behind them. Failure for what holds no such file.
 ImportResult ReadEnigma2(const Input& input, const ImportRequest& request, Losses& losses);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

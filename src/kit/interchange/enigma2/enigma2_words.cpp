@@ -4,7 +4,7 @@
 
 #include "kit/interchange/text_parts.h"
 
-namespace interchange::enigma2 {
+namespace zortunedex::kit::interchange::enigma2 {
 namespace {
 
 constexpr InputSignalType kSignals[] = {InputSignalDVBSatellite, InputSignalDVBTerrestrial};
@@ -66,4 +66,4 @@ std::optional<std::uint32_t> ParseHex(std::string_view text, std::uint32_t highe
   return static_cast<std::uint32_t>(*value);
 }
 
-}  // namespace interchange::enigma2
+}  // namespace zortunedex::kit::interchange::enigma2

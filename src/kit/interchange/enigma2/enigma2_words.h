@@ -11,7 +11,7 @@
 #include "core/interfaces.h"
 #include "kit/interchange/service.h"
 
-namespace interchange::enigma2 {
+namespace zortunedex::kit::interchange::enigma2 {
 
 /// The signal types that the settings hold.
 std::span<const InputSignalType> Signals();
@@ -72,4 +72,4 @@ std::string Hex(std::uint64_t number, std::size_t digits = 1, bool capitals = fa
 /// Hexadecimal digits alone, up to `highest`.
 std::optional<std::uint32_t> ParseHex(std::string_view text, std::uint32_t highest = UINT32_MAX);
 
-}  // namespace interchange::enigma2
+}  // namespace zortunedex::kit::interchange::enigma2

@@ -9,6 +9,8 @@
 #include "kit/interchange/services/plain_service.h"
 #include "kit/interchange/services/station_values.h"
 
+namespace zortunedex::kit {
+
 namespace interchange::enigma2 {
 namespace {
 
@@ -293,3 +295,5 @@ void WriteEnigma2(const ExportRequest& request, Output& output, Losses& losses) 
 std::span<const FieldCode> Enigma2Codes() { return enigma2::kCodes; }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

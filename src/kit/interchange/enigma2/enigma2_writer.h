@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// The folder of settings: services and transponders in both forms of today, and bouquets of
 /// television and radio with all of them in the list's order and with the favourites. Channels
@@ -13,4 +13,4 @@ void WriteEnigma2(const ExportRequest& request, Output& output, Losses& losses);
 /// Fields whose difference says something else than usual.
 std::span<const FieldCode> Enigma2Codes();
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

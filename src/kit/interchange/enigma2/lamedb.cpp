@@ -6,7 +6,7 @@
 #include "kit/interchange/text_parts.h"
 #include "kit/text/ascii.h"
 
-namespace interchange::enigma2 {
+namespace zortunedex::kit::interchange::enigma2 {
 namespace {
 
 /// More parameters than any transponder has, and a longer name than any list holds.
@@ -179,4 +179,4 @@ Lamedb ReadLamedb(std::string_view bytes, Losses& losses) {
   return LamedbReader(losses).Read(bytes);
 }
 
-}  // namespace interchange::enigma2
+}  // namespace zortunedex::kit::interchange::enigma2

@@ -9,7 +9,7 @@
 #include "kit/interchange/enigma2/enigma2_words.h"
 #include "kit/interchange/loss.h"
 
-namespace interchange::enigma2 {
+namespace zortunedex::kit::interchange::enigma2 {
 
 struct Transponder {
   char kind = 0;                    ///< 's', 't', 'c', 'a'
@@ -41,4 +41,4 @@ struct Lamedb {
 /// (L403). Raises a Failure for what is neither form.
 Lamedb ReadLamedb(std::string_view bytes, Losses& losses);
 
-}  // namespace interchange::enigma2
+}  // namespace zortunedex::kit::interchange::enigma2

@@ -11,6 +11,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 using station_blocks::Field;
 using station_blocks::Layout;
@@ -285,3 +287,5 @@ ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& 
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -3,9 +3,9 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// Failure for what is no such document, and for one of another signal type, version or unit.
 ImportResult ReadJson(const Input& input, const ImportRequest& request, Losses& losses);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

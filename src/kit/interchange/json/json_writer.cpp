@@ -5,6 +5,8 @@
 #include "kit/json/channel_json.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 using nlohmann::ordered_json;
 
 namespace interchange {
@@ -31,3 +33,5 @@ void WriteJson(const ExportRequest& request, Output& output, Losses&) {
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

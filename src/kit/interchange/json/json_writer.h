@@ -3,10 +3,10 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// {"tunedex":"channels","version":1,"country","signal","units","codepage","channels":[...]}, each
 /// channel as `channels show --json` prints it, but for a lock that is neither 0 nor 1: its number.
 void WriteJson(const ExportRequest& request, Output& output, Losses& losses);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

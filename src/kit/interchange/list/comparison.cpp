@@ -8,6 +8,8 @@
 #include "kit/selection/channel_field.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Layout;
@@ -159,3 +161,5 @@ void AddDifferences(const Channel& was, const Channel& became, const ComparisonR
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

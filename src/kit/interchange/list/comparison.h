@@ -4,7 +4,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// How a list is compared with what came of it.
 struct ComparisonRules {
@@ -18,4 +18,4 @@ struct ComparisonRules {
 void AddDifferences(const Channel& was, const Channel& became, const ComparisonRules& rules,
                     Losses& losses);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

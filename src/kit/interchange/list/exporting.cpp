@@ -5,7 +5,7 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/signal_types.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 std::vector<Channel> ReadBack(const Format& format, const Output& output,
                               const ExportRequest& request) {
@@ -49,4 +49,4 @@ Export ExportChannels(const Format& format, const ExportRequest& request) {
   return result;
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 struct Export {
   Output output;
@@ -20,4 +20,4 @@ Export ExportChannels(const Format& format, const ExportRequest& request);
 std::vector<Channel> ReadBack(const Format& format, const Output& output,
                               const ExportRequest& request);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

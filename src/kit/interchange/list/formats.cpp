@@ -18,7 +18,7 @@
 #include "kit/interchange/vdr/vdr_writer.h"
 #include "kit/text/signal_types.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 namespace {
 
@@ -72,4 +72,4 @@ const Format* FindFormat(std::string_view name) {
   return found == formats.end() ? nullptr : &*found;
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -5,10 +5,10 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 std::span<const Format> Formats();
 /// By its name; null when there is none.
 const Format* FindFormat(std::string_view name);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -5,7 +5,7 @@
 #include "kit/saving/stored_form.h"
 #include "kit/text/signal_types.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 bool Ascend(const std::vector<ImportedChannel>& channels) {
@@ -73,4 +73,4 @@ Import ImportChannels(const Format& format, const Input& input, const ImportRequ
   return made;
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 enum class Into {
   Empty,    ///< the list has no channels
@@ -30,4 +30,4 @@ struct Import {
 Import ImportChannels(const Format& format, const Input& input, const ImportRequest& request,
                       Into into);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

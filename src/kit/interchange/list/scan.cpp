@@ -12,7 +12,7 @@
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
@@ -113,4 +113,4 @@ std::vector<Channel> AsToldBy(const Format& format, const Input& file,
   return told;
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

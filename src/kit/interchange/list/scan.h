@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// What kind of file it is, as far as its bytes, or the names in its folder, tell for certain; null
 /// where they do not.
@@ -26,4 +26,4 @@ Scan ReadScan(const Format& format, const Input& input, const ImportRequest& req
 std::vector<Channel> AsToldBy(const Format& format, const Input& file,
                               const ExportRequest& request);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -7,7 +7,7 @@
 #include "kit/interchange/services/service_names.h"
 #include "kit/interchange/services/station_values.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 namespace {
 
 template <typename Value>
@@ -192,4 +192,4 @@ std::string AddressOf(const Channel& channel, const Service& service,
   return address;
 }
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

@@ -4,7 +4,7 @@
 #include "kit/interchange/format.h"
 #include "kit/interchange/service.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 
 /// Failure for braces around what is no name of a value, and where there is neither a template nor
 /// a host for channels without an address of their own.
@@ -14,4 +14,4 @@ void RequireAddresses(const ExportRequest& request);
 /// server of that kind knows DVB-S and DVB-T.
 std::string AddressOf(const Channel& channel, const Service& service, const ExportRequest& request);
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

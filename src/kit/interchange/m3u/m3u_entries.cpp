@@ -5,7 +5,7 @@
 
 #include "kit/text/ascii.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 namespace {
 
 /// 0 for what is no number of a channel.
@@ -132,4 +132,4 @@ std::optional<Entry> EntryLines::TakeNumbered(const TextLine& line) {
   return entry;
 }
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

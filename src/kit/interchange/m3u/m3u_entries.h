@@ -9,7 +9,7 @@
 #include "kit/interchange/loss.h"
 #include "kit/interchange/text_lines.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 
 /// The group of favourites.
 inline constexpr const char kFavorites[] = "Favourites";
@@ -49,4 +49,4 @@ class EntryLines {
   bool m_isKnown = false;
 };
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

@@ -4,7 +4,7 @@
 
 #include "kit/interchange/services/station_values.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 namespace {
 
 std::string Decimal(std::uint32_t number) { return std::to_string(number); }
@@ -81,4 +81,4 @@ std::string TripletOf(const Channel& channel, const ListContext& context) {
   return whole.empty() ? whole : whole.substr(1);
 }
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

@@ -8,7 +8,7 @@
 #include "kit/interchange/m3u/m3u_identity.h"
 #include "kit/text/utf.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 namespace {
 
 /// Channels by a text; several may share one.
@@ -123,4 +123,4 @@ ImportResult Read(const Input& input, const ImportRequest& request, Losses& loss
   return result;
 }
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

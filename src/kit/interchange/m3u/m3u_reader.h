@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 
 /// The channels of the list, those that the file names first and in its order, with its numbers;
 /// the others follow as they stood. Where the file has a group of favourites, its channels and no
@@ -12,4 +12,4 @@ namespace interchange::m3u {
 /// that is neither.
 ImportResult Read(const Input& input, const ImportRequest& request, Losses& losses);
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

@@ -10,7 +10,7 @@
 #include "kit/interchange/services/station_values.h"
 #include "kit/model/channel_layout.h"
 
-namespace interchange::m3u {
+namespace zortunedex::kit::interchange::m3u {
 namespace {
 
 /// Text of one line.
@@ -107,4 +107,4 @@ std::vector<Channel> ReadBack(const Output& output, const ExportRequest& request
   return channels;
 }
 
-}  // namespace interchange::m3u
+}  // namespace zortunedex::kit::interchange::m3u

@@ -8,6 +8,8 @@
 #include "kit/text/tuning_words.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Form;
@@ -206,3 +208,5 @@ void ChannelBuilder::SetComponent(const ComponentList& parts, std::size_t i,
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

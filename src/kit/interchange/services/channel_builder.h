@@ -4,7 +4,7 @@
 #include "kit/interchange/format.h"
 #include "kit/interchange/services/channel_values.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// Wide text of bytes that should be UTF-8, U+FFFD for each that is not.
 WideText ToWideAnyhow(std::string_view utf8);
@@ -57,4 +57,4 @@ class ChannelBuilder {
 /// The channel with name, service type and marks as a record of it answers them.
 Channel Completed(const Channel& channel, const ListContext& context);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -5,6 +5,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Layout;
@@ -98,3 +100,5 @@ std::vector<const char*> EntryNames(const Column& column) {
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -9,7 +9,7 @@
 #include "kit/model/field_value.h"
 #include "kit/model/narrow_text.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// An attribute, or a list of entries. One of the three is set.
 struct Column {
@@ -35,4 +35,4 @@ std::vector<EntryValues> EntriesOf(const Channel& channel, const Column& column,
 /// Names of an entry's values.
 std::vector<const char*> EntryNames(const Column& column);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

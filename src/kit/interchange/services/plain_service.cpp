@@ -5,7 +5,7 @@
 #include "kit/interchange/services/station_values.h"
 #include "kit/model/channel_layout.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 Service FromChannelWithoutLanguages(const Channel& channel, const ExportRequest& request,
                                     Losses& losses) {
@@ -43,4 +43,4 @@ std::string Excerpt(std::string_view line) {
   return PlainText(line.substr(0, kMost)) + "...";
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -8,7 +8,7 @@
 #include "kit/interchange/format.h"
 #include "kit/interchange/service.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// FromChannel for a format that drops languages: that one would have been assumed says nothing.
 Service FromChannelWithoutLanguages(const Channel& channel, const ExportRequest& request,
@@ -33,4 +33,4 @@ inline std::uint64_t Within(std::uint64_t value, std::uint64_t highest) {
 /// Highest PID of a transport stream.
 inline constexpr std::uint32_t kLastPid = 0x1FFF;
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -4,7 +4,7 @@
 #include "kit/interchange/format.h"
 #include "kit/interchange/service.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// What a channel is for other programs. Adds a loss for what is assumed: second generation and
 /// automatic modulation where the list has none (L310), languages (L311), bandwidth and frequency
@@ -18,4 +18,4 @@ Service FromChannel(const Channel& channel, const ExportRequest& request, Losses
 Channel ToChannel(const Service& service, std::size_t line, const ImportRequest& request,
                   Losses& losses);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

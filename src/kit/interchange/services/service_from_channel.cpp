@@ -7,7 +7,7 @@
 #include "kit/interchange/services/shown_name.h"
 #include "kit/interchange/services/station_values.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 namespace {
 
 /// Where what the channel lacks is taken from: same position and polarisation, the nearest
@@ -165,4 +165,4 @@ Service FromChannel(const Channel& channel, const ExportRequest& request, Losses
   return Leaving(channel, request, losses).Make();
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -3,7 +3,7 @@
 
 #include "kit/interchange/service.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 struct ServiceNames {
   const char* service;
@@ -30,4 +30,4 @@ inline constexpr const char* ListName(std::size_t kind) {
   return kNames[kind];
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

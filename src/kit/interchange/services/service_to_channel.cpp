@@ -12,6 +12,8 @@
 #include "kit/text/ascii.h"
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Source;
 using station_blocks::StreamList;
@@ -261,3 +263,5 @@ Channel ToChannel(const Service& service, std::size_t line, const ImportRequest&
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

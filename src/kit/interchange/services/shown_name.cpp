@@ -2,7 +2,7 @@
 
 #include "kit/interchange/services/channel_builder.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 WideText FilledName(const Channel& channel, const ListContext& context) {
   Channel unnamed = channel;
@@ -15,4 +15,4 @@ bool IsFilledName(const Channel& channel, const ListContext& context) {
   return channel.displayName == FilledName(channel, context);
 }
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

@@ -6,6 +6,8 @@
 #include "kit/text/tuning_words.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Layout;
 using station_blocks::Source;
@@ -70,3 +72,5 @@ std::vector<StreamEntry> StationValues::Streams(std::string_view element) const 
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -8,7 +8,7 @@
 #include "kit/model/channel.h"
 #include "kit/model/narrow_text.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 struct StreamEntry {
   std::uint32_t type = 0;
@@ -47,4 +47,4 @@ const station_blocks::Field* FindAttribute(const station_blocks::Layout& layout,
 const station_blocks::StreamList* FindList(const station_blocks::Layout& layout,
                                            std::string_view element);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

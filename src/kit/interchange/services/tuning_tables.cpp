@@ -7,6 +7,8 @@
 #include "kit/satellites/catalogue_table.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 using catalogue_table::Entry;
 
 namespace interchange {
@@ -90,3 +92,5 @@ std::vector<Tuning> ReadTuningTables(const std::string& folder) {
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 
 #include "kit/text/tuning_words.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Form;
 
 namespace interchange {
@@ -44,3 +46,5 @@ std::string TextOf(SpectralInversion inversion) {
 }
 
 }  // namespace interchange
+
+}  // namespace zortunedex::kit

@@ -5,7 +5,7 @@
 
 #include "core/interfaces.h"
 
-namespace interchange {
+namespace zortunedex::kit::interchange {
 
 /// "NotSet", "3/4", "9/10", "8PSK"; a value that nobody has named is its number.
 std::string TextOf(Polarisation polarisation);
@@ -13,4 +13,4 @@ std::string TextOf(BinaryConvolutionCodeRate fec);
 std::string TextOf(ModulationType modulation);
 std::string TextOf(SpectralInversion inversion);
 
-}  // namespace interchange
+}  // namespace zortunedex::kit::interchange

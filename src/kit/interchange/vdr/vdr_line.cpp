@@ -10,7 +10,7 @@
 #include "kit/interchange/vdr/vdr_words.h"
 #include "kit/text/utf.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 namespace {
 
 std::string WithColons(std::string text) {
@@ -262,4 +262,4 @@ std::optional<TakenLine> TakeLine(const Line& line, InputSignalType signal, Loss
   return reader.Made();
 }
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

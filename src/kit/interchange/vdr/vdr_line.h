@@ -10,7 +10,7 @@
 #include "kit/interchange/service.h"
 #include "kit/interchange/text_lines.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 
 /// The fields of a line, in their order. Behind the service the program does without.
 enum Part : std::size_t {
@@ -58,4 +58,4 @@ std::string Utf8Of(std::string_view text);
 /// A number as reports show it.
 FieldValue Shown(std::uint64_t number);
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

@@ -6,7 +6,7 @@
 #include "kit/interchange/text_parts.h"
 #include "kit/interchange/vdr/vdr_words.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 namespace {
 
 struct Parameter {
@@ -184,4 +184,4 @@ void TakeParameters(std::string_view text, const Place& place, Service& service,
   Taker(place, service, losses).Take(text);
 }
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

@@ -10,7 +10,7 @@
 #include "kit/interchange/vdr/vdr_line.h"
 #include "kit/interchange/vdr/vdr_words.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 namespace {
 
 /// A line of any length may lose any number of things; what is beyond this is counted.
@@ -115,4 +115,4 @@ ImportResult Read(const Input& input, const ImportRequest& request, Losses& loss
   return reader.Result();
 }
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

@@ -6,7 +6,7 @@
 
 #include "kit/interchange/text_parts.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 namespace {
 
 template <typename Value>
@@ -174,4 +174,4 @@ std::string IdentityOf(const Service& service, std::uint32_t radioId) {
   return identity;
 }
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

@@ -7,7 +7,7 @@
 
 #include "kit/interchange/service.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 
 /// "automatic" of every parameter.
 inline constexpr std::uint32_t kAutomatic = 999;
@@ -56,4 +56,4 @@ std::optional<std::uint64_t> FrequencyField(std::uint64_t kilohertz, InputSignal
 /// that it refuses.
 std::string IdentityOf(const Service& service, std::uint32_t radioId);
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

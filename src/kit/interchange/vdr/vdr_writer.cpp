@@ -10,7 +10,7 @@
 #include "kit/interchange/vdr/vdr_words.h"
 #include "kit/text/utf.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 namespace {
 
 /// Beyond it the numbers that follow might not fit.
@@ -242,4 +242,4 @@ void Write(const ExportRequest& request, Output& output, Losses& losses) {
   for (std::size_t i = 0; i < request.channels.size(); ++i) writer.Take(i);
 }
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

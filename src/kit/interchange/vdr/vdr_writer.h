@@ -3,7 +3,7 @@
 
 #include "kit/interchange/format.h"
 
-namespace interchange::vdr {
+namespace zortunedex::kit::interchange::vdr {
 
 inline constexpr InputSignalType kSignals[] = {InputSignalATSCAntenna, InputSignalATSCCable,
                                                InputSignalDVBSatellite, InputSignalDVBTerrestrial};
@@ -27,4 +27,4 @@ inline constexpr FieldCode kCodes[] = {
 /// (L503).
 void Write(const ExportRequest& request, Output& output, Losses& losses);
 
-}  // namespace interchange::vdr
+}  // namespace zortunedex::kit::interchange::vdr

@@ -4,6 +4,8 @@
 
 #include "kit/merge/fields/streams.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Layout;
@@ -175,3 +177,5 @@ Channel Combiner::ForBase(const Scanned& scan, const BaseEntry* base, const Chan
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

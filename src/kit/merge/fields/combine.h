@@ -4,7 +4,7 @@
 #include "kit/merge/fields/field_table.h"
 #include "kit/merge/fields/values.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// What a channel becomes, and what there is to say of it.
 struct Combined {
@@ -49,4 +49,4 @@ class Combiner {
   const MergePolicy& m_policy;
 };
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -6,6 +6,8 @@
 
 #include "kit/merge/fields/values.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Form;
@@ -114,3 +116,5 @@ std::vector<FieldChange> DifferencesOf(const FieldTable& table, const Versions& 
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

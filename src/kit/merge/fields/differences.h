@@ -2,7 +2,7 @@
 
 #include "kit/merge/fields/field_table.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// The channels that are one service; null where one of the four has it not.
 struct Versions {
@@ -23,4 +23,4 @@ std::vector<FieldChange> DifferencesOf(const FieldTable& table, const Versions& 
                                        const Conflicts& conflicts,
                                        const std::function<std::string(std::string_view)>& utf8);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

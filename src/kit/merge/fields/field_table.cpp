@@ -4,6 +4,8 @@
 
 #include "kit/model/channel_layout.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Layout;
 using station_blocks::Rows;
@@ -114,3 +116,5 @@ void FieldTable::AddStreams() {
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

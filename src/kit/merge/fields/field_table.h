@@ -7,7 +7,7 @@
 
 #include "kit/merge/merge.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 enum class Rule : std::uint8_t {
   Lists,        ///< always the list's
@@ -56,4 +56,4 @@ class FieldTable {
   const station_blocks::Field* m_status = nullptr;
 };
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -5,6 +5,8 @@
 #include "kit/merge/fields/values.h"
 #include "kit/text/ascii.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Layout;
@@ -145,3 +147,5 @@ Channel PutBack(const FieldTable& table, const Channel& scan, const Told& list, 
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

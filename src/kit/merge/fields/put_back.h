@@ -3,7 +3,7 @@
 
 #include "kit/merge/fields/field_table.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// A channel, and how it reads in the scan's format. Null: there is none.
 struct Told {
@@ -15,4 +15,4 @@ struct Told {
 /// the list's would is the list's, else one that reads as the base's would is the base's.
 Channel PutBack(const FieldTable& table, const Channel& scan, const Told& list, const Told& base);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -4,6 +4,8 @@
 
 #include "kit/merge/fields/values.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::ComponentList;
 using station_blocks::Field;
 using station_blocks::Form;
@@ -110,3 +112,5 @@ bool CombineStreams(const FieldTable& table, const Channel& scan, Channel& chann
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

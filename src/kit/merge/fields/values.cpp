@@ -5,6 +5,8 @@
 #include "kit/model/channel_layout.h"
 #include "kit/text/utf.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Form;
 using station_blocks::Layout;
@@ -93,3 +95,5 @@ WideText FilledName(const Channel& channel, InputSignalType signal) {
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

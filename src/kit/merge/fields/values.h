@@ -8,7 +8,7 @@
 #include "kit/model/channel.h"
 #include "kit/model/field_value.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// The channel with a block of the layout's size.
 Channel Whole(Channel channel, const station_blocks::Layout& layout);
@@ -36,4 +36,4 @@ FieldValue ShownValue(const Channel& channel, const station_blocks::Field& row, 
 /// The display name that a record of such a station fills in by itself.
 WideText FilledName(const Channel& channel, InputSignalType signal);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

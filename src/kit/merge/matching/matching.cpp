@@ -10,7 +10,7 @@
 #include "kit/merge/matching/several.h"
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 /// A match takes a service out of the way of others; more than two or three rounds do not occur.
@@ -286,4 +286,4 @@ Matching MatchNodes(const Nodes& left, const Nodes& right, InputSignalType signa
   return Matcher(left, right, signal).Run(hints);
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

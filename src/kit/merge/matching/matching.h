@@ -7,7 +7,7 @@
 
 #include "kit/merge/matching/nodes.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// Several services that fit each other, and nothing tells which is which.
 struct Ambiguity {
@@ -44,4 +44,4 @@ using Hints = std::vector<std::pair<std::size_t, std::size_t>>;
 Matching MatchNodes(const Nodes& left, const Nodes& right, InputSignalType signal,
                     const Hints& hints = {});
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -4,7 +4,7 @@
 #include <queue>
 #include <tuple>
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
@@ -74,4 +74,4 @@ std::vector<std::pair<std::size_t, std::size_t>> NearestPairs(std::vector<Point>
   return Line(std::move(points), reach).Take();
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

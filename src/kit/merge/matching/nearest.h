@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// A node of one of two sides on a line.
 struct Point {
@@ -19,4 +19,4 @@ struct Point {
 std::vector<std::pair<std::size_t, std::size_t>> NearestPairs(std::vector<Point> points,
                                                               std::uint32_t reach);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

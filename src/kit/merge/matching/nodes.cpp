@@ -5,7 +5,7 @@
 
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& isLeftOut,
                  InputSignalType signal, const std::vector<std::size_t>& kinds) {
@@ -28,4 +28,4 @@ Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& 
   return nodes;
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -6,7 +6,7 @@
 
 #include "kit/merge/matching/service.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 inline constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
@@ -25,4 +25,4 @@ struct Nodes {
 Nodes GroupNodes(const std::vector<Service>& services, const std::vector<bool>& isLeftOut,
                  InputSignalType signal, const std::vector<std::size_t>& kinds = {});
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -5,6 +5,8 @@
 #include "kit/model/narrow_text.h"
 #include "kit/text/letter_case.h"
 
+namespace zortunedex::kit {
+
 using station_blocks::Field;
 using station_blocks::Layout;
 using station_blocks::Source;
@@ -183,3 +185,5 @@ std::string IdentityText(const Service& service, InputSignalType signal) {
 }
 
 }  // namespace merge
+
+}  // namespace zortunedex::kit

@@ -9,7 +9,7 @@
 
 #include "kit/model/channel.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// Equal texts have equal numbers; the empty one is 0. One for all services that are compared.
 class Texts {
@@ -68,4 +68,4 @@ Service Overlaid(Service service, const Service& known);
 /// "S19.2E-1-1011-11110", "A33-2.1", "FM-98500".
 std::string IdentityText(const Service& service, InputSignalType signal);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

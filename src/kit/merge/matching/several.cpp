@@ -8,7 +8,7 @@
 
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 /// What is found at one place can tell others apart; no real bucket takes more than a few rounds.
@@ -133,4 +133,4 @@ void ResolveSeveral(Bucket bucket, const Nodes& left, const Nodes& right, InputS
   SeveralResolver(std::move(bucket), left, right, signal, matching).Run();
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

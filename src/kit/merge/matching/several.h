@@ -5,7 +5,7 @@
 
 #include "kit/merge/matching/matching.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// The nodes of both sides that one key fits.
 struct Bucket {
@@ -24,4 +24,4 @@ void KeepOpen(Bucket& bucket, const Matching& matching);
 void ResolveSeveral(Bucket bucket, const Nodes& left, const Nodes& right, InputSignalType signal,
                     Matching& matching);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

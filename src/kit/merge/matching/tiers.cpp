@@ -1,6 +1,6 @@
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 using enum Part;
@@ -136,4 +136,4 @@ Service IdentityKey(const Service& service, InputSignalType signal) {
   return key;
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -6,7 +6,7 @@
 
 #include "kit/merge/matching/service.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// How a part of a key is compared.
 enum class Need : std::uint8_t {
@@ -64,4 +64,4 @@ Service IdentityKey(const Service& service, InputSignalType signal);
 /// True when a service says enough to be told from others.
 bool IsIdentified(const Service& service, InputSignalType signal);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 void Transponders::Add(const Service& service, std::size_t place) {
   const Site site = SiteOf(service, m_recognition);
@@ -51,4 +51,4 @@ void Transponders::Look(const Line& line, std::uint32_t value, std::optional<Fou
   if (high != sites->second.begin()) offer(std::prev(high));
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -7,7 +7,7 @@
 
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// The transponders of a table, each with the last place that stands on it.
 class Transponders {
@@ -38,4 +38,4 @@ class Transponders {
   std::map<Line, Sites> m_lines;
 };
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 Service Twins::KeyOf(const Service& service) const {
   Service key = IdentityKey(service, m_signal);
@@ -32,4 +32,4 @@ std::optional<std::size_t> Twins::Find(const Service& service) const {
   return std::nullopt;
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

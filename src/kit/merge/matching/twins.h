@@ -6,7 +6,7 @@
 
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// The services of a scan that count, to find others that are one of them again.
 class Twins {
@@ -25,4 +25,4 @@ class Twins {
   std::map<Service, std::map<std::uint32_t, std::size_t>> m_known;
 };
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

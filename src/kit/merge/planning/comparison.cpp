@@ -7,7 +7,7 @@
 #include "kit/merge/fingerprint.h"
 #include "kit/merge/matching/tiers.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 Comparison::Comparison(const ChannelTable& list, const MergeBase* base, const ChannelTable& scan,
                        const MergePolicy& policy)
     : m_listTable(list),
@@ -162,4 +162,4 @@ void Comparison::Match(const std::vector<bool>& isLeftOut) {
   m_matching = MatchNodes(m_listNodes, m_scanNodes, m_reading.signal, hints);
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

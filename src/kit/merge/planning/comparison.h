@@ -7,7 +7,7 @@
 #include "kit/merge/matching/matching.h"
 #include "kit/merge/merge.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 class Comparison {
  public:
@@ -71,4 +71,4 @@ class Comparison {
   Matching m_matching;
 };
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

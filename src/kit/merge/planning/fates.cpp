@@ -4,7 +4,7 @@
 
 #include "kit/merge/matching/twins.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 std::uint32_t AbsentBy(const BaseEntry* entry, bool isSameScan) {
@@ -165,4 +165,4 @@ ScanFates FatesOfScan(const Comparison& comparison, const MergeBase* base,
   return ScanJudge(comparison, base, signal).Run(list);
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -4,7 +4,7 @@
 #include "kit/merge/matching/transponders.h"
 #include "kit/merge/planning/comparison.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 struct ListFate {
   enum class Kind {
@@ -56,4 +56,4 @@ struct ScanFates {
 ScanFates FatesOfScan(const Comparison& comparison, const MergeBase* base,
                       const std::vector<ListFate>& list, InputSignalType signal);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -6,7 +6,7 @@
 
 #include "kit/merge/matching/transponders.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 auto OrderOf(const Placed& placed) {
@@ -61,4 +61,4 @@ std::vector<Placed> Place(std::vector<Placed> list, std::vector<Placed> fresh, N
   return all;
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

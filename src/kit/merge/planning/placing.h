@@ -5,7 +5,7 @@
 #include "kit/merge/matching/nodes.h"
 #include "kit/merge/merge.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// A channel of the list as it is to be.
 struct Placed {
@@ -21,4 +21,4 @@ struct Placed {
 std::vector<Placed> Place(std::vector<Placed> list, std::vector<Placed> fresh, NewOnes where,
                           InputSignalType signal, bool isNumbered);
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -8,7 +8,7 @@
 #include "kit/merge/matching/tiers.h"
 #include "kit/text/utf.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 namespace {
 
 constexpr std::uint32_t kNotRunning = 1;
@@ -358,4 +358,4 @@ void Planner::AddOldBase() {
   }
 }
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

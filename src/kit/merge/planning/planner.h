@@ -8,7 +8,7 @@
 #include "kit/merge/planning/fates.h"
 #include "kit/merge/planning/placing.h"
 
-namespace merge {
+namespace zortunedex::kit::merge {
 
 /// Makes the plan of one merge; used once.
 class Planner {
@@ -64,4 +64,4 @@ class Planner {
   std::map<std::size_t, UINT> m_freshIndexes;     ///< by place of the scan
 };
 
-}  // namespace merge
+}  // namespace zortunedex::kit::merge

@@ -6,7 +6,7 @@
 #include "kit/text/columns/display_width_table.h"
 #include "kit/text/utf.h"
 
-namespace display_width {
+namespace zortunedex::kit::display_width {
 namespace {
 
 template <std::size_t Count>
@@ -53,4 +53,4 @@ std::string Cut(std::string_view utf8, std::size_t columns) {
   return std::string(utf8.substr(0, utf8.size() - rest.size())) + "\u2026";
 }
 
-}  // namespace display_width
+}  // namespace zortunedex::kit::display_width

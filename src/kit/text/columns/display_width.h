@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace display_width {
+namespace zortunedex::kit::display_width {
 
 /// 0, 1 or 2. Characters whose width depends on the font are narrow.
 std::size_t Of(std::uint32_t character);
@@ -17,4 +17,4 @@ std::size_t Of(std::string_view utf8);
 /// between a character and the marks that combine with it.
 std::string Cut(std::string_view utf8, std::size_t columns);
 
-}  // namespace display_width
+}  // namespace zortunedex::kit::display_width

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace display_width {
+namespace zortunedex::kit::display_width {
 
 struct CharacterRange {
   std::uint32_t first;
@@ -117,4 +117,4 @@ inline constexpr CharacterRange kWide[] = {
     {0x1F6EB, 0x1F6EC}, {0x1F6F4, 0x1F6FC}, {0x1F7E0, 0x1F7F0}, {0x1F90C, 0x1F93A},
     {0x1F93C, 0x1F945}, {0x1F947, 0x1F9FF}, {0x1FA70, 0x1FAF6}, {0x20000, 0x3FFFD}};
 
-}  // namespace display_width
+}  // namespace zortunedex::kit::display_width

@@ -6,6 +6,8 @@
 #include "kit/text/ascii.h"
 #include "kit/text/columns/display_width.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using Rows = std::vector<std::vector<std::string>>;
@@ -90,3 +92,5 @@ std::string TextTable(const Rows& rows, std::optional<std::size_t> lineWidth) {
   }
   return text;
 }
+
+}  // namespace zortunedex::kit

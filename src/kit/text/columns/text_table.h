@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace zortunedex::kit {
+
 /// Rows under a head line, one line each. Columns are padded to the same number of terminal
 /// columns, but for the last one, with two blanks between them.
 ///
@@ -14,3 +16,5 @@
 /// room for that are longer.
 std::string TextTable(const std::vector<std::vector<std::string>>& rows,
                       std::optional<std::size_t> lineWidth = std::nullopt);
+
+}  // namespace zortunedex::kit

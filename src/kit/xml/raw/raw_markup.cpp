@@ -4,7 +4,7 @@
 
 #include "kit/xml/text/characters.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 constexpr std::size_t kMostDigits = 10;
@@ -127,4 +127,4 @@ RawSplit SplitRaw(std::string_view text, std::string_view element, RawTable tabl
   return Splitter(text, table).Split(head.size(), end);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -11,7 +11,7 @@
 
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 struct RawAttribute {
   std::string_view name;
@@ -31,4 +31,4 @@ struct RawSplit {
 /// Takes time in proportion to the text and the table.
 RawSplit SplitRaw(std::string_view text, std::string_view element, RawTable table);
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -6,7 +6,7 @@
 
 #include "core/station_blocks.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 using station_blocks::Field;
@@ -71,4 +71,4 @@ RawTable RawTableOf(std::string_view element, InputSignalType signal) {
   return found == tables.end() ? RawTable() : RawTable(found->second);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

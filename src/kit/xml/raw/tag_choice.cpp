@@ -7,7 +7,7 @@
 #include "kit/xml/text/characters.h"
 #include "kit/xml/tokens/declaration.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 /// A value may hold line breaks, but not without end.
@@ -140,4 +140,4 @@ void TagChoice::FindRepeated(const Tag& tag) {
   }
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -7,7 +7,7 @@
 #include "kit/xml/raw/raw_markup.h"
 #include "kit/xml/tokens/tag_reader.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// By its first line. Also when only the declaration in it is broken, which then becomes the right
 /// one.
@@ -54,4 +54,4 @@ class TagChoice {
   std::vector<std::size_t> m_order;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

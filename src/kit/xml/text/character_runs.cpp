@@ -7,7 +7,7 @@
 #include "kit/text/utf.h"
 #include "kit/xml/text/characters.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 constexpr std::string_view kReplacementText = "\xEF\xBF\xBD";
@@ -135,4 +135,4 @@ std::string CharacterRuns::Replaced(Span span) const {
   return text += Span(taken, span.end).In(m_bytes);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -9,7 +9,7 @@
 #include "kit/xml/text/damage.h"
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// The characters of a file that XML cannot have, whatever they stand in: bytes that are no UTF-8,
 /// and characters that XML lacks. Bytes that are no UTF-8 are taken by the word, since bytes of
@@ -44,4 +44,4 @@ class CharacterRuns {
   std::vector<Run> m_runs;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

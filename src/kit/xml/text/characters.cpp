@@ -5,7 +5,7 @@
 
 #include "kit/text/utf.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 struct Range {
@@ -52,4 +52,4 @@ bool IsQualifiedName(std::string_view text) {
   return IsSimpleName(text.substr(0, colon)) && IsSimpleName(text.substr(colon + 1));
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

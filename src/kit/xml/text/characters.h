@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 inline constexpr std::string_view kBlanks = " \t\r\n";
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -70,4 +70,4 @@ inline bool IsBlankText(std::string_view text) {
   return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

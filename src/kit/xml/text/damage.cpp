@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 struct Words {
@@ -70,4 +70,4 @@ bool IsBeyondReading(Reason reason) {
          reason != Reason::RawBlank;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

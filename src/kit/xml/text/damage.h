@@ -5,7 +5,7 @@
 
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// The order is that of the codes.
 enum class Reason : std::uint8_t {
@@ -66,4 +66,4 @@ struct Damage {
   std::uint32_t mendCount = 0;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

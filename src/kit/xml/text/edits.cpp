@@ -3,7 +3,7 @@
 #include <iterator>
 #include <utility>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 bool Edits::Fits(Span span) const {
   if (span.end < span.begin) return false;
@@ -52,4 +52,4 @@ std::optional<std::string> Edits::Apply(std::string_view bytes) const {
   return changed;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -8,7 +8,7 @@
 
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Puts `text` in the place of a span: an insertion where the span is empty, a removal where the
 /// text is.
@@ -43,4 +43,4 @@ class Edits {
   Insertions m_insertions;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Finds a mark again and again, from places that do not go back: together the searches take time
 /// proportional to the text, also where the mark is far away or missing.
@@ -30,4 +30,4 @@ class ForwardSearch {
   std::size_t m_found = 0;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

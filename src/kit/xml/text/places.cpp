@@ -4,7 +4,7 @@
 
 #include "kit/xml/text/characters.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {}  // namespace
 
 Places::Places(std::string_view text) : m_text(text) {
@@ -40,4 +40,4 @@ void Places::Advance(Place& place, std::size_t from, std::size_t to) const {
   }
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

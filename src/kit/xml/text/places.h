@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Both count from 1; columns count characters. CR LF, LF and CR end a line.
 struct Place {
@@ -33,4 +33,4 @@ class Places {
   std::vector<Place> m_marks;  ///< at every kStep bytes
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Where something stands in the bytes of a file: from `begin` up to `end`, which is behind it.
 /// Files are below two gigabytes (kLargestFile).
@@ -27,4 +27,4 @@ struct Span {
 
 inline constexpr std::size_t kLargestFile = 0x7FFFFFFE;
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -6,7 +6,7 @@
 #include "kit/text/ascii.h"
 #include "kit/xml/text/characters.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
@@ -100,4 +100,4 @@ bool IsWideName(std::string_view name) {
   return false;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

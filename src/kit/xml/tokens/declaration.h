@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 struct Declaration {
   bool isSound = false;       ///< as XML wants it
@@ -20,4 +20,4 @@ bool IsWideName(std::string_view name);
 /// What stands in the place of a broken one.
 inline constexpr std::string_view kSoundDeclaration = "<?xml version=\"1.0\" encoding=\"utf-8\"?>";
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

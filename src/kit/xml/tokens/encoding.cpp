@@ -3,7 +3,7 @@
 #include "kit/xml/text/characters.h"
 #include "kit/xml/tokens/declaration.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 using std::string_view_literals::operator""sv;
@@ -36,4 +36,4 @@ std::string ForeignEncoding(std::string_view bytes) {
   return IsUtf8Name(name) || IsWideName(name) ? std::string() : std::string(name);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

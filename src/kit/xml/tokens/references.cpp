@@ -6,7 +6,7 @@
 #include "kit/text/utf.h"
 #include "kit/xml/text/characters.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 struct Entity {
@@ -149,4 +149,4 @@ std::size_t BracketsBehind(std::string_view text, std::size_t brackets) {
   return text.empty() ? std::min(kCdataBrackets, count + brackets) : count;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

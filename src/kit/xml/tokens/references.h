@@ -11,7 +11,7 @@
 #include "kit/xml/text/edits.h"
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 struct Reference {
   std::size_t size = 0;         ///< from & up to and with ; or 0 when it is none
@@ -45,4 +45,4 @@ std::vector<RawMark> FindRawMarks(std::string_view bytes, Span span, char quote,
 /// kCdataBrackets do not matter.
 std::size_t BracketsBehind(std::string_view text, std::size_t brackets);
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

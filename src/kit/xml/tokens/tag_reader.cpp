@@ -6,7 +6,7 @@
 #include "kit/xml/text/characters.h"
 #include "kit/xml/text/damage.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 constexpr std::string_view kNamespaceName = "xmlns";
@@ -242,4 +242,4 @@ void TagReader::LookAtValue(std::string_view bytes, TagAttribute& attribute) {
   }
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -9,7 +9,7 @@
 #include "kit/xml/text/forward_search.h"
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 struct TagAttribute {
   Span name;
@@ -85,4 +85,4 @@ class TagReader {
   std::size_t m_limit = 0;  ///< of every tag that begins behind m_limitFrom and in front of it
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -5,7 +5,7 @@
 #include "kit/text/utf.h"
 #include "kit/xml/text/characters.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 constexpr std::string_view kComment = "<!--";
@@ -163,4 +163,4 @@ std::size_t Tokenizer::ShortEnd(std::size_t from) {
   return isNear ? mark + 1 : from;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

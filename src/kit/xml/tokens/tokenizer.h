@@ -8,7 +8,7 @@
 #include "kit/xml/tokens/tag_reader.h"
 #include "kit/xml/tokens/tokens.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// A token, and what is wrong with it.
 struct Piece {
@@ -61,4 +61,4 @@ class Tokenizer {
   ForwardSearch m_instructionEnds;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -2,7 +2,7 @@
 
 #include "kit/xml/tokens/tokenizer.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 std::vector<Token> Tokens(std::string_view bytes) {
   std::vector<Token> tokens;
@@ -11,4 +11,4 @@ std::vector<Token> Tokens(std::string_view bytes) {
   return tokens;
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -8,7 +8,7 @@
 
 #include "kit/xml/text/span.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 enum class TokenKind : std::uint8_t {
   Start,        ///< <a b="c">
@@ -33,4 +33,4 @@ struct Token {
 /// to be is still a tag where its end can be told.
 std::vector<Token> Tokens(std::string_view bytes);
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

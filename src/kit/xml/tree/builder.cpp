@@ -10,7 +10,7 @@
 #include "kit/xml/tokens/references.h"
 #include "platform/host.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 // The parser's own limits.
@@ -333,4 +333,4 @@ void Builder::Finish() {
   m_damages.Finish(m_document.m_damages, m_document.m_mends);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -12,7 +12,7 @@
 #include "kit/xml/tree/element_tree.h"
 #include "kit/xml/tree/namespaces.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Reads the bytes of a document into its tree.
 class Builder {
@@ -69,4 +69,4 @@ class Builder {
   std::size_t m_brackets = 0;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -6,7 +6,7 @@
 #include <numeric>
 #include <utility>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 bool IsOfCharacters(const Damage& damage) {
@@ -127,4 +127,4 @@ void DamageList::MendInner(const std::vector<Span>& outer) {
   }
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

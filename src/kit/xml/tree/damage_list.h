@@ -7,7 +7,7 @@
 #include "kit/xml/text/damage.h"
 #include "kit/xml/text/edits.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Collects damages in the order in which they are found, and puts them in that of the file.
 class DamageList {
@@ -41,4 +41,4 @@ class DamageList {
   bool m_areBeyondReading = false;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -7,7 +7,7 @@
 #include "kit/xml/tokens/encoding.h"
 #include "kit/xml/tree/builder.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 Document Document::Read(std::string bytes, const ReadOptions& options) {
   const auto held = std::make_shared<const std::string>(std::move(bytes));
@@ -104,4 +104,4 @@ Place Document::PlaceOf(std::size_t offset) const {
   return m_places->Of(offset);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -18,7 +18,7 @@
 #include "kit/xml/text/span.h"
 #include "kit/xml/tokens/tokens.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Place of an element or an attribute in the document's lists.
 using Index = std::uint32_t;
@@ -132,4 +132,4 @@ class Document {
   mutable std::unique_ptr<Places> m_places;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

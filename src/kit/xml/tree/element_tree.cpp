@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 ElementTree::ElementTree(std::string_view bytes, std::vector<Element>& elements,
                          std::vector<Leaf>& leaves, DamageList& damages)
@@ -106,4 +106,4 @@ void ElementTree::MoveToParent(Index element, Index child, Index lastChild) {
   }
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

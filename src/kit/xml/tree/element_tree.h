@@ -8,7 +8,7 @@
 #include "kit/xml/tree/damage_list.h"
 #include "kit/xml/tree/document.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// Hangs the elements of a file into a tree. What is left open is closed where that was meant,
 /// as far as it can be told.
@@ -56,4 +56,4 @@ class ElementTree {
   std::size_t m_steps = 0;  ///< taken among children: not more than a few for each element
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

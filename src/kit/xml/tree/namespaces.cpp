@@ -6,7 +6,7 @@
 #include "kit/xml/text/damage.h"
 #include "kit/xml/tree/uri.h"
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 constexpr std::string_view kXmlUri = "http://www.w3.org/XML/1998/namespace";
@@ -79,4 +79,4 @@ bool Namespaces::AreTold(const std::vector<Name>& attributes) const {
   return std::adjacent_find(names.begin(), names.end()) == names.end();
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 
 /// The namespaces in force at one place of a file.
 class Namespaces {
@@ -38,4 +38,4 @@ class Namespaces {
   std::vector<std::size_t> m_levels;
 };
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace markup {
+namespace zortunedex::kit::markup {
 namespace {
 
 bool IsLetter(char byte) { return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z'); }
@@ -94,4 +94,4 @@ bool IsUriReference(std::string_view text) {
   return IsHierarchy(scheme == 0 ? text : text.substr(scheme + 1), scheme != 0);
 }
 
-}  // namespace markup
+}  // namespace zortunedex::kit::markup

@@ -7,7 +7,7 @@
 #include "tool/printing/change_report.h"
 #include "tool/printing/held_output.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 namespace {
 
 /// Messages name the directory that the user did.
@@ -68,4 +68,4 @@ void RunChange(const Options& options, void (*run)(const Options& options), Tria
   std::cout << text;
 }
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

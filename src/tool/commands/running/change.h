@@ -3,7 +3,7 @@
 #include "kit/history/change.h"
 #include "tool/options/options.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 
 /// How the command line wants changes to be made.
 history::ChangeSettings SettingsOf(const Options& options);
@@ -19,4 +19,4 @@ enum class Trial {
 /// is made.
 void RunChange(const Options& options, void (*run)(const Options& options), Trial trial);
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

@@ -2,6 +2,8 @@
 
 #include "kit/files/whole_file.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 DirectoryState::DirectoryState(const Options& options)
@@ -21,3 +23,5 @@ DirectoryState::Files DirectoryState::Look() const {
   }
   return files;
 }
+
+}  // namespace zortunedex::kit::tool

@@ -7,6 +7,8 @@
 
 #include "tool/options/options.h"
 
+namespace zortunedex::kit::tool {
+
 /// What the files were that a command may change: to tell, when it could not finish, whether it had
 /// changed one.
 class DirectoryState {
@@ -23,3 +25,5 @@ class DirectoryState {
   std::filesystem::path m_folder;
   Files m_before;
 };
+
+}  // namespace zortunedex::kit::tool

@@ -9,6 +9,8 @@
 #include "platform/host.h"
 #include "tool/printing/output.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 using interchange::Input;
@@ -87,3 +89,5 @@ void WriteOutputFiles(const Output& output, const std::string& path, bool isFold
     throw;
   }
 }
+
+}  // namespace zortunedex::kit::tool

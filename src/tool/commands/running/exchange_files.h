@@ -3,6 +3,8 @@
 
 #include "kit/interchange/format.h"
 
+namespace zortunedex::kit::tool {
+
 /// A file or a folder. Failure for what is not there.
 interchange::Input ReadInput(const std::string& path);
 /// Failure for a folder where the format has none.
@@ -13,3 +15,5 @@ void RequireFile(const interchange::Input& input, const interchange::Format& for
 /// not at all. Where one of them cannot be written the others are put back. Without a path the file
 /// is printed.
 void WriteOutputFiles(const interchange::Output& output, const std::string& path, bool isFolder);
+
+}  // namespace zortunedex::kit::tool

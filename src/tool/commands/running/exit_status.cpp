@@ -1,6 +1,6 @@
 #include "tool/commands/running/exit_status.h"
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 namespace {
 
 int g_status = 0;
@@ -11,4 +11,4 @@ void AskToLook() { g_status = 3; }
 
 int ExitStatus() { return g_status; }
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace commands {
+namespace zortunedex::kit::tool::commands {
 
 /// The command is done, but its user should look at what it says: the program ends with 3.
 void AskToLook();
@@ -8,4 +8,4 @@ void AskToLook();
 /// 0, or 3 when AskToLook was called.
 int ExitStatus();
 
-}  // namespace commands
+}  // namespace zortunedex::kit::tool::commands

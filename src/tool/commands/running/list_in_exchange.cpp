@@ -7,6 +7,8 @@
 #include "kit/satellites/dish_settings.h"
 #include "tool/options/location.h"
 
+namespace zortunedex::kit::tool {
+
 using interchange::DishPosition;
 
 namespace {
@@ -43,3 +45,5 @@ ListInExchange::ListInExchange(const Options& options, const interchange::Format
     m_context.dishes = DishPositions(options);
   }
 }
+
+}  // namespace zortunedex::kit::tool

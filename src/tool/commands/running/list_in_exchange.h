@@ -4,6 +4,8 @@
 #include "kit/model/channel_list.h"
 #include "tool/options/options.h"
 
+namespace zortunedex::kit::tool {
+
 /// The list of the directory, and what its way out or in needs. Without a format it needs no
 /// dishes.
 class ListInExchange {
@@ -19,3 +21,5 @@ class ListInExchange {
   NarrowText m_narrow;
   interchange::ListContext m_context;
 };
+
+}  // namespace zortunedex::kit::tool

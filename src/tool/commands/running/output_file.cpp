@@ -5,6 +5,8 @@
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
 
+namespace zortunedex::kit::tool {
+
 namespace fs = std::filesystem;
 
 void RequireFree(const std::string& path, bool force) {
@@ -21,3 +23,5 @@ void WriteOutput(const std::string& path, std::string_view bytes, bool force) {
   RequireFree(path, force);
   force ? whole_file::Replace(path, bytes) : whole_file::WriteNew(path, bytes);
 }
+
+}  // namespace zortunedex::kit::tool

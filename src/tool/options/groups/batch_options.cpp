@@ -11,6 +11,8 @@
 #include "tool/options/groups/channel_options.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 constexpr const char* kBatchHelp =
@@ -110,3 +112,5 @@ void CompleteBatchForSignal(Options& options) {
     }
   }
 }
+
+}  // namespace zortunedex::kit::tool

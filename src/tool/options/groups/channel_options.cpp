@@ -10,6 +10,8 @@
 #include "tool/options/groups/option_helpers.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using station_blocks::Source;
@@ -286,3 +288,5 @@ void RequireFieldsOfSignal(const Options& options) {
   for (const std::string& column : options.columns) ChannelField(*options.signal, column);
   ChannelMatcher(options.filter, *options.signal);
 }
+
+}  // namespace zortunedex::kit::tool

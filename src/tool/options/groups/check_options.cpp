@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 bool TakeLevel(const std::string& text, std::optional<check::Severity>& level) {
@@ -65,3 +67,5 @@ void AddCheckCommands(CLI::App& app, Options& options) {
   repair->footer(
       "Ends with status 3 when something is left, and when a dry run would write something.");
 }
+
+}  // namespace zortunedex::kit::tool

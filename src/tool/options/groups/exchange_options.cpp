@@ -7,6 +7,8 @@
 #include "kit/text/signal_types.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 constexpr const char* kReportHelp =
@@ -173,3 +175,5 @@ void CompleteExchangeOptions(const Options& options) {
   if (format->isFolder) throw UsageError{std::string("--format ") + format->name + " needs -o"};
   if (options.json) throw UsageError{"--json, which prints the loss report, needs -o"};
 }
+
+}  // namespace zortunedex::kit::tool

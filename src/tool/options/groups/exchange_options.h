@@ -2,6 +2,8 @@
 
 #include "tool/options/groups/option_helpers.h"
 
+namespace zortunedex::kit::tool {
+
 /// The commands that lists leave and enter with.
 void AddExchangeCommands(CLI::App* channels, Options& options);
 /// UsageError when one of these commands lacks something, or has an option that its format does not
@@ -13,3 +15,5 @@ void AddScanFormat(CLI::App* app, Options& options);
 void AddPosition(CLI::App* app, Options& options);
 /// UsageError for an option that was given and that the format does not take.
 void RequireTaken(const Options& options, const interchange::Format& format);
+
+}  // namespace zortunedex::kit::tool

@@ -5,6 +5,8 @@
 
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 /// The numbers of snapshots, `least` to `most` of them.
@@ -93,3 +95,5 @@ std::string TypedCommand(const CLI::App& app, const std::vector<std::string>& ar
   }
   return typed;
 }
+
+}  // namespace zortunedex::kit::tool

@@ -6,6 +6,8 @@
 #include "kit/interchange/list/formats.h"
 #include "tool/options/groups/exchange_options.h"
 
+namespace zortunedex::kit::tool {
+
 using merge::Deleted;
 using merge::EditedTuning;
 using merge::Gone;
@@ -119,3 +121,5 @@ void AddMergeCommands(CLI::App* channels, Options& options) {
   CLI::App* app = channels->add_subcommand("diff", "Say how another list differs");
   AddScan(app, options, "OTHER", "another list");
 }
+
+}  // namespace zortunedex::kit::tool

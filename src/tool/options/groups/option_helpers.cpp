@@ -2,6 +2,8 @@
 
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 void AddIndexes(CLI::App* app, Options& options, int least, int most, const std::string& help) {
   const auto take = [&options](const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
@@ -20,3 +22,5 @@ void AddIndexes(CLI::App* app, Options& options, int least, int most, const std:
 void RequireGiven(bool given, const std::string& what) {
   if (!given) throw UsageError{what + " is required"};
 }
+
+}  // namespace zortunedex::kit::tool

@@ -10,6 +10,8 @@
 #include "tool/options/options.h"
 #include "tool/options/typing/words.h"
 
+namespace zortunedex::kit::tool {
+
 /// A callback for a number of 32 bits without a sign.
 template <typename Number>
 CLI::Option* AddNumber(CLI::App* app, const std::string& name, std::optional<Number>& target,
@@ -49,3 +51,5 @@ void FillParser(CLI::App& app, Options& options);
 void AddSatelliteCommands(CLI::App& app, Options& options);
 /// UsageError when one of these commands lacks something.
 void CompleteSatelliteOptions(const Options& options);
+
+}  // namespace zortunedex::kit::tool

@@ -5,6 +5,8 @@
 #include "kit/text/ascii.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 constexpr DWORD kJapan = 81;
@@ -80,3 +82,5 @@ void CompletePresetOptions(Options& options) {
   }
   options.country = options.country.value_or(kJapan);
 }
+
+}  // namespace zortunedex::kit::tool

@@ -7,6 +7,10 @@ namespace CLI {
 class App;
 }
 
+namespace zortunedex::kit::tool {
+
 void AddPresetCommands(CLI::App& app, Options& options);
 /// Fills in what presets imply. Raises UsageError.
 void CompletePresetOptions(Options& options);
+
+}  // namespace zortunedex::kit::tool

@@ -2,6 +2,8 @@
 #include "tool/options/groups/option_helpers.h"
 #include "tool/options/usage_error.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 constexpr const char* kAssignHelp =
@@ -105,3 +107,5 @@ void CompleteSatelliteOptions(const Options& options) {
     throw UsageError{"--high and --switch go with --low"};
   }
 }
+
+}  // namespace zortunedex::kit::tool

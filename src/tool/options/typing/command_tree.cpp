@@ -1,6 +1,6 @@
 #include "tool/options/typing/command_tree.h"
 
-namespace command_tree {
+namespace zortunedex::kit::tool::command_tree {
 namespace {
 
 std::string Join(const std::string& name, const std::string& word) {
@@ -50,4 +50,4 @@ std::vector<std::string> Options(const CLI::App& app) {
   return names;
 }
 
-}  // namespace command_tree
+}  // namespace zortunedex::kit::tool::command_tree

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace command_tree {
+namespace zortunedex::kit::tool::command_tree {
 
 /// The command that the words so far lead to; `name` is "channels list", empty for none.
 struct Place {
@@ -23,4 +23,4 @@ std::vector<std::string> Commands(const CLI::App& app);
 /// Long and short names of its own options, with their dashes.
 std::vector<std::string> Options(const CLI::App& app);
 
-}  // namespace command_tree
+}  // namespace zortunedex::kit::tool::command_tree

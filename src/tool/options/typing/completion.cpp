@@ -6,6 +6,8 @@
 #include "tool/options/groups/option_helpers.h"
 #include "tool/options/typing/command_tree.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using command_tree::Place;
@@ -169,3 +171,5 @@ std::string CompletionScript(const std::string& shell) {
   const Tables tables = MakeTables();
   return shell == "zsh" ? ZshScript(tables) : BashScript(tables);
 }
+
+}  // namespace zortunedex::kit::tool

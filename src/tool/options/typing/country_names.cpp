@@ -6,6 +6,8 @@
 #include "kit/text/ascii.h"
 #include "kit/text/nearest.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using countries::CountryRow;
@@ -124,3 +126,5 @@ std::string UnknownCountry(const std::string& name) {
   text += "; the nearest is " + *nearest;
   return code ? text + " (" + std::to_string(*code) + ")" : text;
 }
+
+}  // namespace zortunedex::kit::tool

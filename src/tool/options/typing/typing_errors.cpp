@@ -5,6 +5,8 @@
 #include "kit/text/nearest.h"
 #include "tool/options/typing/command_tree.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using command_tree::Place;
@@ -53,3 +55,5 @@ UsageError ExplainTyping(const CLI::App& app, const CLI::ParseError& error) {
   }
   return {error.what(), place.name};
 }
+
+}  // namespace zortunedex::kit::tool

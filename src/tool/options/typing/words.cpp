@@ -7,6 +7,8 @@
 #include "kit/text/signal_types.h"
 #include "tool/options/typing/country_names.h"
 
+namespace zortunedex::kit::tool {
+
 namespace {
 
 using Words = std::vector<std::string>;
@@ -63,3 +65,5 @@ std::string UnknownWord(const std::string& word, const Words& known) {
   if (nearest) text += "; the nearest is " + *nearest;
   return known.empty() ? text : text + "; known are " + Listed(known);
 }
+
+}  // namespace zortunedex::kit::tool

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace zortunedex::kit::tool {
+
 /// The words of an option ("--service") or of an argument ("KEY"), those that are plainly named
 /// alone: numbers are not listed. Empty where any text may stand.
 std::vector<std::string> WordsOf(const std::string& option);
@@ -13,3 +15,5 @@ inline constexpr const char* kListFormat = "--format of a list";
 /// "'soap' is not known; the nearest is ...; known are tv, radio, ...", for a word that is none of
 /// these.
 std::string UnknownWord(const std::string& word, const std::vector<std::string>& known);
+
+}  // namespace zortunedex::kit::tool

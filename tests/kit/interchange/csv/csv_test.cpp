@@ -4,6 +4,8 @@
 #include "kit/interchange/csv/csv_text.h"
 #include "kit/interchange/exchange.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -238,3 +240,5 @@ TEST(Csv, ComesToAnEndWithHostileTables) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

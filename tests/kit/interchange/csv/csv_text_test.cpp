@@ -4,6 +4,8 @@
 
 #include "support/random.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::csv::AppendCell;
@@ -123,3 +125,5 @@ TEST(CsvText, GivesBackEveryCell) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -8,6 +8,8 @@
 #include "kit/interchange/services/station_values.h"
 #include "kit/interchange/vdr_channels.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -296,3 +298,5 @@ TEST(Dvbv5Reader, TakesTimeInProportionToHostileFiles) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

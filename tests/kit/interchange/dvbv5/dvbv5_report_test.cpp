@@ -4,6 +4,8 @@
 #include "kit/model/field_setter.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 /// Private data goes out, so that players find it, but nothing tells what it is when it comes in.
@@ -57,3 +59,5 @@ TEST(Dvbv5Report, NamesEveryDifferenceOfChannelsMadeAtRandomAndNothingElse) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

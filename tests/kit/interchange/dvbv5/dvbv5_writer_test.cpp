@@ -3,6 +3,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/interchange/vdr_channels.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -216,3 +218,5 @@ TEST(Dvbv5Writer, ReportsEachLossUnderItsCode) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -7,6 +7,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/interchange/services/station_values.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Code;
@@ -264,3 +266,5 @@ TEST(Enigma2Reader, TakesTimeInProportionToHostileFiles) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

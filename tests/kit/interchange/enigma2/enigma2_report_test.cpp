@@ -4,6 +4,8 @@
 #include "kit/interchange/vdr_channels.h"
 #include "kit/text/signal_types.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 TEST(Enigma2Report, NamesEveryDifferenceOfTheSamplesAndNothingElse) {
@@ -24,3 +26,5 @@ TEST(Enigma2Report, NamesEveryDifferenceOfChannelsMadeAtRandomAndNothingElse) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

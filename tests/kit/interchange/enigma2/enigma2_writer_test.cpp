@@ -5,6 +5,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/interchange/vdr_channels.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Export;
@@ -173,3 +175,5 @@ TEST(Enigma2Writer, KeepsBothNames) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit

@@ -6,6 +6,8 @@
 #include "kit/interchange/exchange.h"
 #include "kit/json/channel_json.h"
 
+namespace zortunedex::kit {
+
 namespace {
 
 using interchange::Import;
@@ -183,3 +185,5 @@ TEST(JsonList, ComesToAnEndWithHostileDocuments) {
 }
 
 }  // namespace
+
+}  // namespace zortunedex::kit
