@@ -67,13 +67,13 @@ inline void FuzzReader(const char* name, bool holdsEverything, const BYTE* data,
   std::optional<interchange::Import> before;
   for (int round = 0; round < 3; ++round) {
     std::optional<interchange::Import> made = Imported(format, list, bytes);
-    Require(made.has_value() || round == 0);
+    ::Require(made.has_value() || round == 0);
     if (!made || made->table.channels.empty()) return;
     const bool isSame = before && SameChannels(before->table.channels, made->table.channels);
-    if (round == 2 || (round == 1 && holdsEverything)) Require(isSame);
+    if (round == 2 || (round == 1 && holdsEverything)) ::Require(isSame);
     interchange::Export out =
         interchange::ExportChannels(format, {list.Context(), made->table.channels});
-    Require(!holdsEverything || out.losses.Empty());
+    ::Require(!holdsEverything || out.losses.Empty());
     bytes = out.output.Bytes();
     before = std::move(made);
   }
