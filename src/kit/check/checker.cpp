@@ -15,6 +15,7 @@
 #include "kit/check/rules/rules.h"
 #include "kit/failure.h"
 #include "platform/component.h"
+#include "platform/thread_locale.h"
 
 namespace zortunedex::kit::check {
 namespace {
@@ -66,7 +67,8 @@ std::future<Checked> CheckBeside(Files files, const Settings& settings) {
   const bool isAlone = std::thread::hardware_concurrency() == 1;
   const auto inTurn = std::launch::deferred;
   return std::async(isAlone ? inTurn : std::launch::async | inTurn,
-                    [files = std::move(files), &settings]() mutable {
+                    [files = std::move(files), &settings, locale = ThreadLocale()]() mutable {
+                      locale.TakeOver();
                       [[maybe_unused]] const Component component;
                       return Checker(settings).Check(std::move(files));
                     });

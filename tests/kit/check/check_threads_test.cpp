@@ -1,8 +1,7 @@
 // A check reads on two threads, and hosts may check and repair on several of theirs: what is found
 // is what one reading after the other finds, in the same order.
 #include "kit/check/directory_repair.h"
-#include "kit/check/findings/finding_json.h"
-#include "kit/check/rules/directory_rules.h"
+#include "kit/check/found_in_turn.h"
 #include "kit/home.h"
 #include "platform/component.h"
 #include "support/in_threads.h"
@@ -13,20 +12,6 @@ namespace zortunedex::kit {
 namespace {
 
 using check::Finding;
-
-std::string TextOf(const std::vector<Finding>& findings) { return check::ToJson(findings).dump(1); }
-
-/// The parts of a check, one after the other.
-std::vector<Finding> FoundInTurn(const std::string& directory) {
-  check::Checker checker({});
-  check::Checked checked = checker.Check(check::ReadFiles(directory));
-  std::vector<Finding>& findings = checked.findings;
-  for (const auto& more : {checker.Compare(checked.documents), check::CheckNames(directory)}) {
-    findings.insert(findings.end(), more.begin(), more.end());
-  }
-  check::Sort(findings);
-  return findings;
-}
 
 /// Samples in which many values are others.
 class ChangedHome {
@@ -58,7 +43,7 @@ TEST(CheckThreads, FindWhatIsFoundInTurn) {
     const ChangedHome home(number);
     const std::vector<Finding> found = check::CheckDirectory(home.Path(), {});
     EXPECT_FALSE(found.empty());
-    EXPECT_EQ(TextOf(FoundInTurn(home.Path())), TextOf(found)) << number;
+    EXPECT_EQ(FoundInTurn(home.Path()), TextOfFindings(found)) << number;
   }
 }
 
@@ -73,11 +58,11 @@ struct Outcome {
 
 Outcome CheckAndRepair(const std::string& directory) {
   Outcome outcome;
-  outcome.found = TextOf(check::CheckDirectory(directory, {}));
+  outcome.found = TextOfFindings(check::CheckDirectory(directory, {}));
   const check::Repaired repaired = check::RepairDirectory({directory, "repair"}, {});
-  outcome.mended = TextOf(repaired.mended);
-  outcome.left = TextOf(repaired.left);
-  outcome.foundAfterwards = TextOf(check::CheckDirectory(directory, {}));
+  outcome.mended = TextOfFindings(repaired.mended);
+  outcome.left = TextOfFindings(repaired.left);
+  outcome.foundAfterwards = TextOfFindings(check::CheckDirectory(directory, {}));
   return outcome;
 }
 
