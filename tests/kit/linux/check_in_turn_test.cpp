@@ -5,11 +5,12 @@
 #include <sched.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <iterator>
 
-#include "kit/check/checker.h"
-#include "kit/check/findings/finding_json.h"
+#include "kit/check/found_in_turn.h"
 #include "kit/failure.h"
 #include "kit/home.h"
 #include "support/linux/child.h"
@@ -30,7 +31,7 @@ class ReadHome {
 
   std::string Path() const { return m_home.Path(); }
   std::string Found(const check::Settings& settings = {}) const {
-    return check::ToJson(check::CheckDirectory(m_home.Path(), settings)).dump(1);
+    return TextOfFindings(check::CheckDirectory(m_home.Path(), settings));
   }
 
  private:
