@@ -1,5 +1,6 @@
 // Any bytes as a data file: they are looked at, what the library reads of them is what is
 // predicted, and a repair either writes what is read as predicted, once and for all, or nothing.
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,8 +12,9 @@ using namespace zortunedex::kit;
 
 namespace {
 
-void RequireAsPredicted(check::Checker& checker, const check::Documents& documents) {
-  Require(checker.Compare(documents).empty());
+void RequireAsPredicted(check::Checker& checker, const check::Documents& documents,
+                        check::LibraryLists* lists = nullptr) {
+  Require(checker.Compare(documents, lists).empty());
 }
 
 check::RepairSettings SettingsOf(unsigned choice) {
@@ -36,7 +38,10 @@ void Fuzz(const BYTE* data, std::size_t size) {
   const std::string name(check::kDataFiles[choice % 4]);
   check::Files files;
   files[name] = std::string(reinterpret_cast<const char*>(data) + 1, size - 1);
-  RequireAsPredicted(checker, checker.Check(files).documents);
+  // The list that stands first is opened before anybody has read the file, as a check does.
+  std::optional<check::LibraryLists> lists;
+  if (name == check::kChannels) lists.emplace(*files[name]).OpenFirst();
+  RequireAsPredicted(checker, checker.Check(files).documents, lists ? &*lists : nullptr);
   const check::RepairSettings settings = SettingsOf(choice / 4);
   try {
     const check::Repaired once = check::Repair(files, settings);

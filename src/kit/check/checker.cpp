@@ -1,7 +1,10 @@
 #include "kit/check/checker.h"
 
 #include <algorithm>
+#include <future>
 #include <iterator>
+#include <memory>
+#include <thread>
 #include <tuple>
 
 #include "kit/check/prediction/comparison.h"
@@ -10,6 +13,9 @@
 #include "kit/check/rules/put_aside_rules.h"
 #include "kit/check/rules/rewriting.h"
 #include "kit/check/rules/rules.h"
+#include "kit/failure.h"
+#include "platform/component.h"
+#include "platform/thread_locale.h"
 
 namespace zortunedex::kit::check {
 namespace {
@@ -40,6 +46,32 @@ bool HasSatelliteChannels(const ChannelTree& tree) {
   return std::ranges::any_of(tree.groups, [](const ChannelGroup& group) {
     return group.signal == InputSignalDVBSatellite && !group.channels.empty();
   });
+}
+
+/// The lists of the channel file. Null where nobody asks for them, and where they cannot be had:
+/// who compares them then is told why.
+std::unique_ptr<LibraryLists> ListsOf(const Files& files, const Settings& settings) {
+  const std::optional<std::string>& bytes = BytesOf(files, kChannels);
+  const bool isAsked = settings.file.empty() || settings.file == kChannels;
+  if (!isAsked || !bytes || bytes->empty()) return nullptr;
+  try {
+    return std::make_unique<LibraryLists>(*bytes);
+  } catch (const Failure&) {
+    return nullptr;
+  }
+}
+
+/// A check of files on a thread of its own, where there is a processor for it and a thread is to be
+/// had; else once it is asked for.
+std::future<Checked> CheckBeside(Files files, const Settings& settings) {
+  const bool isAlone = std::thread::hardware_concurrency() == 1;
+  const auto inTurn = std::launch::deferred;
+  return std::async(isAlone ? inTurn : std::launch::async | inTurn,
+                    [files = std::move(files), &settings, locale = ThreadLocale()]() mutable {
+                      locale.TakeOver();
+                      [[maybe_unused]] const Component component;
+                      return Checker(settings).Check(std::move(files));
+                    });
 }
 
 }  // namespace
@@ -136,11 +168,14 @@ void Checker::CheckMissing(const Files& files, Checked& checked) {
              "satellite channels are there, and no catalogue of satellites"));
 }
 
-std::vector<Finding> Checker::Compare(const Documents& documents) {
+std::vector<Finding> Checker::Compare(const Documents& documents, LibraryLists* lists) {
   std::vector<Finding> findings;
   for (const auto& [name, document] : documents) {
     if (!IsAsked(name)) continue;
-    MoveInto(CompareFile(name, document, document.Bytes(), m_database, m_text), findings);
+    MoveInto(lists != nullptr && name == kChannels
+                 ? CompareChannels(document, *lists, m_database, m_text)
+                 : CompareFile(name, document, document.Bytes(), m_database, m_text),
+             findings);
   }
   return findings;
 }
@@ -148,9 +183,13 @@ std::vector<Finding> Checker::Compare(const Documents& documents) {
 std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings) {
   Settings capped = settings;
   capped.mostOfACode = std::min(capped.mostOfACode, kMostOfACode);
-  Checker checker(std::move(capped));
-  Checked checked = checker.Check(ReadFiles(directory));
-  MoveInto(checker.Compare(checked.documents), checked.findings);
+  Checker checker(capped);
+  Files files = ReadFiles(directory);
+  const std::unique_ptr<LibraryLists> lists = ListsOf(files, capped);
+  std::future<Checked> checking = CheckBeside(std::move(files), capped);
+  if (lists != nullptr) lists->OpenFirst();
+  Checked checked = checking.get();
+  MoveInto(checker.Compare(checked.documents, lists.get()), checked.findings);
   std::vector<Finding> names = CheckNames(directory);
   std::erase_if(names, [&](const Finding& finding) {
     return !settings.file.empty() && finding.file != settings.file;

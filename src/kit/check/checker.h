@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kit/check/findings/finding.h"
+#include "kit/check/prediction/library_lists.h"
 #include "kit/check/subject/code_page_text.h"
 #include "kit/check/subject/files.h"
 #include "kit/files/scratch_directory.h"
@@ -16,7 +17,8 @@
 namespace zortunedex::kit::check {
 
 struct Settings {
-  /// Whether there is a country with a code; without it that is not looked at.
+  /// Whether there is a country with a code; without it that is not looked at. A check of a
+  /// directory may ask it on another thread.
   std::function<bool(std::uint32_t code)> knowsCountry;
   /// The only file to look at; empty for all.
   std::string file;
@@ -39,8 +41,9 @@ class Checker {
 
   /// Everything but the names of the files and what the library makes of them.
   Checked Check(Files files);
-  /// ZT900: what the library reads otherwise than predicted.
-  std::vector<Finding> Compare(const Documents& documents);
+  /// ZT900: what the library reads otherwise than predicted. `lists` are those of the channel file
+  /// where it has them already; else null.
+  std::vector<Finding> Compare(const Documents& documents, LibraryLists* lists = nullptr);
 
   markup::Document Read(std::string bytes);
   const Database& Library() const { return m_database; }
@@ -63,7 +66,8 @@ class Checker {
 /// all would else make many times their number.
 inline constexpr std::size_t kMostOfACode = 10'000;
 
-/// Everything about a directory. Failure when it cannot be read.
+/// Everything about a directory. The files are looked at on a thread of its own, beside the
+/// library's reading. Failure when the directory cannot be read.
 std::vector<Finding> CheckDirectory(const std::string& directory, const Settings& settings);
 
 /// By file and place.

@@ -1,5 +1,6 @@
 #include "kit/history/killed_change.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "kit/check/directory_repair.h"
@@ -39,7 +40,9 @@ int RunFaultyChange(const std::string& directory, Operation operation, disk_faul
   try {
     Operate(directory, operation);
     return 0;
-  } catch (const Failure&) {
+  } catch (const Failure& failure) {
+    // Nobody expects that: a test that fails so says why.
+    std::fprintf(stderr, "refused at call %d: %s\n", disk_faults::Calls(), failure.what());
     return 1;
   }
 }

@@ -36,6 +36,8 @@ struct ChannelGroup {
   std::vector<markup::Index> channels;
 
   GroupKey Key() const { return {country, signal, area, subArea}; }
+  /// The library reads it, and what of it is known.
+  bool IsComparable() const { return isRead && layout != nullptr; }
 };
 
 struct CountryNode : Keyed {
