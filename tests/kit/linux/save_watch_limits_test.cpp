@@ -29,7 +29,7 @@ bool Fails(const Home& home, const std::string& file, const std::string& message
 
 void LimitFiles(rlim_t size) {
   const rlimit limit = {size, size};
-  signal(SIGXFSZ, SIG_IGN);
+  ::signal(SIGXFSZ, SIG_IGN);
   setrlimit(RLIMIT_FSIZE, &limit);
 }
 
