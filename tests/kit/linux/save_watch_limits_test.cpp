@@ -66,7 +66,7 @@ TEST(SaveWatchLimits, AReadOnlyFolderIsTheCause) {
 TEST(SaveWatchLimits, DishesToo) {
   const Home home;
   Dishes dishes = ReadDishes(home.Satellites());
-  dishes[0].clear();
+  dishes.clear(1);
   ASSERT_EQ(0, chmod(home.Path().c_str(), 0555));
   EXPECT_TRUE(AsNobody([&] {
     return Fails(home, "UserSettings.xml",
