@@ -38,6 +38,25 @@ TEST(ApiEdit, MovingPutsAtThePlace) {
               [&] { db.edit([](channel_list& list) { list.move(1, 999); }); });
 }
 
+// An attribute of another program's, which the library does not know.
+TEST(ApiEdit, WhatIsUnknownOfAChannelComesToNoOther) {
+  const ApiHome home;
+  std::string bytes = home.Read("ChanInfo.xml");
+  const std::size_t first = bytes.find("<Channel ", bytes.find("inputSignalType=\"64\""));
+  home.Write("ChanInfo.xml", bytes.insert(first + 8, " note=\"mine\""));
+  const auto isThere = [&] {
+    return home.Read("ChanInfo.xml").find("note=\"mine\"") != std::string::npos;
+  };
+  zortunedex::database db = home.Satellite();
+  db.edit([](channel_list& list) {
+    list.at_index(1).set_display_name("Mine").set_frequency(1);
+    list.add(list.at_index(1));
+  });
+  EXPECT_TRUE(isThere());
+  db.edit([](channel_list& list) { list.move(7, 1); });
+  EXPECT_FALSE(isThere());
+}
+
 TEST(ApiEdit, EveryOperationInBothForms) {
   for (const auto form : {zortunedex::file_form::xml, zortunedex::file_form::preformatted}) {
     const ApiHome home;

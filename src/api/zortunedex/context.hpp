@@ -24,6 +24,7 @@ struct FreeTaskMemory {
 
 /// Everything that a channel record keeps.
 struct Values {
+  UINT origin = 0;  // place in the list that it was read from; 0 for a new channel
   UINT index = 0;
   UINT number = 0;
   DWORD frequency = 0;

@@ -130,25 +130,77 @@ inline ComPtr<IDishSatInfoMgr> DishesOf(const Opened& database, const std::strin
   return list;
 }
 
-inline dish_list ReadDishes(const Location& location) {
+/// What the library reads: nothing of a file that it cannot read.
+inline dish_list TakeDishes(const Location& location) {
   const std::string file = location.File(kSettingsFile);
-  return Guarded("read", file, [&] {
-    const Opened database(location.For(signal::dvb_satellite));
-    const ComPtr<IDishSatInfoMgr> list = DishesOf(database, file);
-    dish_list dishes;
-    for (UINT dish = 0; dish < dish_list::count; ++dish) {
-      UINT count = 0;
-      Require(list->GetDishSatCount(&count, dish), "read", file, "assignments cannot be counted");
-      for (UINT i = 0; i < count; ++i) {
-        ComPtr<IDishSatInfo> record;
-        Require(list->GetDishSatInfoByIndex(record.Receive(), dish, i), "read", file,
-                "an assignment is missing");
-        DishAccess::Of(dishes)[dish].push_back(ReadAssignment(record.Get(), file));
-      }
+  const Opened database(location.For(signal::dvb_satellite));
+  const ComPtr<IDishSatInfoMgr> list = DishesOf(database, file);
+  dish_list dishes;
+  for (UINT dish = 0; dish < dish_list::count; ++dish) {
+    UINT count = 0;
+    Require(list->GetDishSatCount(&count, dish), "read", file, "assignments cannot be counted");
+    for (UINT i = 0; i < count; ++i) {
+      ComPtr<IDishSatInfo> record;
+      Require(list->GetDishSatInfoByIndex(record.Receive(), dish, i), "read", file,
+              "an assignment is missing");
+      DishAccess::Of(dishes)[dish].push_back(ReadAssignment(record.Get(), file));
     }
+  }
+  return dishes;
+}
+
+inline dish_list ReadDishes(const Location& location) {
+  return Guarded("read", location.File(kSettingsFile), [&] {
+    dish_list dishes = TakeDishes(location);
     if (dishes == dish_list()) RequireReadable(location, kSettingsFile);
     return dishes;
   });
+}
+
+inline dish_list WithoutRepeated(dish_list dishes) {
+  for (std::vector<dish_satellite>& dish : DishAccess::Of(dishes)) {
+    std::vector<dish_satellite> kept;
+    for (dish_satellite& entry : dish) {
+      if (std::find(kept.begin(), kept.end(), entry) == kept.end())
+        kept.push_back(std::move(entry));
+    }
+    dish = std::move(kept);
+  }
+  return dishes;
+}
+
+inline void AddAssignment(IDishSatInfoMgr* list, UINT dish, UINT place, const dish_satellite& entry,
+                          const std::string& file) {
+  const Bstr id(*ToWide(entry.id));
+  const Bstr band(*ToWide(entry.band));
+  ComPtr<IDishSatInfo> record;
+  Require(list->CreateDishSatInfo(record.Receive()), "save", file, "no record can be made");
+  for (const HRESULT result :
+       {record->SetIndex(place), record->SetID(id.Get()), record->SetBand(band.Get()),
+        record->SetLowFreq(entry.low), record->SetHighFreq(entry.high),
+        record->SetSwitchFreq(entry.switch_frequency)}) {
+    Require(result, "save", file, "an assignment is not taken");
+  }
+  Require(list->AddDishSatInfo(record.Get(), dish), "save", file, "an assignment is not added");
+}
+
+/// Makes a directory's file hold these assignments. The elements of those that stay in front, if
+/// told, are kept; else all are written afresh, since saving never takes one away.
+inline void WriteDishes(const Location& location, const dish_list& meant,
+                        const DishTable* staying) {
+  const std::string file = location.File(kSettingsFile);
+  const Opened database(location.For(signal::dvb_satellite));
+  const ComPtr<IDishSatInfoMgr> list = DishesOf(database, file);
+  if (staying == nullptr) Require(list->Clear(), "save", file, "the dishes cannot be cleared");
+  const DishTable& dishes = DishAccess::Of(meant);
+  for (UINT dish = 0; dish < dishes.size(); ++dish) {
+    const std::size_t first = staying != nullptr ? (*staying)[dish].size() : 0;
+    for (std::size_t i = first; i < dishes[dish].size(); ++i) {
+      AddAssignment(list.Get(), dish, static_cast<UINT>(i), dishes[dish][i], file);
+    }
+  }
+  Require(database->SaveUserSettingsToFile(), "save", file,
+          "it has no element for a dish that receives something");
 }
 
 /// One change of the dishes, from what a file had to what it shall have.
@@ -161,22 +213,9 @@ class DishChange {
   const dish_list& Meant() const { return m_meant; }
 
   /// Does it in a directory that has what was before. Where assignments are only added the others
-  /// keep their elements; else all are written afresh, since saving never takes one away.
+  /// keep their elements.
   void Write(const Location& location) const {
-    const std::string file = location.File(kSettingsFile);
-    const Opened database(location.For(signal::dvb_satellite));
-    const ComPtr<IDishSatInfoMgr> list = DishesOf(database, file);
-    const bool onlyAdds = OnlyAdds();
-    if (!onlyAdds) Require(list->Clear(), "save", file, "the dishes cannot be cleared");
-    const DishTable& meant = DishAccess::Of(m_meant);
-    for (UINT dish = 0; dish < meant.size(); ++dish) {
-      const std::size_t first = onlyAdds ? m_before[dish].size() : 0;
-      for (std::size_t i = first; i < meant[dish].size(); ++i) {
-        Add(list.Get(), dish, static_cast<UINT>(i), meant[dish][i], file);
-      }
-    }
-    Require(database->SaveUserSettingsToFile(), "save", file,
-            "it has no element for a dish that receives something");
+    WriteDishes(location, m_meant, OnlyAdds() ? &m_before : nullptr);
   }
 
   /// Raises an error where an assignment that stays may be more in the file than what was read of
@@ -201,19 +240,6 @@ class DishChange {
            text.find("\xEF\xBF\xBD") == text.npos;
   }
 
-  static dish_list WithoutRepeated(dish_list dishes) {
-    for (std::vector<dish_satellite>& dish : DishAccess::Of(dishes)) {
-      std::vector<dish_satellite> kept;
-      for (dish_satellite& entry : dish) {
-        if (std::find(kept.begin(), kept.end(), entry) == kept.end()) {
-          kept.push_back(std::move(entry));
-        }
-      }
-      dish = std::move(kept);
-    }
-    return dishes;
-  }
-
   bool OnlyAdds() const {
     const DishTable& meant = DishAccess::Of(m_meant);
     for (std::size_t dish = 0; dish < meant.size(); ++dish) {
@@ -223,21 +249,6 @@ class DishChange {
       }
     }
     return true;
-  }
-
-  static void Add(IDishSatInfoMgr* list, UINT dish, UINT place, const dish_satellite& entry,
-                  const std::string& file) {
-    const Bstr id(*ToWide(entry.id));
-    const Bstr band(*ToWide(entry.band));
-    ComPtr<IDishSatInfo> record;
-    Require(list->CreateDishSatInfo(record.Receive()), "save", file, "no record can be made");
-    for (const HRESULT result :
-         {record->SetIndex(place), record->SetID(id.Get()), record->SetBand(band.Get()),
-          record->SetLowFreq(entry.low), record->SetHighFreq(entry.high),
-          record->SetSwitchFreq(entry.switch_frequency)}) {
-      Require(result, "save", file, "an assignment is not taken");
-    }
-    Require(list->AddDishSatInfo(record.Get(), dish), "save", file, "an assignment is not added");
   }
 
   DishTable m_before;

@@ -94,12 +94,14 @@ class ListChange {
   }
 
   /// True where the channels of before are all there under their indexes, and others behind them at
-  /// most: what the library does not know of them stays in the file then.
+  /// most: what the library does not know of them stays in the file then. It stays with the index,
+  /// so that a channel which came to another one's index must not be put there.
   bool StaysInPlace() const {
     UINT last = 0;
     auto next = m_meant.begin();
     for (const channel& old : m_before) {
       if (next == m_meant.end() || next->index() != old.index()) return false;
+      if (Inside::Of(*next).origin != Inside::Of(old).origin) return false;
       if (next != m_meant.begin() && old.index() <= last) return false;
       last = old.index();
       ++next;

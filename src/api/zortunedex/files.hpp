@@ -21,6 +21,15 @@ inline constexpr char kCatalogueFile[] = "SatelliteInfo.xml";
 inline constexpr char kSettingsFile[] = "UserSettings.xml";
 inline constexpr char kPresetFile[] = "PreSetChannelInfo.xml";
 
+/// A path as UTF-8, for messages.
+inline std::string Shown(const fs::path& path) {
+  try {
+    return ToUtf8(path.string<OLECHAR>());
+  } catch (const std::exception&) {  // it is no text
+    return "(a path that is not UTF-8)";
+  }
+}
+
 /// The bytes of a file; nothing where none stands. Raises an error where they cannot be had.
 inline std::optional<std::string> ReadBytes(const fs::path& path) {
   std::error_code failure;

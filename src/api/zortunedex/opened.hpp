@@ -116,6 +116,7 @@ inline std::vector<channel> TakeChannels(IChannelInfoMgr* list, const SharedCont
     Require(list->GetChannelInfoByIndex(place, record.Receive()), "read", context->Place(),
             "a channel is not to be found");
     Values values = ReadRecord(record.Get(), context->Place());
+    values.origin = place;
     values.index = indexes[place - 1];
     values.block.resize(context->BlockLayout().size);
     channels.push_back(Inside::Make(context, std::move(values)));

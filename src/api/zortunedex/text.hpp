@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -98,15 +97,6 @@ inline const char* WhyRefused(std::string_view text) {
     if (IsForbidden(unit)) return "the text holds a character that no file can hold";
   }
   return nullptr;
-}
-
-/// A path as UTF-8, for messages.
-inline std::string Shown(const std::filesystem::path& path) {
-  try {
-    return ToUtf8(path.string<OLECHAR>());
-  } catch (const std::exception&) {  // it is no text
-    return "(a path that is not UTF-8)";
-  }
 }
 
 }  // namespace zortunedex::detail

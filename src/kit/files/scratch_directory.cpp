@@ -1,30 +1,12 @@
 #include "kit/files/scratch_directory.h"
 
-#include <chrono>
-
 #include "kit/failure.h"
 #include "kit/model/channel.h"
 #include "kit/model/database.h"
 
 namespace zortunedex::kit {
 
-namespace fs = std::filesystem;
-
 namespace {
-
-fs::path MakeDirectory() {
-  std::error_code error;
-  const fs::path base = fs::temp_directory_path(error);
-  const auto stamp = std::chrono::system_clock::now().time_since_epoch().count();
-  for (int attempt = 0; !error && attempt < 100; ++attempt) {
-    fs::path path = base / ("tunedex-" + std::to_string(stamp) + "-" + std::to_string(attempt));
-    if (!fs::create_directory(path, error)) continue;
-    // Copies of files that are nobody else's may come to stand there.
-    fs::permissions(path, fs::perms::owner_all, error);
-    return path;
-  }
-  throw Failure{E_FAIL, "a temporary directory cannot be made"};
-}
 
 void SaveOneChannel(const Location& location) {
   const Database database(location);
@@ -41,21 +23,17 @@ void SaveOneChannel(const Location& location) {
 
 }  // namespace
 
-ScratchDirectory::ScratchDirectory(fs::path path) : m_path(std::move(path)) {}
+ScratchDirectory::ScratchDirectory() try {
+} catch (const error&) {
+  throw Failure{E_FAIL, "a temporary directory cannot be made"};
+}
 
-ScratchDirectory::ScratchDirectory() : ScratchDirectory(MakeDirectory()) {}
-
-ScratchDirectory::ScratchDirectory(DWORD country) : ScratchDirectory(MakeDirectory()) {
+ScratchDirectory::ScratchDirectory(DWORD country) : ScratchDirectory() {
   SaveOneChannel({Path(), country, InputSignalFMRadio});
 }
 
-ScratchDirectory::~ScratchDirectory() {
-  std::error_code ignored;
-  fs::remove_all(m_path, ignored);
-}
-
 std::string ScratchDirectory::Path() const {
-  const std::u8string path = m_path.u8string();
+  const std::u8string path = m_scratch.Path().u8string();
   return {path.begin(), path.end()};
 }
 

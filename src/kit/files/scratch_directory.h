@@ -1,9 +1,8 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
-#include "core/interfaces.h"
+#include "api/zortunedex/files.hpp"
 
 namespace zortunedex::kit {
 
@@ -15,17 +14,12 @@ class ScratchDirectory {
   /// With a ChanInfo.xml that holds one FM channel of a country: what the library writes for that
   /// country can be read there.
   explicit ScratchDirectory(DWORD country);
-  ScratchDirectory(const ScratchDirectory&) = delete;
-  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-  ~ScratchDirectory();
 
   /// UTF-8.
   std::string Path() const;
 
  private:
-  explicit ScratchDirectory(std::filesystem::path path);
-
-  std::filesystem::path m_path;
+  detail::Scratch m_scratch;
 };
 
 }  // namespace zortunedex::kit

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "api/zortunedex/opened.hpp"
 #include "kit/failure.h"
 
 namespace zortunedex::kit {
@@ -13,16 +14,12 @@ constexpr DWORD kAll = static_cast<DWORD>(ServiceAll);
 
 Failure NoChannel(UINT index) { return {E_FAIL, "no channel with index " + std::to_string(index)}; }
 
-// One more channel at the end lets a single one be walked to; taking it out numbers the rest.
 std::vector<UINT> StoredIndexes(IChannelInfoMgr* list) {
-  ComPtr<IChannelInfo> last;
-  Require(list->CreateChannelInfo(last.Receive()), "a record cannot be made");
-  last->SetChannelIndex(0xFFFFFFFE);  // answers E_NOTIMPL and stores it
-  Require(list->AddChannelInfo(last.Get()), "a record cannot be added");
-  std::vector<UINT> indexes = IndexesInOrder(list, 0xFFFFFFFE);
-  indexes.pop_back();
-  Require(list->RemoveChannelInfo(last.Get()), "a record cannot be removed");
-  return indexes;
+  try {
+    return detail::TakeIndexes(list, {});
+  } catch (const error& raised) {
+    throw Failure{raised.result(), raised.reason()};
+  }
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "kit/model/database.h"
 
+#include <new>
+
+#include "api/zortunedex/opened.hpp"
 #include "kit/failure.h"
 #include "kit/text/signal_types.h"
-#include "platform/host.h"
 
 namespace zortunedex::kit {
 
@@ -12,34 +14,33 @@ WideText WideArgument(const std::string& utf8) {
   return *std::move(wide);
 }
 
-namespace {
-
-ComPtr<IZorTunedex> CreateTunedex() {
-  ComPtr<IClassFactory> factory;
-  Require(host::GetClassObject(CLSID_ZorTunedex, IID_IClassFactory,
-                               reinterpret_cast<void**>(factory.Receive())),
-          "the library has no such class");
-  ComPtr<IZorTunedex> object;
-  Require(
-      factory->CreateInstance(nullptr, IID_IZorTunedex, reinterpret_cast<void**>(object.Receive())),
-      "the database object could not be made");
-  return object;
+detail::Location InLibrary(const Location& location) {
+  std::filesystem::path directory(WideArgument(location.directory));
+  return {std::make_shared<const Component>(), directory, location.country,
+          static_cast<zortunedex::signal>(location.signal), directory};
 }
 
-}  // namespace
-
-Database::Database(const Location& location)
-    : m_object(CreateTunedex()), m_signal(location.signal) {
-  const Bstr directory(WideArgument(location.directory));
-  Require(m_object->Open(directory.Get(), location.country, location.signal),
-          "cannot open the directory " + location.directory);
+void Raise(const error& raised, const Location& location, const std::string& message) {
+  if (raised.result() == E_OUTOFMEMORY) throw std::bad_alloc();
+  const bool isOpen = raised.operation() != "open";
+  throw Failure{raised.result(),
+                isOpen ? message : "cannot open the directory " + location.directory};
 }
 
-Database::~Database() { m_object->Close(); }
+Database::Database(const Location& location) try
+    : m_opened(std::make_unique<const detail::Opened>(InLibrary(location))),
+      m_signal(location.signal) {
+} catch (const error& raised) {
+  Raise(raised, location, raised.what());
+}
+
+Database::~Database() = default;
+
+IZorTunedex* Database::operator->() const { return m_opened->operator->(); }
 
 ComPtr<IChannelInfoMgr> Database::List(InputSignalType signal) const {
   ComPtr<IChannelInfoMgr> list;
-  Require(m_object->GetChannelInfoMgr(signal, list.Receive()),
+  Require((*this)->GetChannelInfoMgr(signal, list.Receive()),
           "there is no channel list for " + SignalTypeName(signal));
   return list;
 }

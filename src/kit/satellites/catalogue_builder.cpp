@@ -35,10 +35,9 @@ std::string ReadFile(const fs::path& path) {
   return *std::move(bytes);
 }
 
-WideText Wide(const std::string& utf8) {
-  std::optional<WideText> wide = utf::ToWide(utf8);
-  if (!wide) throw Malformed{"its name is not UTF-8"};
-  return *std::move(wide);
+std::string Text(const std::string& bytes) {
+  if (!utf::ToWide(bytes)) throw Malformed{"its name is not UTF-8"};
+  return bytes;
 }
 
 /// All that the catalogue holds of a transponder but its name.
@@ -90,13 +89,13 @@ void CatalogueBuilder::TakeFile(const fs::path& path) {
   const FileName name = catalogue_table::ParseFileName(file);
   Satellite satellite = MakeSatellite(file, name, table);
   TakeEntries(file, table, satellite);
-  if (satellite.cBand.empty() && satellite.kuBand.empty()) {
+  if (satellite.c_band.empty() && satellite.ku_band.empty()) {
     throw Malformed{"none of its transponders can be used"};
   }
   m_ids.insert(satellite.id);
   if (name.position && table.position && name.position->longitude != table.position->longitude) {
-    m_report.TwoPositions(file, PositionText(false, name.position->longitude),
-                          PositionText(false, table.position->longitude));
+    m_report.TwoPositions(file, PositionText(name.position->longitude),
+                          PositionText(table.position->longitude));
   }
   if (satellite.longitude < 0) {
     m_report.NotHeld("the side of positions in the west (written as a negative pos)");
@@ -116,9 +115,9 @@ Satellite CatalogueBuilder::MakeSatellite(const std::string& file, const FileNam
         text.begin(), text.end(), [](char c) { return c == '-' || c == '_'; }, ' ');
   }
   Satellite satellite;
-  satellite.id = Wide(name.id);
-  satellite.name = Wide(text + " " + PositionText(false, position->longitude));
-  for (const WideText& kept : {satellite.id, satellite.name}) {
+  satellite.id = Text(name.id);
+  satellite.name = Text(text + " " + PositionText(position->longitude));
+  for (const std::string& kept : {satellite.id, satellite.name}) {
     if (!IsKept(kept)) {
       throw Malformed{"its name is longer than 259 bytes or no text of the code page"};
     }
@@ -136,7 +135,7 @@ void CatalogueBuilder::TakeEntries(const std::string& file, const Table& table,
     try {
       ReadEntry read = ReadTableEntry(entry);
       std::vector<Transponder>& band =
-          read.band == SatFreqBand_CBand ? satellite.cBand : satellite.kuBand;
+          read.band == SatFreqBand_CBand ? satellite.c_band : satellite.ku_band;
       const bool twice = std::any_of(band.begin(), band.end(), [&read](const Transponder& other) {
         return SameTuning(read.transponder, other);
       });
@@ -150,14 +149,15 @@ void CatalogueBuilder::TakeEntries(const std::string& file, const Table& table,
   }
 }
 
-bool CatalogueBuilder::IsKept(WideView text) const {
-  const std::optional<std::string> narrow = m_narrow.FromWide(text);
-  return narrow && narrow->size() <= NarrowText::kAttributeLimit && !Unwritable(text, false);
+bool CatalogueBuilder::IsKept(const std::string& text) const {
+  const WideText wide = *utf::ToWide(text);
+  const std::optional<std::string> narrow = m_narrow.FromWide(wide);
+  return narrow && narrow->size() <= NarrowText::kAttributeLimit && !Unwritable(wide, false);
 }
 
 void CatalogueBuilder::AddTitle(const std::string& title, ReadEntry& entry) const {
   if (title.empty()) return;
-  WideText name = entry.transponder.name + WideText(1, ' ') + *utf::ToWide(title);
+  std::string name = entry.transponder.name + " " + title;
   if (IsKept(name)) {
     entry.transponder.name = std::move(name);
   } else {

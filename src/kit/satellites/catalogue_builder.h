@@ -29,13 +29,14 @@ class CatalogueBuilder {
                           const catalogue_table::Table& table);
   void TakeEntries(const std::string& file, const catalogue_table::Table& table,
                    Satellite& satellite);
-  bool IsKept(WideView text) const;
+  /// Of UTF-8.
+  bool IsKept(const std::string& text) const;
   void AddTitle(const std::string& title, ReadEntry& entry) const;
 
   const NarrowText& m_narrow;
   CatalogueReport& m_report;
   std::vector<Satellite> m_satellites;
-  std::set<WideText> m_ids;
+  std::set<std::string> m_ids;
 };
 
 /// By the orbital position: Europe from 0 to 73 degrees east, Asia further east up to 160 degrees

@@ -71,7 +71,7 @@ class EntryReader {
     ReadFrequency();
     ReadSymbolRate();
     transponder.polarisation = ReadPolarisation();
-    transponder.fecRate =
+    transponder.fec_rate =
         static_cast<BinaryConvolutionCodeRate>(ReadWord("INNER_FEC", kFecRates, Form::FecRate));
     transponder.modulation = ReadModulation();
     transponder.inversion =
@@ -122,7 +122,7 @@ class EntryReader {
 
   void ReadSymbolRate() {
     const std::int64_t rate = ReadNumber("SYMBOL_RATE", kLowestSymbolRate, kHighestSymbolRate);
-    m_read.transponder.symbolRate = static_cast<LONG>((rate + 500) / 1000);
+    m_read.transponder.symbol_rate = static_cast<std::int32_t>((rate + 500) / 1000);
     if (rate % 1000 != 0) m_read.notHeld.emplace_back("parts of a thousand symbols a second");
   }
 
@@ -164,7 +164,7 @@ class EntryReader {
   }
 
   /// "11362 H", with decimals where the frequency has them.
-  WideText Name() const {
+  std::string Name() const {
     const DWORD frequency = m_read.transponder.frequency;
     std::string name = std::to_string(frequency / 1000);
     if (frequency % 1000 != 0) {
@@ -174,7 +174,7 @@ class EntryReader {
     }
     constexpr char kLetters[] = " HVLR";
     name += std::string(" ") + kLetters[m_read.transponder.polarisation];
-    return WideText(name.begin(), name.end());
+    return name;
   }
 
   const Entry& m_entry;

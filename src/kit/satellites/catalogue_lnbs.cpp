@@ -25,8 +25,7 @@ constexpr Row kRows[] = {
 std::vector<LnbType> WellKnownLnbs() {
   std::vector<LnbType> lnbs;
   for (const Row& row : kRows) {
-    const std::string_view type = row.type;
-    lnbs.push_back({WideText(type.begin(), type.end()), row.low, row.high, row.switchover});
+    lnbs.push_back({row.type, row.low, row.high, row.switchover});
   }
   return lnbs;
 }

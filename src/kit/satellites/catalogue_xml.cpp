@@ -28,7 +28,6 @@ class Writer {
     m_xml += std::string("</") + name + ">\r\n";
   }
 
-  void Text(const char* name, WideView text) { Value(name, utf::FromWide(text)); }
   template <typename Number>
   void Integer(const char* name, Number number) {
     Value(name, std::to_string(number));
@@ -67,11 +66,11 @@ class Writer {
 
 void WriteTransponder(Writer& writer, const Transponder& transponder) {
   writer.Open("Transponder");
-  writer.Text("name", transponder.name);
+  writer.Value("name", transponder.name);
   writer.Integer("freq", transponder.frequency);
   writer.Word("polarisation", Form::Polarisation, transponder.polarisation);
-  writer.Integer("symbolRate", transponder.symbolRate);
-  writer.Word("innerFECRate", Form::FecRate, transponder.fecRate);
+  writer.Integer("symbolRate", transponder.symbol_rate);
+  writer.Word("innerFECRate", Form::FecRate, transponder.fec_rate);
   writer.Word("modulation", Form::Modulation, transponder.modulation);
   writer.Word("spectralInversion", Form::SpectralInversion, transponder.inversion);
   writer.CloseEmpty();
@@ -88,25 +87,25 @@ void WriteBand(Writer& writer, ESatFreqBand band, const std::vector<Transponder>
 void WriteSatellite(Writer& writer, const Satellite& satellite, std::size_t index) {
   writer.Open("Satellite");
   writer.Integer("pos", satellite.longitude);
-  writer.Text("name", satellite.name);
-  writer.Text("id", satellite.id);
+  writer.Value("name", satellite.name);
+  writer.Value("id", satellite.id);
   writer.Value("region", RegionName(satellite.region));
   writer.Value("division", DivisionName(satellite.division));
   writer.Integer("azimuthe", satellite.azimuth);
   writer.Integer("elevation", satellite.elevation);
   writer.Integer("index", index);
   writer.EndStart();
-  WriteBand(writer, SatFreqBand_CBand, satellite.cBand);
-  WriteBand(writer, SatFreqBand_KuBand, satellite.kuBand);
+  WriteBand(writer, SatFreqBand_CBand, satellite.c_band);
+  WriteBand(writer, SatFreqBand_KuBand, satellite.ku_band);
   writer.Close("Satellite");
 }
 
 void WriteLnb(Writer& writer, const LnbType& lnb) {
   writer.Open("LNB");
-  writer.Text("type", lnb.type);
+  writer.Value("type", lnb.name);
   writer.Integer("lowFreq", lnb.low);
   writer.Integer("highFreq", lnb.high);
-  writer.Integer("switchFreq", lnb.switchover);
+  writer.Integer("switchFreq", lnb.switch_frequency);
   writer.CloseEmpty();
 }
 

@@ -7,7 +7,7 @@
 namespace zortunedex::kit {
 
 /// The catalogue as the bytes of a SatelliteInfo.xml: indented with tabs, CR LF, every attribute
-/// there (a missing text would read as the one in front of it). The west flags are not written.
+/// there (a missing text would read as the one in front of it).
 std::string CatalogueXml(const SatelliteCatalogue& catalogue);
 
 }  // namespace zortunedex::kit

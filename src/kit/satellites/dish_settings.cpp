@@ -1,6 +1,5 @@
 #include "kit/satellites/dish_settings.h"
 
-#include <algorithm>
 #include <filesystem>
 
 #include "kit/failure.h"
@@ -20,70 +19,31 @@ namespace {
 
 const char* const kFile = "UserSettings.xml";
 
-ComPtr<IDishSatInfoMgr> ListOf(const Database& database) {
-  ComPtr<IDishSatInfoMgr> list;
-  // Answers a reference count.
-  Require(database->GetDishSatInfoMgr(list.Receive()), "there is no list of dishes");
-  return list;
-}
-
-DishSatellite Read(IDishSatInfo* record) {
-  Bstr id;
-  Bstr band;
-  DishSatellite satellite;
-  const HRESULT results[] = {record->GetID(id.Receive()), record->GetBand(band.Receive()),
-                             record->GetLowFreq(&satellite.low),
-                             record->GetHighFreq(&satellite.high),
-                             record->GetSwitchFreq(&satellite.switchover)};
-  for (const HRESULT hr : results) Require(hr, "an assignment cannot be read");
-  satellite.id = id.View();
-  satellite.band = band.View();
-  return satellite;
-}
-
-void Add(IDishSatInfoMgr* list, UINT dish, UINT index, const DishSatellite& satellite) {
-  ComPtr<IDishSatInfo> record;
-  Require(list->CreateDishSatInfo(record.Receive()), "a record cannot be made");
-  const HRESULT results[] = {record->SetIndex(index),
-                             record->SetID(Bstr(satellite.id).Get()),
-                             record->SetBand(Bstr(satellite.band).Get()),
-                             record->SetLowFreq(satellite.low),
-                             record->SetHighFreq(satellite.high),
-                             record->SetSwitchFreq(satellite.switchover)};
-  for (const HRESULT hr : results) Require(hr, "an assignment cannot be stored");
-  Require(list->AddDishSatInfo(record.Get(), dish), "an assignment cannot be added");
-}
-
-/// Saving never takes an element away: clearing the list does, and all are written afresh.
 HRESULT Write(const Location& location, const Dishes& dishes) {
-  const Database database(location);
-  const ComPtr<IDishSatInfoMgr> list = ListOf(database);
-  Require(list->Clear(), "the dishes cannot be cleared");
-  for (UINT dish = 0; dish < dishes.size(); ++dish) {
-    for (std::size_t i = 0; i < dishes[dish].size(); ++i) {
-      Add(list.Get(), dish, static_cast<UINT>(i), dishes[dish][i]);
-    }
+  try {
+    detail::WriteDishes(InLibrary(location), dishes, nullptr);
+    return S_OK;
+  } catch (const error& raised) {
+    return raised.result();
   }
-  return database->SaveUserSettingsToFile();
 }
 
-void DropRepeated(Dishes& dishes, const TakeNote& note) {
-  for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
-    std::vector<DishSatellite> kept;
-    for (const DishSatellite& satellite : dishes[dish]) {
-      if (std::find(kept.begin(), kept.end(), satellite) == kept.end()) kept.push_back(satellite);
-    }
-    if (kept.size() == dishes[dish].size()) continue;
+Dishes DropRepeated(const Dishes& dishes, const TakeNote& note) {
+  Dishes kept = detail::WithoutRepeated(dishes);
+  for (unsigned dish = 1; dish <= Dishes::count; ++dish) {
+    if (kept.on(dish).size() == dishes.on(dish).size()) continue;
     Tell(note,
-         "dish " + std::to_string(dish + 1) + " had an assignment more than once; it is kept once");
-    dishes[dish] = std::move(kept);
+         "dish " + std::to_string(dish) + " had an assignment more than once; it is kept once");
   }
+  return kept;
 }
 
-void RequireText(const NarrowText& narrow, const char* attribute, WideView text) {
+void RequireText(const NarrowText& narrow, const char* attribute, const std::string& utf8) {
+  const std::optional<WideText> text = utf::ToWide(utf8);
+  if (!text) return;
   const std::string name = std::string(attribute) + " of an assignment";
-  narrow.Require(text, NarrowText::kAttributeLimit, name);
-  RequireWritable(text, false, name);
+  narrow.Require(*text, NarrowText::kAttributeLimit, name);
+  RequireWritable(*text, false, name);
 }
 
 /// Reading stops at what is no digit, and wraps.
@@ -105,8 +65,7 @@ void RequireNumber(const char* attribute, std::string_view text) {
 void RequireWhole(const NarrowText& narrow, const file_scan::Tag& assignment) {
   for (const char* attribute : {"id", "band"}) {
     const std::string* value = assignment.Find(attribute);
-    const std::optional<WideText> wide = utf::ToWide(value == nullptr ? "" : *value);
-    if (wide) RequireText(narrow, attribute, *wide);
+    if (value != nullptr) RequireText(narrow, attribute, *value);
   }
   for (const char* attribute : {"LNB_Low", "LNB_High", "LNB_Switch"}) {
     const std::string* value = assignment.Find(attribute);
@@ -121,8 +80,8 @@ void RequireWhole(const NarrowText& narrow, const file_scan::Tag& assignment) {
 void RequireKept(const Location& location, const Dishes& dishes) {
   const Database database(location);
   const NarrowText narrow(database);
-  for (const std::vector<DishSatellite>& dish : dishes) {
-    for (const DishSatellite& satellite : dish) {
+  for (unsigned dish = 1; dish <= Dishes::count; ++dish) {
+    for (const DishSatellite& satellite : dishes.on(dish)) {
       RequireText(narrow, "id", satellite.id);
       RequireText(narrow, "band", satellite.band);
     }
@@ -150,9 +109,9 @@ void Rehearse(const Location& location, const Dishes& meant) {
   const Location rehearsal = CopyTo(scratch, location);
   const HRESULT hr = Write(rehearsal, meant);
   const Dishes found = ReadDishes(rehearsal, Unreadable::TakeAsEmpty);
-  for (std::size_t dish = 0; dish < meant.size(); ++dish) {
-    if (meant[dish].empty() || !found[dish].empty()) continue;
-    const std::string number = std::to_string(dish + 1);
+  for (unsigned dish = 1; dish <= Dishes::count; ++dish) {
+    if (meant.on(dish).empty() || !found.on(dish).empty()) continue;
+    const std::string number = std::to_string(dish);
     std::string message = kFile;
     message += " has no DISH_" + number;
     message += " element: it cannot hold satellites of dish " + number;
@@ -167,17 +126,11 @@ void Rehearse(const Location& location, const Dishes& meant) {
 }  // namespace
 
 Dishes ReadDishes(const Location& location, Unreadable unreadable) {
-  const Database database(location);
-  const ComPtr<IDishSatInfoMgr> list = ListOf(database);
   Dishes dishes;
-  for (UINT dish = 0; dish < dishes.size(); ++dish) {
-    UINT count = 0;
-    Require(list->GetDishSatCount(&count, dish), "assignments cannot be counted");
-    for (UINT i = 0; i < count; ++i) {
-      ComPtr<IDishSatInfo> record;
-      Require(list->GetDishSatInfoByIndex(record.Receive(), dish, i), "an assignment is missing");
-      dishes[dish].push_back(Read(record.Get()));
-    }
+  try {
+    dishes = detail::TakeDishes(InLibrary(location));
+  } catch (const error& raised) {
+    Raise(raised, location, raised.reason());
   }
   const bool mayBeUnread = dishes == Dishes() && unreadable == Unreadable::Refuse;
   if (mayBeUnread) RequireReadable(location.directory, kFile);
@@ -187,7 +140,7 @@ Dishes ReadDishes(const Location& location, Unreadable unreadable) {
 Dishes SaveDishes(const Location& location, Dishes meant, const SaveOptions& options) {
   if (options.unreadable == Unreadable::Refuse) RequireReadable(location.directory, kFile);
   RequireKept(location, meant);
-  DropRepeated(meant, options.note);
+  meant = DropRepeated(meant, options.note);
   Rehearse(location, meant);
   SaveWatch(location.directory, kFile).Run([&] {
     const UnreadableWatch watch(location.directory, kFile);

@@ -1,28 +1,14 @@
 // The satellites of the dishes, by value.
 #pragma once
 
-#include <array>
-#include <string>
-#include <vector>
-
+#include "api/zortunedex/dishes.hpp"
 #include "kit/model/database.h"
 #include "kit/saving/save_options.h"
 
 namespace zortunedex::kit {
 
-/// One satellite as received on one dish. Frequencies in kHz.
-struct DishSatellite {
-  WideText id;
-  WideText band;
-  DWORD low = 0;
-  DWORD high = 0;
-  DWORD switchover = 0;
-
-  bool operator==(const DishSatellite&) const = default;
-};
-
-/// Dish 1 is at place 0.
-using Dishes = std::array<std::vector<DishSatellite>, 4>;
+using DishSatellite = dish_satellite;
+using Dishes = dish_list;
 
 /// As UserSettings.xml has them; without one all dishes are empty.
 Dishes ReadDishes(const Location& location, Unreadable unreadable = Unreadable::Refuse);

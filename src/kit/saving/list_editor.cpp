@@ -4,6 +4,7 @@
 
 #include "kit/failure.h"
 #include "kit/files/unreadable_watch.h"
+#include "kit/history/comparison/channel_changes.h"
 #include "kit/model/channel_layout.h"
 #include "kit/saving/file_check.h"
 #include "kit/saving/save_watch.h"
@@ -131,10 +132,12 @@ void ListEditor::Replace(const std::vector<Channel>& channels) {
   }
   if (!m_before) Now();
   const bool inPlace =
-      m_now && std::equal(m_now->begin(), m_now->end(), channels.begin(), channels.end(),
-                          [](const Channel& a, const Channel& b) { return a.index == b.index; });
+      m_now &&
+      std::equal(m_now->begin(), m_now->end(), channels.begin(), channels.end(),
+                 [](const Channel& a, const Channel& b) { return a.index == b.index; }) &&
+      history::KeepTheirPlaces(*m_now, channels, m_location.signal);
   if (inPlace) {
-    // What the library does not know of a channel stays in the file.
+    // What the library does not know of a channel stays in the file, with the index.
     for (std::size_t i = 0; i < channels.size(); ++i) {
       if (FirstDifference((*m_now)[i], channels[i], nullptr) != nullptr) Put(channels[i]);
     }

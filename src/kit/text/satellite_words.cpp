@@ -49,10 +49,10 @@ std::optional<ESatFreqBand> ParseBand(std::string_view text) {
 
 const char* BandName(ESatFreqBand band) { return band == SatFreqBand_CBand ? "C-Band" : "Ku-Band"; }
 
-std::string PositionText(bool west, LONG longitude) {
+std::string PositionText(LONG longitude) {
   const std::int64_t tenths = std::llabs(std::int64_t{longitude});
   return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) +
-         (west || longitude < 0 ? "W" : "E");
+         (longitude < 0 ? "W" : "E");
 }
 
 }  // namespace zortunedex::kit

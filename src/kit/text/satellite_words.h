@@ -21,7 +21,7 @@ std::optional<ESatFreqBand> ParseBand(std::string_view text);
 /// C-Band or Ku-Band, as the files have it.
 const char* BandName(ESatFreqBand band);
 
-/// "19.2E" of tenths of a degree; in the west when flagged so or negative.
-std::string PositionText(bool west, LONG longitude);
+/// "19.2E" of tenths of a degree, negative in the west.
+std::string PositionText(LONG longitude);
 
 }  // namespace zortunedex::kit

@@ -1,10 +1,7 @@
-#include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
-#include "kit/files/file_scan.h"
 #include "kit/satellites/catalogue.h"
 #include "kit/satellites/dish_settings.h"
 #include "kit/text/satellite_words.h"
@@ -28,7 +25,7 @@ SatelliteCatalogue CatalogueIfThere(const Location& location) {
   }
 }
 
-const Satellite* Find(const SatelliteCatalogue& catalogue, WideView id) {
+const Satellite* Find(const SatelliteCatalogue& catalogue, const std::string& id) {
   for (const Satellite& satellite : catalogue.satellites) {
     if (satellite.id == id) return &satellite;
   }
@@ -40,22 +37,22 @@ void Print(const Dishes& dishes, const Options& options) {
   ordered_json array = ordered_json::array();
   std::vector<std::vector<std::string>> rows = {
       {"DISH", "INDEX", "ID", "BAND", "LOW", "HIGH", "SWITCH", "NAME"}};
-  for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
-    for (std::size_t i = 0; i < dishes[dish].size(); ++i) {
-      const DishSatellite& entry = dishes[dish][i];
+  for (unsigned dish = 1; dish <= Dishes::count; ++dish) {
+    for (std::size_t i = 0; i < dishes.on(dish).size(); ++i) {
+      const DishSatellite& entry = dishes.on(dish)[i];
       const Satellite* satellite = Find(catalogue, entry.id);
-      array.push_back({{"dish", dish + 1},
+      array.push_back({{"dish", dish},
                        {"index", i + 1},
-                       {"id", utf::FromWide(entry.id)},
-                       {"band", utf::FromWide(entry.band)},
+                       {"id", entry.id},
+                       {"band", entry.band},
                        {"low", entry.low},
                        {"high", entry.high},
-                       {"switch", entry.switchover},
+                       {"switch", entry.switch_frequency},
                        {"name", nullptr}});
-      if (satellite != nullptr) array.back()["name"] = utf::FromWide(satellite->name);
-      rows.push_back({std::to_string(dish + 1), std::to_string(i + 1), Printable(entry.id),
+      if (satellite != nullptr) array.back()["name"] = satellite->name;
+      rows.push_back({std::to_string(dish), std::to_string(i + 1), Printable(entry.id),
                       Printable(entry.band), std::to_string(entry.low), std::to_string(entry.high),
-                      std::to_string(entry.switchover),
+                      std::to_string(entry.switch_frequency),
                       satellite == nullptr ? "-" : Printable(satellite->name)});
     }
   }
@@ -72,17 +69,16 @@ void Save(Dishes dishes, const Options& options) {
 DishSatellite MakeAssignment(const SatelliteCatalogue& catalogue, const Options& options) {
   DishSatellite entry;
   entry.id = catalogue.FindSatellite(options.satellite).id;
-  const std::string_view band = BandName(*options.band);
-  entry.band = WideText(band.begin(), band.end());
+  entry.band = BandName(*options.band);
   if (options.lnb) {
     const LnbType& lnb = catalogue.FindLnb(*options.lnb);
     entry.low = lnb.low;
     entry.high = lnb.high;
-    entry.switchover = lnb.switchover;
+    entry.switch_frequency = lnb.switch_frequency;
   } else {
     entry.low = *options.lowFrequency;
     entry.high = options.highFrequency.value_or(entry.low);
-    entry.switchover = options.switchFrequency.value_or(0);
+    entry.switch_frequency = options.switchFrequency.value_or(0);
   }
   return entry;
 }
@@ -95,32 +91,19 @@ void AssignSatellite(const Options& options) {
   const Location location = SatelliteLocation(options);
   const DishSatellite entry = MakeAssignment(ReadCatalogue(location), options);
   Dishes dishes = ReadDishes(location, options.unreadable);
-  std::vector<DishSatellite>& dish = dishes[options.dish - 1];
-  // A satellite is on a dish once for every band: what was assigned before is changed.
-  const auto isOlder = [&entry](const DishSatellite& other) {
-    return other.id == entry.id && other.band == entry.band;
-  };
-  const auto first = std::find_if(dish.begin(), dish.end(), isOlder);
-  const auto index = static_cast<std::size_t>(first - dish.begin()) + 1;
-  if (first == dish.end()) {
-    dish.push_back(entry);
-  } else {
-    *first = entry;
-    dish.erase(std::remove_if(first + 1, dish.end(), isOlder), dish.end());
-  }
+  const unsigned index = dishes.assign(options.dish, entry);
   Save(std::move(dishes), options);
   if (!options.json) std::cout << index << '\n';
 }
 
 void RemoveAssignment(const Options& options) {
   Dishes dishes = ReadDishes(SatelliteLocation(options));
-  std::vector<DishSatellite>& dish = dishes[options.dish - 1];
   const UINT index = options.indexes.front();
-  if (index == 0 || index > dish.size()) {
+  if (index == 0 || index > dishes.on(options.dish).size()) {
     throw Failure{E_FAIL, "dish " + std::to_string(options.dish) + " has no satellite with index " +
                               std::to_string(index)};
   }
-  dish.erase(dish.begin() + static_cast<std::ptrdiff_t>(index) - 1);
+  dishes.remove(options.dish, index);
   Save(std::move(dishes), options);
 }
 

@@ -33,27 +33,27 @@ std::string WordText(Form form, std::int32_t value) {
 
 ordered_json ToJson(const Satellite& satellite, std::size_t index) {
   return {{"index", index},
-          {"id", utf::FromWide(satellite.id)},
-          {"name", utf::FromWide(satellite.name)},
-          {"position", PositionText(satellite.west, satellite.longitude)},
+          {"id", satellite.id},
+          {"name", satellite.name},
+          {"position", PositionText(satellite.longitude)},
           {"longitude", satellite.longitude},
-          {"west", satellite.west},
+          {"west", false},  // has no place in the file
           {"azimuth", satellite.azimuth},
           {"elevation", satellite.elevation},
           {"region", RegionName(satellite.region)},
           {"division", satellite.division},
-          {"cBand", satellite.cBand.size()},
-          {"kuBand", satellite.kuBand.size()}};
+          {"cBand", satellite.c_band.size()},
+          {"kuBand", satellite.ku_band.size()}};
 }
 
 Row ToRow(const Satellite& satellite, std::size_t index) {
   return {std::to_string(index),
           Printable(satellite.id),
-          PositionText(satellite.west, satellite.longitude),
+          PositionText(satellite.longitude),
           RegionName(satellite.region),
           DivisionName(satellite.division),
-          std::to_string(satellite.cBand.size()),
-          std::to_string(satellite.kuBand.size()),
+          std::to_string(satellite.c_band.size()),
+          std::to_string(satellite.ku_band.size()),
           Printable(satellite.name)};
 }
 
@@ -75,7 +75,7 @@ std::vector<TransponderPlace> PlacesIn(const Satellite& satellite,
   for (const ESatFreqBand band : {SatFreqBand_CBand, SatFreqBand_KuBand}) {
     if (only && *only != band) continue;
     const std::vector<Transponder>& list =
-        band == SatFreqBand_CBand ? satellite.cBand : satellite.kuBand;
+        band == SatFreqBand_CBand ? satellite.c_band : satellite.ku_band;
     for (std::size_t i = 0; i < list.size(); ++i) places.push_back({list[i], band, i});
   }
   return places;
@@ -85,11 +85,11 @@ ordered_json ToJson(const TransponderPlace& place) {
   const Transponder& transponder = place.transponder;
   return {{"band", BandName(place.band)},
           {"index", place.index},
-          {"name", utf::FromWide(transponder.name)},
+          {"name", transponder.name},
           {"frequency", transponder.frequency},
           {"polarisation", WordText(Form::Polarisation, transponder.polarisation)},
-          {"symbolRate", transponder.symbolRate},
-          {"innerFECRate", WordText(Form::FecRate, transponder.fecRate)},
+          {"symbolRate", transponder.symbol_rate},
+          {"innerFECRate", WordText(Form::FecRate, transponder.fec_rate)},
           {"modulation", WordText(Form::Modulation, transponder.modulation)},
           {"spectralInversion", WordText(Form::SpectralInversion, transponder.inversion)}};
 }
@@ -100,8 +100,8 @@ Row ToRow(const TransponderPlace& place) {
           std::to_string(place.index),
           std::to_string(transponder.frequency),
           WordText(Form::Polarisation, transponder.polarisation),
-          std::to_string(transponder.symbolRate),
-          WordText(Form::FecRate, transponder.fecRate),
+          std::to_string(transponder.symbol_rate),
+          WordText(Form::FecRate, transponder.fec_rate),
           WordText(Form::Modulation, transponder.modulation),
           WordText(Form::SpectralInversion, transponder.inversion),
           Printable(transponder.name)};
@@ -154,12 +154,12 @@ void ListLnbs(const Options& options) {
   ordered_json array = ordered_json::array();
   std::vector<Row> rows = {{"LOW", "HIGH", "SWITCH", "TYPE"}};
   for (const LnbType& lnb : catalogue.lnbs) {
-    array.push_back({{"type", utf::FromWide(lnb.type)},
+    array.push_back({{"type", lnb.name},
                      {"low", lnb.low},
                      {"high", lnb.high},
-                     {"switch", lnb.switchover}});
+                     {"switch", lnb.switch_frequency}});
     rows.push_back({std::to_string(lnb.low), std::to_string(lnb.high),
-                    std::to_string(lnb.switchover), Printable(lnb.type)});
+                    std::to_string(lnb.switch_frequency), Printable(lnb.name)});
   }
   options.json ? PrintJson(array) : PrintTable(rows);
 }

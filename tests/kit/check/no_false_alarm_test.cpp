@@ -44,9 +44,8 @@ TEST(CheckNoFalseAlarm, DishesThatAreSaved) {
   Dishes dishes;
   for (std::size_t i = 0; i < catalogue.satellites.size(); ++i) {
     const LnbType& lnb = catalogue.lnbs[i % catalogue.lnbs.size()];
-    dishes[i % dishes.size()].push_back({catalogue.satellites[i].id,
-                                         Wide(i % 2 == 0 ? "Ku-Band" : "C-Band"), lnb.low, lnb.high,
-                                         lnb.switchover});
+    dishes.assign(static_cast<unsigned>(i % Dishes::count) + 1, catalogue.satellites[i],
+                  i % 2 == 0 ? band::ku : band::c, lnb);
   }
   SaveDishes(home.Satellites(), dishes);
   EXPECT_EQ("[]", Complaints(home.Path(), Severity::Warning));

@@ -29,7 +29,7 @@ bool Fails(const Home& home, const std::string& file, const std::string& message
 
 void LimitFiles(rlim_t size) {
   const rlimit limit = {size, size};
-  signal(SIGXFSZ, SIG_IGN);
+  ::signal(SIGXFSZ, SIG_IGN);
   setrlimit(RLIMIT_FSIZE, &limit);
 }
 
@@ -66,7 +66,7 @@ TEST(SaveWatchLimits, AReadOnlyFolderIsTheCause) {
 TEST(SaveWatchLimits, DishesToo) {
   const Home home;
   Dishes dishes = ReadDishes(home.Satellites());
-  dishes[0].clear();
+  dishes.clear(1);
   ASSERT_EQ(0, chmod(home.Path().c_str(), 0555));
   EXPECT_TRUE(AsNobody([&] {
     return Fails(home, "UserSettings.xml",

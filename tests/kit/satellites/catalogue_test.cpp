@@ -23,18 +23,18 @@ TEST(Catalogues, ReadBackAsTheyAreWritten) {
 TEST(Catalogues, RefuseWhatWouldNotReadBack) {
   SatelliteCatalogue catalogue;
   Satellite satellite;
-  satellite.id = Wide("West");
-  satellite.west = true;  // has no place in the file
-  satellite.kuBand.resize(1);
+  satellite.id = "Far";
+  satellite.division = static_cast<ESatDivision>(10);  // has no word in the file
+  satellite.ku_band.resize(1);
   catalogue.satellites.push_back(satellite);
-  ExpectRaised<Failure>("satellite West would not read back", [&] { CheckedXml(catalogue); });
+  ExpectRaised<Failure>("satellite Far would not read back", [&] { CheckedXml(catalogue); });
 }
 
 TEST(Catalogues, NameWhatTheyHave) {
   const Home home;
   const SatelliteCatalogue catalogue = ReadCatalogue(home.Satellites());
   const Satellite& first = catalogue.satellites.front();
-  EXPECT_EQ(&first, &catalogue.FindSatellite(utf::FromWide(first.id)));
+  EXPECT_EQ(&first, &catalogue.FindSatellite(first.id));
   EXPECT_THROW(catalogue.FindSatellite("none"), Failure);
   EXPECT_THROW(catalogue.FindSatellite("\xFF"), InvalidArgument);
   ExpectRaised<Failure>("the catalogue has no LNB type 'x'; it has none",
@@ -51,8 +51,8 @@ TEST(Catalogues, AreMadeOfTables) {
   const SatelliteCatalogue catalogue = CatalogueOfTables(tables.Path(), report);
   ASSERT_EQ(1U, catalogue.satellites.size());
   EXPECT_EQ(192, catalogue.satellites[0].longitude);
-  ASSERT_EQ(1U, catalogue.satellites[0].kuBand.size());
-  EXPECT_EQ(11362000U, catalogue.satellites[0].kuBand[0].frequency);
+  ASSERT_EQ(1U, catalogue.satellites[0].ku_band.size());
+  EXPECT_EQ(11362000U, catalogue.satellites[0].ku_band[0].frequency);
   ASSERT_EQ(1U, report.files.size());
   EXPECT_EQ("noise", report.files[0].file);
   EXPECT_TRUE(report.entries.empty());

@@ -62,10 +62,10 @@ TEST(SatelliteWords, NameRegionsBandsAndPositions) {
   EXPECT_EQ(SatFreqBand_KuBand, ParseBand("KU"));
   EXPECT_EQ(SatFreqBand_CBand, ParseBand("C-Band"));
   EXPECT_EQ(std::nullopt, ParseBand("Ka"));
-  EXPECT_EQ("19.2E", PositionText(false, 192));
-  EXPECT_EQ("30.0W", PositionText(false, -300));
-  EXPECT_EQ("0.8W", PositionText(true, 8));
-  EXPECT_EQ("214748364.8W", PositionText(false, INT32_MIN));
+  EXPECT_EQ("19.2E", PositionText(192));
+  EXPECT_EQ("30.0W", PositionText(-300));
+  EXPECT_EQ("0.8W", PositionText(-8));
+  EXPECT_EQ("214748364.8W", PositionText(INT32_MIN));
 }
 
 TEST(Failures, NameTheirResults) {

@@ -105,7 +105,7 @@ class SatellitePreservation {
   }
 
   std::optional<std::string> OfDishes() {
-    for (std::size_t dish = 0; dish < Dishes().size(); ++dish) {
+    for (std::size_t dish = 0; dish < Dishes::count; ++dish) {
       if (AreKept(m_before.Assignments(dish), m_after.Assignments(dish),
                   &SatellitePrediction::AssignmentOf)) {
         continue;
@@ -157,12 +157,13 @@ std::vector<Finding> CompareDishes(const Document& document, std::string_view by
                                    CodePageText& text) {
   ListComparison comparison(document, kSettings);
   SatellitePrediction prediction(document, text);
-  const Dishes predicted = prediction.AllDishes();
+  const detail::DishTable predicted = prediction.AllDishes();
   const Dishes read = ReadByTheLibrary(kSettings, bytes, [](const Location& location) {
     return ReadDishes(location, Unreadable::TakeAsEmpty);
   });
-  for (std::size_t dish = 0; dish < read.size(); ++dish) {
-    comparison.Compare(prediction.Assignments(dish), predicted[dish], read[dish], "assignment");
+  for (unsigned dish = 0; dish < Dishes::count; ++dish) {
+    comparison.Compare(prediction.Assignments(dish), predicted[dish], read.on(dish + 1),
+                       "assignment");
   }
   return comparison.Findings();
 }

@@ -46,7 +46,9 @@ class SatellitePrediction::Texts {
     }
     return m_last;
   }
-  WideText Wide(const char* attribute) { return m_owner.m_text.ToWide(Narrow(attribute)); }
+  std::string Utf8(const char* attribute) {
+    return utf::FromWide(m_owner.m_text.ToWide(Narrow(attribute)));
+  }
 
  private:
   const SatellitePrediction& m_owner;
@@ -85,8 +87,8 @@ Satellite SatellitePrediction::SatelliteOf(Index element) {
   Texts texts(*this, element);
   Satellite satellite;
   satellite.longitude = Number(element, "pos");
-  satellite.name = texts.Wide("name");
-  satellite.id = texts.Wide("id");
+  satellite.name = texts.Utf8("name");
+  satellite.id = texts.Utf8("id");
   satellite.region = RegionOf(texts.Narrow("region"));
   satellite.division = DivisionOf(texts.Narrow("division"));
   satellite.azimuth = Number(element, "azimuthe");
@@ -97,12 +99,12 @@ Satellite SatellitePrediction::SatelliteOf(Index element) {
 Transponder SatellitePrediction::TransponderOf(Index element) {
   Texts texts(*this, element);
   Transponder transponder;
-  transponder.name = texts.Wide("name");
+  transponder.name = texts.Utf8("name");
   transponder.frequency = UnsignedNumber(element, "freq");
   transponder.polarisation =
       ValueOf<Polarisation>(Form::Polarisation, texts.Narrow("polarisation"));
-  transponder.symbolRate = Number(element, "symbolRate");
-  transponder.fecRate =
+  transponder.symbol_rate = Number(element, "symbolRate");
+  transponder.fec_rate =
       ValueOf<BinaryConvolutionCodeRate>(Form::FecRate, texts.Narrow("innerFECRate"));
   transponder.modulation = ValueOf<ModulationType>(Form::Modulation, texts.Narrow("modulation"));
   transponder.inversion =
@@ -111,18 +113,18 @@ Transponder SatellitePrediction::TransponderOf(Index element) {
 }
 
 LnbType SatellitePrediction::LnbOf(Index element) {
-  return {Texts(*this, element).Wide("type"), UnsignedNumber(element, "lowFreq"),
+  return {Texts(*this, element).Utf8("type"), UnsignedNumber(element, "lowFreq"),
           UnsignedNumber(element, "highFreq"), UnsignedNumber(element, "switchFreq")};
 }
 
 DishSatellite SatellitePrediction::AssignmentOf(Index element) {
   Texts texts(*this, element);
   DishSatellite assignment;
-  assignment.id = texts.Wide("id");
-  assignment.band = texts.Wide("band");
+  assignment.id = texts.Utf8("id");
+  assignment.band = texts.Utf8("band");
   assignment.low = UnsignedNumber(element, "LNB_Low");
   assignment.high = UnsignedNumber(element, "LNB_High");
-  assignment.switchover = UnsignedNumber(element, "LNB_Switch");
+  assignment.switch_frequency = UnsignedNumber(element, "LNB_Switch");
   return assignment;
 }
 
@@ -131,10 +133,10 @@ SatelliteCatalogue SatellitePrediction::Catalogue() {
   for (const Index element : Satellites()) {
     Satellite satellite = SatelliteOf(element);
     for (const Index one : Transponders(element, kBandNames[0])) {
-      satellite.cBand.push_back(TransponderOf(one));
+      satellite.c_band.push_back(TransponderOf(one));
     }
     for (const Index one : Transponders(element, kBandNames[1])) {
-      satellite.kuBand.push_back(TransponderOf(one));
+      satellite.ku_band.push_back(TransponderOf(one));
     }
     catalogue.satellites.push_back(std::move(satellite));
   }
@@ -142,8 +144,8 @@ SatelliteCatalogue SatellitePrediction::Catalogue() {
   return catalogue;
 }
 
-Dishes SatellitePrediction::AllDishes() {
-  Dishes dishes;
+detail::DishTable SatellitePrediction::AllDishes() {
+  detail::DishTable dishes;
   for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
     for (const Index element : Assignments(dish)) dishes[dish].push_back(AssignmentOf(element));
   }

@@ -1,7 +1,6 @@
 // What the library reads of a catalogue and of the dishes, told from the file alone.
 #pragma once
 
-#include <array>
 #include <vector>
 
 #include "kit/check/subject/code_page_text.h"
@@ -32,7 +31,7 @@ class SatellitePrediction {
   DishSatellite AssignmentOf(markup::Index element);
 
   SatelliteCatalogue Catalogue();
-  Dishes AllDishes();
+  detail::DishTable AllDishes();
 
  private:
   class Texts;

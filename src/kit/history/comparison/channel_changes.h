@@ -17,6 +17,10 @@ std::vector<Change> ChannelChanges(const std::string& from, const std::string& t
 std::vector<int> Origins(const std::vector<Channel>& from, const std::vector<Channel>& to,
                          InputSignalType signal);
 
+/// True where every place has what it had by its station or its names, however else it changed.
+bool KeepTheirPlaces(const std::vector<Channel>& from, const std::vector<Channel>& to,
+                     InputSignalType signal);
+
 /// Marks what left the order of the rest: of the places that are not below 0, all but a longest
 /// ascending row of them.
 std::vector<bool> OutOfOrder(const std::vector<int>& places);

@@ -81,10 +81,8 @@ void Pair(const std::vector<Channel>& from, const std::vector<Channel>& to, Inpu
   }
 }
 
-}  // namespace
-
-std::vector<int> Origins(const std::vector<Channel>& from, const std::vector<Channel>& to,
-                         InputSignalType signal) {
+std::vector<int> OriginsBy(std::initializer_list<KeyOf> keys, const std::vector<Channel>& from,
+                           const std::vector<Channel>& to, InputSignalType signal) {
   std::vector<int> origins(to.size(), -1);
   std::vector<bool> isTaken(from.size(), false);
   // What stayed where it was is not looked for among others like it.
@@ -93,10 +91,24 @@ std::vector<int> Origins(const std::vector<Channel>& from, const std::vector<Cha
     origins[i] = static_cast<int>(i);
     isTaken[i] = true;
   }
-  for (const KeyOf keyOf : {EverythingOf, StationOf, NamesOf, IndexOf}) {
-    Pair(from, to, signal, keyOf, isTaken, origins);
-  }
+  for (const KeyOf keyOf : keys) Pair(from, to, signal, keyOf, isTaken, origins);
   return origins;
+}
+
+}  // namespace
+
+std::vector<int> Origins(const std::vector<Channel>& from, const std::vector<Channel>& to,
+                         InputSignalType signal) {
+  return OriginsBy({EverythingOf, StationOf, NamesOf, IndexOf}, from, to, signal);
+}
+
+bool KeepTheirPlaces(const std::vector<Channel>& from, const std::vector<Channel>& to,
+                     InputSignalType signal) {
+  const std::vector<int> origins = OriginsBy({EverythingOf, StationOf, NamesOf}, from, to, signal);
+  for (std::size_t i = 0; i < origins.size(); ++i) {
+    if (origins[i] != static_cast<int>(i)) return false;
+  }
+  return true;
 }
 
 std::vector<bool> OutOfOrder(const std::vector<int>& places) {

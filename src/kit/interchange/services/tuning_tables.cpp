@@ -52,8 +52,8 @@ Tuning TuningOf(const Entry& entry, std::int32_t position) {
   tuning.frequency = known.frequency;
   tuning.polarisation = known.polarisation;
   tuning.position = position;
-  tuning.symbolRate = static_cast<std::uint64_t>(known.symbolRate);
-  tuning.fec = ValueOf(entry, "INNER_FEC", kTableRates, known.fecRate);
+  tuning.symbolRate = static_cast<std::uint64_t>(known.symbol_rate);
+  tuning.fec = ValueOf(entry, "INNER_FEC", kTableRates, known.fec_rate);
   tuning.modulation = ValueOf(entry, "MODULATION", kTableModulations, known.modulation);
   tuning.inversion = known.inversion;
   tuning.system = SystemOf(entry);

@@ -24,11 +24,11 @@ std::vector<DishPosition> DishPositions(const Options& options) {
   }
   const SatelliteCatalogue catalogue = ReadCatalogue(location);
   const Dishes dishes = ReadDishes(location);
-  for (std::size_t dish = 0; dish < dishes.size(); ++dish) {
-    for (const DishSatellite& received : dishes[dish]) {
+  for (unsigned dish = 1; dish <= Dishes::count; ++dish) {
+    for (const DishSatellite& received : dishes.on(dish)) {
       for (const Satellite& satellite : catalogue.satellites) {
         if (satellite.id != received.id) continue;
-        positions.push_back({static_cast<std::uint32_t>(dish + 1), satellite.longitude});
+        positions.push_back({dish, satellite.longitude});
       }
     }
   }
