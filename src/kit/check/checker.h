@@ -15,17 +15,19 @@
 
 namespace zortunedex::kit::check {
 
+/// What a check is told.
 struct Settings {
   /// Whether there is a country with a code; without it that is not looked at.
-  std::function<bool(std::uint32_t code)> knowsCountry;
+  std::function<bool(std::uint32_t code)> knowsCountry = {};
   /// The only file to look at; empty for all.
-  std::string file;
+  std::string file = {};
   /// Findings of a code that are told of a file.
   std::size_t mostOfACode = SIZE_MAX;
 };
 
 using Documents = std::map<std::string, markup::Document, std::less<>>;
 
+/// What a check answers.
 struct Checked {
   Documents documents;
   std::vector<Finding> findings;  ///< by file and place
@@ -35,6 +37,7 @@ struct Checked {
 /// Looks at files in memory, as often as it is asked to.
 class Checker {
  public:
+  /// Opens a database of its own in a temporary directory. Failure where that does not work.
   explicit Checker(Settings settings);
 
   /// Everything but the names of the files and what the library makes of them.
@@ -42,7 +45,9 @@ class Checker {
   /// ZT900: what the library reads otherwise than predicted.
   std::vector<Finding> Compare(const Documents& documents);
 
+  /// A file as the check reads it: bytes that are no UTF-8 are taken for the code page's.
   markup::Document Read(std::string bytes);
+  /// The database that files are held against, and the texts of its code page.
   const Database& Library() const { return m_database; }
   CodePageText& Text() { return m_text; }
 
