@@ -9,6 +9,7 @@ namespace zortunedex::kit {
 /// time and at the moment it is known: also when the operation fails afterwards. May be empty.
 using TakeNote = std::function<void(const std::string& note)>;
 
+/// Gives a note to who takes notes.
 inline void Tell(const TakeNote& take, const std::string& note) {
   if (take) take(note);
 }

@@ -16,18 +16,20 @@
 
 namespace zortunedex::kit::check {
 
+/// What a check is told.
 struct Settings {
   /// Whether there is a country with a code; without it that is not looked at. A check of a
   /// directory may ask it on another thread.
-  std::function<bool(std::uint32_t code)> knowsCountry;
+  std::function<bool(std::uint32_t code)> knowsCountry = {};
   /// The only file to look at; empty for all.
-  std::string file;
+  std::string file = {};
   /// Findings of a code that are told of a file.
   std::size_t mostOfACode = SIZE_MAX;
 };
 
 using Documents = std::map<std::string, markup::Document, std::less<>>;
 
+/// What a check answers.
 struct Checked {
   Documents documents;
   std::vector<Finding> findings;  ///< by file and place
@@ -37,6 +39,7 @@ struct Checked {
 /// Looks at files in memory, as often as it is asked to.
 class Checker {
  public:
+  /// Opens a database of its own in a temporary directory. Failure where that does not work.
   explicit Checker(Settings settings);
 
   /// Everything but the names of the files and what the library makes of them.
@@ -45,7 +48,9 @@ class Checker {
   /// where it has them already; else null.
   std::vector<Finding> Compare(const Documents& documents, LibraryLists* lists = nullptr);
 
+  /// A file as the check reads it: bytes that are no UTF-8 are taken for the code page's.
   markup::Document Read(std::string bytes);
+  /// The database that files are held against, and the texts of its code page.
   const Database& Library() const { return m_database; }
   CodePageText& Text() { return m_text; }
 

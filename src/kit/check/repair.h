@@ -9,14 +9,16 @@
 
 namespace zortunedex::kit::check {
 
+/// What is to be mended.
 struct RepairSettings {
-  Settings check;
+  Settings check = {};
   /// Only these; all when empty.
-  std::set<std::string, std::less<>> codes;
+  std::set<std::string, std::less<>> codes = {};
   /// What is mended beyond the default.
-  std::set<Option> options;
+  std::set<Option> options = {};
 };
 
+/// What a repair did, or would do.
 struct Repaired {
   std::vector<Finding> mended;
   std::vector<Finding> left;  ///< all that a check would find now

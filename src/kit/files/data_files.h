@@ -20,6 +20,7 @@ using Files = std::map<std::string, std::optional<std::string>, std::less<>>;
 /// The bytes of a name; nothing also for a name that is not among them.
 const std::optional<std::string>& BytesOf(const Files& files, std::string_view name);
 
+/// True for the name of one of the four.
 bool IsDataFile(std::string_view name);
 
 /// The data file that a name is put aside of: "ChanInfo.xml" of "ChanInfo.xml.unreadable.2"; empty

@@ -9,6 +9,7 @@
 #include "kit/history/put_aside.h"
 #include "kit/history/replacement.h"
 #include "kit/history/snapshots/retention.h"
+#include "kit/history/work_on_copy.h"
 
 namespace zortunedex::kit {
 
@@ -80,10 +81,11 @@ struct Outcome {
 };
 
 /// The copy is gone before anything is replaced.
-Outcome RunOnCopy(FileSet files, const std::function<void(const std::string& scratch)>& work) {
+Outcome RunOnCopy(const std::string& directory, FileSet files,
+                  const std::function<void(const std::string& scratch)>& work) {
   const ScratchDirectory scratch;
   CopyFiles(files, scratch.Path());
-  work(scratch.Path());
+  RunOnCopyOf(directory, scratch.Path(), work);
   FileSet after = ReadFiles(scratch.Path());
   return {{std::move(files), std::move(after)}, PutAside(scratch.Path())};
 }
@@ -134,7 +136,7 @@ Difference MakeChange(const ChangeSettings& settings,
   }
   Renamings renamings(settings.directory,
                       folder.renamings ? folder.renamings() : std::vector<Renaming>());
-  Outcome outcome = RunOnCopy(renamings.ReadFiles(), work);
+  Outcome outcome = RunOnCopy(settings.directory, renamings.ReadFiles(), work);
   if (settings.isTrial) return std::move(outcome.difference);
   renamings.Make();
   try {

@@ -12,9 +12,10 @@
 
 namespace zortunedex::kit::history {
 
+/// Which directory is changed, by whom, and how.
 struct ChangeSettings {
-  std::string directory;
-  std::string by;                 ///< what the history says who made it
+  std::string directory;          ///< UTF-8
+  std::string by = {};            ///< what the history says who made it
   bool isRecorded = true;         ///< without it the history is left as it is
   bool isTrial = false;           ///< nothing is written
   std::chrono::seconds wait{10};  ///< for others that change the directory
@@ -25,15 +26,16 @@ struct ChangeSettings {
 struct FolderWork {
   /// What is to be renamed. Asked before the files are read: the work finds them under their new
   /// names, and they get these when it is done.
-  std::function<std::vector<Renaming>()> renamings;
+  std::function<std::vector<Renaming>()> renamings = {};
   /// The last step, when all files are replaced. What it raises takes nothing back.
-  std::function<void()> last;
+  std::function<void()> last = {};
 };
 
 /// Runs `work` on a copy of the directory, whose path it gets, and then replaces the files that are
 /// different there. A history that cannot be written, and work that raises something, leave
 /// everything as it was; so does a replacement that fails, unless it raises HalfDone. Files that
-/// the work put aside (NAME.unreadable) are carried over.
+/// the work put aside (NAME.unreadable) are carried over. What a Failure or an InvalidArgument of
+/// the work says of the copy, it says of the directory.
 Difference MakeChange(const ChangeSettings& settings,
                       const std::function<void(const std::string& scratch)>& work,
                       const FolderWork& folder = {});
@@ -58,6 +60,7 @@ Step Redo(const ChangeSettings& settings);
 /// damaged history, too, as long as that snapshot is whole. Failure for a name that is not kept.
 Difference Restore(const ChangeSettings& settings, Number number, const std::string& file);
 
+/// What was removed of a history.
 struct Pruned {
   std::vector<Number> removed;
   std::vector<std::string> damages;  ///< what was damaged before

@@ -4,6 +4,7 @@
 
 #include "kit/failure.h"
 #include "kit/history/snapshots/file_set.h"
+#include "platform/host.h"
 
 namespace zortunedex::kit::history {
 namespace {
@@ -34,5 +35,7 @@ DirectoryLock::DirectoryLock(const std::string& directory, std::chrono::seconds 
     std::this_thread::sleep_for(kPause);
   }
 }
+
+DirectoryLock::~DirectoryLock() = default;
 
 }  // namespace zortunedex::kit::history

@@ -4,7 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/host.h"
+namespace host {
+class FileLock;
+}
 
 namespace zortunedex::kit::history {
 
@@ -14,6 +16,7 @@ class DirectoryLock {
   /// Makes the history's folder and the lock where they are not there yet, and waits for the lock.
   /// Failure when it cannot be had within that time.
   DirectoryLock(const std::string& directory, std::chrono::seconds wait);
+  ~DirectoryLock();
 
  private:
   std::unique_ptr<host::FileLock> m_lock;

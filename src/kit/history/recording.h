@@ -7,10 +7,12 @@
 
 namespace zortunedex::kit::history {
 
+/// The files before a change and after it.
 struct Difference {
   FileSet before;
   FileSet after;
 
+  /// True where no byte differs.
   bool IsNone() const { return before == after; }
 };
 

@@ -17,6 +17,7 @@ struct Renaming {
 /// are looked for by, and nothing of other ones.
 class Renamings {
  public:
+  /// Of files of the directory; nothing is renamed yet.
   Renamings(std::string directory, std::vector<Renaming> wanted)
       : m_directory(std::move(directory)), m_wanted(std::move(wanted)) {}
 

@@ -15,6 +15,7 @@
 
 namespace zortunedex::kit::interchange {
 
+/// Which of a channel's two names goes out.
 enum class Names {
   Shown,      ///< the name that the user gave, where there is one
   Broadcast,  ///< always that of the broadcaster
@@ -36,6 +37,7 @@ struct ListContext {
   std::vector<DishPosition> dishes = {};  ///< as the settings and the catalogue have them
 };
 
+/// What is to be written. What the references name has to stay.
 struct ExportRequest {
   const ListContext& context;
   const std::vector<Channel>& channels;  ///< that go out, in the order of the list
@@ -52,6 +54,7 @@ struct OutputFile {
   std::string name;  ///< in the folder; empty for a single file
   std::string bytes;
 };
+/// Everything that was written.
 struct Output {
   std::vector<OutputFile> files;
   std::vector<std::size_t> written;  ///< places in ExportRequest::channels, in the file's order
@@ -72,6 +75,7 @@ struct Input {
   std::function<std::optional<std::string>(const std::string& name)> read = {};
 };
 
+/// How a file is to be read. What the references name has to stay.
 struct ImportRequest {
   const ListContext& context;
   const std::vector<Channel>& current;        ///< the list as it is
@@ -86,6 +90,7 @@ struct ImportedChannel {
   Channel channel;       ///< index 0: the place in the file says it all
   std::size_t line = 0;  ///< counted from 1; 0: the format has no lines
 };
+/// The channels of a file.
 struct ImportResult {
   std::vector<ImportedChannel> channels;  ///< in the order of the list that they make
   std::size_t read = 0;                   ///< channels that stand in the file, also those left out
@@ -102,6 +107,7 @@ struct FieldCode {
   Code code;
 };
 
+/// A format of another program: a row of Formats(), which lives as long as the program.
 struct Format {
   const char* name;
   /// Signal types whose channels it holds; those that come in.

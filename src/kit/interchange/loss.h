@@ -41,6 +41,7 @@ enum class Code : std::uint16_t {
   ValueOutOfRange = 503,
 };
 
+/// A code and what it means.
 struct CodeMeaning {
   Code code;
   const char* text;
@@ -50,6 +51,7 @@ struct CodeMeaning {
 std::span<const CodeMeaning> Codes();
 /// "L101".
 std::string CodeName(Code code);
+/// A few words.
 const char* MeaningOf(Code code);
 
 /// Where something was lost. What is not known is left at its default.
@@ -59,6 +61,7 @@ struct Place {
   std::size_t line = 0;       ///< of the file, counted from 1
 };
 
+/// One value that did not come through as it was.
 struct Loss {
   Code code = Code::NoPlace;
   std::string field;  ///< as the channel file names it, else as the other file does
@@ -70,14 +73,18 @@ struct Loss {
 /// Collects what was lost, in the order in which it was noticed.
 class Losses {
  public:
+  /// Keeps all.
   Losses() = default;
   /// Keeps so many; of the others it is counted how many there were.
   explicit Losses(std::size_t most) : m_most(most) {}
 
+  /// Adds one.
   void Add(Code code, std::string_view field, const Place& place, FieldValue value = {},
            FieldValue became = {});
+  /// Adds those of another collection behind its own.
   void Take(Losses&& more);
 
+  /// Those that are kept.
   const std::vector<Loss>& All() const { return m_all; }
   bool Empty() const { return m_all.empty(); }
   bool Has(Code code) const;

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "kit/interchange/loss_json.h"
 #include "kit/json/channel_json.h"
 
 namespace zortunedex::kit {
@@ -52,7 +53,7 @@ std::string Times(std::size_t count) {
 
 }  // namespace
 
-ordered_json LossJson(const LossReport& report) {
+ordered_json LossDocument(const LossReport& report) {
   std::map<std::pair<Code, std::string>, std::vector<const Loss*>> groups;
   for (const Loss& loss : report.losses.All()) groups[{loss.code, loss.field}].push_back(&loss);
   const std::map<Code, std::size_t>& beyond = report.losses.Beyond();
@@ -77,6 +78,8 @@ ordered_json LossJson(const LossReport& report) {
   }
   return document;
 }
+
+std::string LossJson(const LossReport& report) { return LossDocument(report).dump(2); }
 
 std::string LossText(const LossReport& report) {
   struct Group {

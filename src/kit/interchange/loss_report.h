@@ -1,15 +1,16 @@
 // The report of what was lost, for programs and for people.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "kit/interchange/loss.h"
 
 namespace zortunedex::kit::interchange {
 
+/// Which way a list went.
 enum class Direction { Export, Import };
 
+/// What a report is made of. The losses have to stay.
 struct LossReport {
   Direction direction = Direction::Export;
   std::string format;
@@ -19,8 +20,9 @@ struct LossReport {
 };
 
 /// {"tunedex":"loss","version":1,"direction","format","read","written","losses":[{"code","field",
-/// "count","channels":[{"index","name","line","value","became"}]}]}, by code and field.
-nlohmann::ordered_json LossJson(const LossReport& report);
+/// "count","channels":[{"index","name","line","value","became"}]}]}, by code and field. Indented by
+/// two blanks, UTF-8, no line feed at the end.
+std::string LossJson(const LossReport& report);
 
 /// A line for each code, with its fields and how many channels are meant; empty for no losses.
 std::string LossText(const LossReport& report);

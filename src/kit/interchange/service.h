@@ -66,6 +66,7 @@ struct Service {
   bool scrambled = false;
   std::vector<std::uint16_t> caIds;  ///< of the systems that it is scrambled with
 
+  /// The streams of a kind, in the order of the file.
   std::vector<Stream>& Of(StreamKind kind) { return streams[static_cast<std::size_t>(kind)]; }
   const std::vector<Stream>& Of(StreamKind kind) const {
     return streams[static_cast<std::size_t>(kind)];

@@ -39,6 +39,7 @@ enum class Code : std::uint16_t {
   TuningEdited = 404,
 };
 
+/// A code and what it means.
 struct CodeMeaning {
   Code code;
   const char* text;
@@ -48,24 +49,31 @@ struct CodeMeaning {
 std::span<const CodeMeaning> Codes();
 /// "M102".
 std::string CodeName(Code code);
+/// A few words.
 const char* MeaningOf(Code code);
 
+/// Where services come to stand that the list lacks.
 enum class NewOnes {
   End,          ///< behind the last channel, by frequency, polarisation and service
   Transponder,  ///< behind the last channel of their transponder, else at the end
   None,         ///< left out
 };
+/// What becomes of channels that are gone.
 enum class Gone { Keep, Mark, Remove };
 /// Where a channel that the scan lacks counts as gone.
 enum class Scope { Transponders, Full, None };
+/// Whose channel numbers stay.
 enum class Numbers {
   ByType,  ///< the list's for DVB-S, the scan's for all others
   Keep,
   Scan,
 };
+/// Whose tuning stays where the user changed it, too.
 enum class EditedTuning { Scan, Keep };
+/// What becomes of services that the user took out of the list.
 enum class Deleted { StayOut, Add };
 
+/// The rules of a merge; docs/merge.md tells what each of them does.
 struct MergePolicy {
   NewOnes newOnes = NewOnes::End;
   Scope scope = Scope::Transponders;
@@ -102,6 +110,7 @@ struct Candidate {
   std::string name;
 };
 
+/// What becomes of one channel or service.
 struct Change {
   Code code = Code::Unchanged;
   UINT index = 0;        ///< in the list as it was; 0: the list has it not
@@ -121,6 +130,7 @@ struct Change {
   std::vector<std::size_t> inScan;  ///< several: one service that the scan has more than once
 };
 
+/// Everything that a merge would do.
 struct MergePlan {
   DWORD country = 0;
   InputSignalType signal = InputSignalUnknown;

@@ -33,6 +33,7 @@ struct BaseEntry {
   friend bool operator==(const BaseEntry& a, const BaseEntry& b);
 };
 
+/// What one merge leaves for the next one of the same list.
 struct MergeBase {
   DWORD country = 0;
   InputSignalType signal = InputSignalUnknown;

@@ -1,7 +1,8 @@
+#include "kit/merge/merge_json.h"
+
 #include <nlohmann/json.hpp>
 
 #include "kit/json/channel_json.h"
-#include "kit/merge/merge_report.h"
 
 namespace zortunedex::kit {
 
@@ -45,7 +46,7 @@ ordered_json ChangeJson(const Change& change) {
 
 }  // namespace
 
-ordered_json PlanJson(const MergePlan& plan, PlanKind kind) {
+ordered_json PlanDocument(const MergePlan& plan, PlanKind kind) {
   ordered_json document = ordered_json::object();
   document["tunedex"] = kind == PlanKind::Merge ? "merge" : "diff";
   document["version"] = 1;
@@ -58,6 +59,10 @@ ordered_json PlanJson(const MergePlan& plan, PlanKind kind) {
   ordered_json& changes = document["changes"] = ordered_json::array();
   for (const Change& change : plan.changes) changes.push_back(ChangeJson(change));
   return document;
+}
+
+std::string PlanJson(const MergePlan& plan, PlanKind kind) {
+  return PlanDocument(plan, kind).dump(2);
 }
 
 }  // namespace merge

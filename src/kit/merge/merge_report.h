@@ -1,13 +1,13 @@
 // A plan for people and for programs.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "kit/merge/merge.h"
 
 namespace zortunedex::kit::merge {
 
+/// What a plan is told as.
 enum class PlanKind {
   Merge,  ///< what a merge does
   Diff,   ///< how two lists differ
@@ -22,7 +22,8 @@ std::string PlanText(const MergePlan& plan, PlanKind kind);
 /// "name","fields":[{"field","list","base","scan","result"}]}]}: every channel in index order, what
 /// the list has not last. "index" is the one in the list, of a new channel the one that it gets,
 /// else null. Where they apply, "became" (another index than before; null: removed), "absent" and
-/// "candidates" ({"identity","name"}) follow.
-nlohmann::ordered_json PlanJson(const MergePlan& plan, PlanKind kind);
+/// "candidates" ({"identity","name"}) follow. Indented by two blanks, UTF-8, no line feed at the
+/// end.
+std::string PlanJson(const MergePlan& plan, PlanKind kind);
 
 }  // namespace zortunedex::kit::merge

@@ -14,12 +14,14 @@ namespace zortunedex::kit {
 /// written is read back and compared.
 class ListEditor {
  public:
+  /// Opens the list. Failure when the directory cannot be opened or its file not be read.
   ListEditor(const Location& location, const SaveOptions& options);
 
   /// The list as it stands, in the order of its indexes. Failure when two channels have one index.
   const std::vector<Channel>& Now();
   /// One of these. Failure when there is none.
   const Channel& Find(UINT index);
+  /// The code page of the list's texts; lives as long as the editor.
   const NarrowText& Narrow() const { return m_narrow; }
   InputSignalType Signal() const { return m_location.signal; }
 
@@ -46,6 +48,7 @@ class ListEditor {
   void Save();
   /// The channels as they read after Save, in the order of their indexes.
   const std::vector<Channel>& After() { return Now(); }
+  /// One of these. Failure when there is none.
   const Channel& After(UINT index) { return Find(index); }
 
  private:

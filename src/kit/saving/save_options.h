@@ -8,6 +8,7 @@
 
 namespace zortunedex::kit {
 
+/// How a list is saved.
 struct SaveOptions {
   std::optional<EStorageType> format;  ///< without one the library's own choice: plain
   TakeNote note;

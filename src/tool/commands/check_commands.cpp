@@ -1,10 +1,9 @@
 #include <algorithm>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
-#include "countries/country_table.h"
+#include "kit/check/check_json.h"
 #include "kit/check/directory_repair.h"
-#include "kit/check/findings/finding_json.h"
+#include "kit/check/known_countries.h"
 #include "tool/commands/commands.h"
 #include "tool/commands/running/change.h"
 #include "tool/commands/running/exit_status.h"
@@ -14,25 +13,17 @@
 namespace zortunedex::kit::tool {
 
 using check::Finding;
-using nlohmann::ordered_json;
 
 namespace commands {
 namespace {
 
-bool IsCountry(std::uint32_t code) { return countries::RowAt(countries::FindRow(code)) != nullptr; }
-
 check::RepairSettings RepairSettingsOf(const Options& options) {
-  return {{IsCountry, {}, SIZE_MAX}, options.codes, options.repairs};
+  return {{check::IsCountry, {}, SIZE_MAX}, options.codes, options.repairs};
 }
 
 void PrintRepair(const Options& options, const check::Repaired& result) {
   if (options.json) {
-    PrintJson({{"tunedex", "repair"},
-               {"version", 1},
-               {"dryRun", options.dryRun},
-               {"repaired", check::ToJson(result.mended)},
-               {"left", check::ToJson(result.left)}});
-    return;
+    return PrintJsonText(check::RepairJson(result, options.dryRun));
   }
   if (!result.mended.empty()) {
     std::cout << (options.dryRun ? "would be repaired:\n" : "repaired:\n");
@@ -55,13 +46,13 @@ bool IsClean(const std::vector<Finding>& findings) {
 }  // namespace
 
 void CheckFiles(const Options& options) {
-  std::vector<Finding> findings =
-      check::CheckDirectory(options.directory, {IsCountry, options.file, check::kMostOfACode});
+  std::vector<Finding> findings = check::CheckDirectory(
+      options.directory, {check::IsCountry, options.file, check::kMostOfACode});
   const check::Severity level = options.level.value_or(check::Severity::Warning);
   std::erase_if(findings,
                 [level](const Finding& finding) { return finding.code->severity > level; });
   if (options.json) {
-    PrintJson({{"tunedex", "check"}, {"version", 1}, {"findings", check::ToJson(findings)}});
+    PrintJsonText(check::CheckJson(findings));
   } else {
     PrintFindings(findings);
     std::cout << "found: " << FindingCounts(findings) << '\n';

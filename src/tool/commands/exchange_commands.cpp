@@ -1,24 +1,25 @@
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
+#include "kit/interchange/list/exchange_files.h"
 #include "kit/interchange/list/exporting.h"
 #include "kit/interchange/list/importing.h"
+#include "kit/interchange/list/list_in_exchange.h"
 #include "kit/interchange/loss_report.h"
 #include "kit/interchange/services/tuning_tables.h"
 #include "kit/model/channel_layout.h"
 #include "kit/saving/save_table.h"
 #include "tool/commands/commands.h"
-#include "tool/commands/running/exchange_files.h"
 #include "tool/commands/running/exit_status.h"
-#include "tool/commands/running/list_in_exchange.h"
+#include "tool/options/location.h"
 #include "tool/printing/losses.h"
 #include "tool/printing/output.h"
 
 namespace zortunedex::kit::tool {
 
 using interchange::Into;
+using interchange::ListInExchange;
 using interchange::LossReport;
 
 namespace commands {
@@ -28,9 +29,18 @@ void Report(const LossReport& report, const Options& options) {
   PrintLosses(report);
   const std::string& file = options.exchange.report;
   if (file.empty() && !options.json) return;
-  const nlohmann::ordered_json document = interchange::LossJson(report);
-  if (!file.empty()) whole_file::Replace(file, document.dump(2) + "\n");
-  if (options.json) PrintJson(document);
+  const std::string document = interchange::LossJson(report);
+  if (!file.empty()) whole_file::Replace(file, document + "\n");
+  if (options.json) PrintJsonText(document);
+}
+
+/// Without a path the file is printed.
+void Write(const interchange::Output& output, const Options& options) {
+  if (!options.output.empty()) {
+    return interchange::WriteFiles(output, options.output, options.exchange.format->isFolder,
+                                   PrintNote);
+  }
+  for (const interchange::OutputFile& file : output.files) std::cout << file.bytes;
 }
 
 std::string CountText(std::size_t count) {
@@ -51,7 +61,8 @@ void ExportChannels(const Options& options) {
   LayoutOf(*options.signal);  // whether there are such channels is told before anything is opened
   const ExchangeOptions& exchange = options.exchange;
   const ChannelMatcher matcher(options.filter, *options.signal);
-  const ListInExchange list(options, options.exchange.format);
+  const ListInExchange list(LocationOf(options), exchange.format, options.unreadable,
+                            options.codePage);
   const std::vector<Channel> channels = matcher.Matching(list.List().Channels(), list.Narrow());
   interchange::ExportRequest request{list.Context(), channels};
   request.names = exchange.names;
@@ -61,7 +72,7 @@ void ExportChannels(const Options& options) {
   request.urlTemplate = exchange.urlTemplate;
   request.satipHost = exchange.host;
   const interchange::Export made = interchange::ExportChannels(*exchange.format, request);
-  if (!options.dryRun) WriteOutputFiles(made.output, options.output, exchange.format->isFolder);
+  if (!options.dryRun) Write(made.output, options);
   Report({interchange::Direction::Export, exchange.format->name, channels.size(),
           made.output.written.size(), made.losses},
          options);
@@ -71,9 +82,10 @@ void ExportChannels(const Options& options) {
 void ImportChannels(const Options& options) {
   LayoutOf(*options.signal);
   const ExchangeOptions& exchange = options.exchange;
-  const interchange::Input input = ReadInput(exchange.file);
-  RequireFile(input, *exchange.format, exchange.file);
-  const ListInExchange list(options, options.exchange.format);
+  const interchange::Input input = interchange::ReadInput(exchange.file);
+  interchange::RequireFile(input, *exchange.format, exchange.file);
+  const ListInExchange list(LocationOf(options), exchange.format, options.unreadable,
+                            options.codePage);
   const Into into = IntoWhat(options, list.List());
   const interchange::Import made = interchange::ImportChannels(
       *exchange.format, input, {list.Context(), list.List().Channels(), exchange.position}, into);

@@ -1,22 +1,13 @@
 // A scan into the list, and a list against another one.
-#include <filesystem>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
-#include "kit/files/file_scan.h"
 #include "kit/files/whole_file.h"
-#include "kit/history/snapshots/file_set.h"
-#include "kit/interchange/list/scan.h"
-#include "kit/merge/merge.h"
+#include "kit/merge/directory/directory_merge.h"
 #include "kit/merge/merge_report.h"
 #include "kit/model/channel_layout.h"
-#include "kit/saving/save_table.h"
-#include "kit/text/signal_types.h"
 #include "tool/commands/commands.h"
-#include "tool/commands/running/exchange_files.h"
 #include "tool/commands/running/exit_status.h"
-#include "tool/commands/running/list_in_exchange.h"
 #include "tool/options/groups/exchange_options.h"
 #include "tool/options/location.h"
 #include "tool/options/usage_error.h"
@@ -26,154 +17,68 @@
 namespace zortunedex::kit::tool {
 
 using interchange::Format;
-using interchange::Input;
+using merge::DirectoryMerge;
 using merge::MergeBase;
 using merge::MergePlan;
 using merge::PlanKind;
+using merge::ScanSource;
 
 namespace commands {
 namespace {
 
 constexpr char kNoBase[] = "none";
 
-bool IsDataDirectory(const std::string& path) {
-  std::error_code error;
-  return std::filesystem::exists(file_scan::ChannelFile(path), error);
-}
-
-std::string SetName(const Location& location) {
-  return std::to_string(location.country) + " " + SignalTypeName(location.signal);
-}
-
-/// The set must be there: another one is another list.
-void RequireSet(const Location& location) {
-  std::string sets;
-  for (const file_scan::ChannelSet& set : file_scan::Scan(location.directory).sets) {
-    if (set.country == location.country && set.signal == location.signal) return;
-    sets +=
-        (sets.empty() ? "" : ", ") + std::to_string(set.country) + " " + SignalTypeName(set.signal);
-  }
-  throw Failure{E_INVALIDARG, location.directory + " has no channels of " + SetName(location) +
-                                  (sets.empty() ? "" : "; it has " + sets)};
-}
-
-/// The channels that a host scanned into a directory of its own.
-ChannelTable ReadScannedDirectory(const Location& location) {
-  try {
-    RequireReadable(location.directory, "ChanInfo.xml");
-    RequireSet(location);
-    return ReadTable(location);
-  } catch (const UnreadableFile& failure) {
-    // The repair that is offered for such a file would be that of the list's own directory.
-    throw Failure{failure.Result(), location.directory + ": " + failure.what()};
-  }
-}
-
-/// A file of the command line, and what kind it is.
-struct ScanFile {
-  Input input;
-  const Format* format = nullptr;
-};
-
-ScanFile ReadScanFile(const Options& options) {
+/// The scan of the command line, or the other list.
+ScanSource OpenScan(const Options& options) {
   const std::string& path = options.exchange.file;
-  ScanFile file{ReadInput(path), options.exchange.format};
-  if (file.format == nullptr) file.format = interchange::RecogniseFormat(file.input);
-  if (file.format == nullptr) {
-    throw UsageError{path + ": what kind of file it is cannot be told; --format says it"};
+  const Format* const format = options.exchange.format;
+  if (format == nullptr && merge::IsDataDirectory(path)) {
+    if (options.exchange.position) throw UsageError{"--position goes without a data directory"};
+    return merge::OpenScan(path);
   }
-  RequireFile(file.input, *file.format, path);
-  RequireTaken(options, *file.format);
-  return file;
+  ScanSource scan;
+  try {
+    scan = merge::OpenScan(path, format);
+  } catch (const InvalidArgument& error) {
+    throw UsageError{std::string(error.what()) + "; --format says it"};
+  }
+  RequireTaken(options, *scan.format);
+  scan.position = options.exchange.position;
+  return scan;
 }
 
-/// What a merge holds against each other.
+/// What a merge holds against each other; what the scan's file holds beyond that is told.
 class Merging {
  public:
-  explicit Merging(const Options& options) : m_options(options) {
-    const std::string& path = options.exchange.file;
-    const bool isDirectory = options.exchange.format == nullptr && IsDataDirectory(path);
-    if (isDirectory && options.exchange.position) {
-      throw UsageError{"--position goes without a data directory"};
-    }
-    if (!isDirectory) m_file = ReadScanFile(options);
-    m_list.emplace(options, m_file.format);
-    m_table = {*options.country, *options.signal, m_list->List().Channels()};
-    m_scan = isDirectory ? ReadScannedDirectory({path, *options.country, *options.signal})
-                         : ReadFromFile();
-    m_policy = options.merging.policy;
-    m_policy.utf8 = [this](std::string_view narrow) {
-      return utf::FromWide(m_list->Narrow().ToWide(narrow));
-    };
+  explicit Merging(const Options& options)
+      : m_merge({LocationOf(options), options.merging.policy, options.unreadable, options.codePage},
+                OpenScan(options)) {
+    if (const auto losses = m_merge.Losses()) PrintLosses(*losses);
   }
-  Merging(const Merging&) = delete;
-  Merging& operator=(const Merging&) = delete;
 
-  const interchange::ListContext& Context() const { return m_list->Context(); }
-
-  MergePlan Plan(const MergeBase* base) {
-    if (m_file.format != nullptr) TellByFormat(base);
-    return merge::PlanMerge(m_table, base, m_scan, m_policy);
-  }
+  DirectoryMerge* operator->() { return &m_merge; }
 
  private:
-  ChannelTable ReadFromFile() const {
-    const std::vector<Channel> none;
-    interchange::Scan scan = interchange::ReadScan(*m_file.format, m_file.input,
-                                                   {Context(), none, m_options.exchange.position});
-    PrintLosses({interchange::Direction::Import, m_file.format->name, scan.read,
-                 scan.table.channels.size(), scan.losses});
-    return std::move(scan.table);
-  }
-
-  /// So that what only the format leaves out or rounds is no change.
-  void TellByFormat(const MergeBase* base) {
-    m_policy.toldList = AsTold(m_table.channels);
-    if (base == nullptr) return;
-    std::vector<Channel> channels;
-    for (const merge::BaseEntry& entry : base->entries) channels.push_back(entry.channel);
-    m_policy.toldBase = AsTold(channels);
-  }
-
-  std::vector<Channel> AsTold(const std::vector<Channel>& channels) const {
-    interchange::ExportRequest request{Context(), channels};
-    request.names = interchange::Names::Broadcast;
-    return interchange::AsToldBy(*m_file.format, m_file.input, request);
-  }
-
-  const Options& m_options;
-  ScanFile m_file;  ///< no format: a data directory
-  std::optional<ListInExchange> m_list;
-  ChannelTable m_table;
-  ChannelTable m_scan;
-  merge::MergePolicy m_policy;
+  DirectoryMerge m_merge;
 };
 
 void Print(const MergePlan& plan, PlanKind kind, const Options& options) {
   if (options.json) {
-    PrintJson(merge::PlanJson(plan, kind));
+    PrintJsonText(merge::PlanJson(plan, kind));
   } else {
     std::cout << merge::PlanText(plan, kind);
   }
   if (options.merging.exitCode && plan.changesList) AskToLook();
 }
 
-std::string NameOfBase(const Options& options) {
-  return merge::BaseFileName(*options.country, *options.signal);
-}
-
 /// What the last merge left, or the file that takes its place.
-std::optional<MergeBase> BaseOf(const Options& options, const Merging& merging) {
+std::optional<MergeBase> BaseOf(const Options& options, Merging& merging) {
   const std::string& given = options.merging.base;
   if (given == kNoBase) return std::nullopt;
-  if (given.empty()) {
-    const auto bytes = history::ReadFile(options.directory, NameOfBase(options));
-    if (!bytes) return std::nullopt;
-    return merge::ReadBase(*bytes, merging.Context());
-  }
+  if (given.empty()) return merging->KeptBase();
   const auto bytes = whole_file::Read(whole_file::PathOf(given));
   if (!bytes) throw Failure{E_FAIL, given + " is not there or cannot be read"};
-  return merge::ReadBase(*bytes, merging.Context());
+  return merge::ReadBase(*bytes, merging->Context());
 }
 
 }  // namespace
@@ -182,19 +87,14 @@ void MergeChannels(const Options& options) {
   LayoutOf(*options.signal);  // whether there are such channels is told before anything is opened
   Merging merging(options);
   const std::optional<MergeBase> base = BaseOf(options, merging);
-  const MergePlan plan = merging.Plan(base ? &*base : nullptr);
-  if (plan.changesList) {
-    SaveTable(options.directory, merge::Apply(plan),
-              {options.format, PrintNote, options.unreadable});
-  }
-  whole_file::Replace(history::PathOf(options.directory, NameOfBase(options)),
-                      merge::WriteBase(plan.base, merging.Context()));
+  const MergePlan plan = merging->Plan(base ? &*base : nullptr);
+  merging->Save(plan, {options.format, PrintNote, options.unreadable});
   Print(plan, PlanKind::Merge, options);
 }
 
 void CompareChannels(const Options& options) {
   LayoutOf(*options.signal);
-  Print(Merging(options).Plan(nullptr), PlanKind::Diff, options);
+  Print(Merging(options)->Plan(nullptr), PlanKind::Diff, options);
 }
 
 }  // namespace commands

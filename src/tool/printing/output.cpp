@@ -46,7 +46,9 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
   std::cout << TextTable(rows, host::OutputWidth());
 }
 
-void PrintJson(const nlohmann::ordered_json& value) { std::cout << Escaped(value.dump(2)) << '\n'; }
+void PrintJson(const nlohmann::ordered_json& value) { PrintJsonText(value.dump(2)); }
+
+void PrintJsonText(std::string_view json) { std::cout << Escaped(json) << '\n'; }
 
 void PrintJsonArray(std::size_t count,
                     const std::function<nlohmann::ordered_json(std::size_t)>& value) {

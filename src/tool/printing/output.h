@@ -5,6 +5,7 @@
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kit/failure.h"
@@ -17,6 +18,8 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows);
 
 /// Control characters are escaped, all of them.
 void PrintJson(const nlohmann::ordered_json& value);
+/// The same of a value that is written already.
+void PrintJsonText(std::string_view json);
 /// The same as of an array of `count` values, which are made one after the other.
 void PrintJsonArray(std::size_t count,
                     const std::function<nlohmann::ordered_json(std::size_t)>& value);

@@ -3,6 +3,7 @@
 #include "kit/failure.h"
 #include "kit/history/recorded_home.h"
 #include "kit/home.h"
+#include "kit/saving/save_watch.h"
 
 namespace zortunedex::kit {
 
@@ -47,6 +48,24 @@ TEST(Changes, ThatFailLeaveEverythingAsItWas) {
   ExpectRaised<Failure>("no", [&] { history::MakeChange(home.Settings(), fail); });
   EXPECT_EQ(kBeforeIt, home.Now());
   EXPECT_TRUE(home.Store().IsEmpty());
+}
+
+TEST(Changes, NameTheDirectoryWhereTheirWorkNamesTheCopy) {
+  const RecordedHome home(kBeforeIt);
+  const std::string path = home.Files().Path();
+  const auto raising = [&](const auto& raise) {
+    return [&] { history::MakeChange(home.Settings(), raise); };
+  };
+  ExpectRaised<Failure>(path + "/x, " + path + "/y", raising([](const std::string& copy) {
+                          throw Failure{E_FAIL, copy + "/x, " + copy + "/y"};
+                        }));
+  ExpectRaised<InvalidArgument>("not " + path, raising([](const std::string& copy) {
+                                  throw InvalidArgument{"not " + copy};
+                                }));
+  ExpectRaised<Failure>("in " + path + "; the file is unchanged",
+                        raising([](const std::string& copy) {
+                          throw FailedSave{E_FAIL, "in " + copy, "the file was replaced"};
+                        }));
 }
 
 TEST(Changes, OnTrialWriteNothingAtAll) {

@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "kit/interchange/loss_json.h"
+
 namespace zortunedex::kit {
 
 namespace {
@@ -37,9 +39,15 @@ TEST(LossReport, IsADocumentByCodeAndField) {
         {"code": "L202", "field": "freq", "count": 2, "channels": [
           {"index": 5, "name": "ZDF", "line": null, "value": 11361750, "became": 11362000},
           {"index": null, "name": "arte", "line": 12, "value": "x", "became": null}]}]})"),
-            interchange::LossJson({Direction::Export, "vdr", 7, 6, losses}));
+            interchange::LossDocument({Direction::Export, "vdr", 7, 6, losses}));
   EXPECT_EQ("import",
-            interchange::LossJson({Direction::Import, "vdr", 7, 6, losses}).at("direction"));
+            interchange::LossDocument({Direction::Import, "vdr", 7, 6, losses}).at("direction"));
+}
+
+TEST(LossReport, IsTextForHosts) {
+  const Losses losses = Some();
+  const interchange::LossReport report{Direction::Export, "vdr", 7, 6, losses};
+  EXPECT_EQ(interchange::LossDocument(report).dump(2), interchange::LossJson(report));
 }
 
 TEST(LossReport, IsALineACode) {
@@ -88,7 +96,7 @@ TEST(LossReport, CountsWhatIsMoreThanItKeeps) {
       "L202 number rounded, 2 times: freq\n"
       "L501 line not understood: left out, 4 times: line\n",
       interchange::LossText({Direction::Import, "vdr", 1, 1, again}));
-  const ordered_json document = interchange::LossJson({Direction::Import, "vdr", 1, 1, again});
+  const ordered_json document = interchange::LossDocument({Direction::Import, "vdr", 1, 1, again});
   std::size_t count = 0;
   std::size_t told = 0;
   for (const ordered_json& loss : document.at("losses")) {

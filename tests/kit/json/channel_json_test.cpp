@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kit/home.h"
+#include "kit/json/channel_text.h"
 #include "kit/model/channel_table.h"
 
 namespace zortunedex::kit {
@@ -32,6 +33,7 @@ TEST(ChannelJson, HoldsTheRecordAndItsBlock) {
   ordered_json rest = whole;
   rest.erase("block");
   EXPECT_EQ(rest, channel_json::Summary(channel));
+  EXPECT_EQ(whole.dump(2), ChannelJson(channel, location.signal, narrow));
 }
 
 TEST(ChannelJson, HasNoBlockWhereTheChannelHasNone) {

@@ -5,7 +5,7 @@
 
 #include "kit/failure.h"
 #include "kit/home.h"
-#include "kit/merge/merge_report.h"
+#include "kit/merge/merge_json.h"
 #include "kit/merge/merge_world.h"
 
 namespace zortunedex::kit {
@@ -413,7 +413,8 @@ TEST_F(MergeStory, PlanAsJson) {
   SetValueIn(Scan()[0], kSat, "CA", 1);
   Scan()[1] = Astra(0, "C", 12, 1022, 12000000);
   m_world.policy.scope = merge::Scope::Full;
-  const nlohmann::ordered_json json = merge::PlanJson(Merge(), merge::PlanKind::Diff);
+  const MergePlan plan = Merge();
+  const nlohmann::ordered_json json = merge::PlanDocument(plan, merge::PlanKind::Diff);
   EXPECT_EQ(
       R"({"tunedex":"diff","version":1,"summary":{"M105":1,"M201":1,"M301":1},"changes":[)"
       R"({"code":"M105","index":3,"identity":"S19.2E-1-1011-10","name":"A","fields":[)"
@@ -421,6 +422,7 @@ TEST_F(MergeStory, PlanAsJson) {
       R"({"code":"M301","index":4,"identity":"S19.2E-1-1011-11","name":"B","fields":[],"absent":1},)"
       R"({"code":"M201","index":5,"identity":"S19.2E-1-1022-12","name":"C","fields":[]}]})",
       json.dump());
+  EXPECT_EQ(json.dump(2), merge::PlanJson(plan, merge::PlanKind::Diff));
 }
 
 TEST_F(MergeStory, RefusesOtherListsAndEmptyScans) {

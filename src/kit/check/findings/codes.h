@@ -7,12 +7,14 @@
 
 namespace zortunedex::kit::check {
 
+/// How bad it is; the worst one first.
 enum class Severity : std::uint8_t {
   Error,    ///< data is unreadable, invisible, or lost at the next save
   Warning,  ///< a host behaves wrongly
   Note,     ///< to know
 };
 
+/// Whether it can be mended.
 enum class Repair : std::uint8_t {
   No,
   Yes,
@@ -31,6 +33,7 @@ enum class Option : std::uint8_t {
   CodePage,
 };
 
+/// What can be found. Rows of a table: they live as long as the program.
 struct Code {
   std::string_view name;  ///< "ZT020"
   Severity severity;

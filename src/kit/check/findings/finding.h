@@ -9,6 +9,7 @@
 
 namespace zortunedex::kit::check {
 
+/// One thing that a check found.
 struct Finding {
   const Code* code = nullptr;
   std::string file;                    ///< name without a folder

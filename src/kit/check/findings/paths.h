@@ -12,8 +12,10 @@ namespace zortunedex::kit::check {
 /// apart by their key, and where they have none by their number among those of the same name.
 class Paths {
  public:
+  /// The document has to stay.
   explicit Paths(const markup::Document& document) : m_document(document) {}
 
+  /// Of one of its elements.
   std::string Of(markup::Index element);
 
  private:

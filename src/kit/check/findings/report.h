@@ -28,6 +28,7 @@ class Report {
   Finding& AddAt(std::string_view code, std::size_t offset, markup::Index element,
                  const std::string& text);
 
+  /// The file's name.
   const std::string& File() const { return m_file; }
 
  private:

@@ -12,8 +12,10 @@ namespace zortunedex::kit::check {
 /// What becomes of a file's texts in the code page.
 class CodePageText {
  public:
+  /// The database has to stay.
   explicit CodePageText(const Database& database);
 
+  /// A text in the code page.
   struct Narrow {
     std::string bytes;
     bool isWhole = true;  ///< the code page has every character
@@ -26,6 +28,7 @@ class CodePageText {
 
   /// UTF-8 of bytes in the code page; nothing for bytes that are no text there.
   std::optional<std::string> Decode(std::string_view narrow);
+  /// Wide text of bytes in the code page.
   WideText ToWide(std::string_view narrow);
   /// The beginning of a narrow text, up to a limit and cut between two characters.
   std::string_view CutNarrow(std::string_view narrow, std::size_t limit);
@@ -38,6 +41,7 @@ class CodePageText {
   std::unordered_map<std::string, Narrow> m_known;
 };
 
+/// True for a text of ASCII alone.
 bool IsAscii(std::string_view text);
 
 }  // namespace zortunedex::kit::check

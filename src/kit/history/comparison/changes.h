@@ -11,11 +11,13 @@
 
 namespace zortunedex::kit::history {
 
+/// What became of it.
 enum class Kind { Added, Removed, Moved, Renamed, Changed };
 
 /// "added", "removed" ...
 const char* WordOf(Kind kind);
 
+/// A value that is another one, as people read it.
 struct FieldChange {
   std::string field;
   std::string from;  ///< "-" where there was none
@@ -33,12 +35,14 @@ struct ListKey {
   }
 };
 
+/// Which channel a change is about.
 struct ChannelPlace {
   ListKey list;
   UINT before = 0;  ///< its index; 0: it was not there
   UINT now = 0;     ///< 0: it is not there any more
 };
 
+/// One thing that is different.
 struct Change {
   Kind kind = Kind::Changed;
   std::string file;

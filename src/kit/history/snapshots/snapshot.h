@@ -52,6 +52,7 @@ std::string FileNameOf(Number number);
 /// The number in front of `end` where a name is one of that form.
 std::optional<Number> NumberOf(std::string_view name, std::string_view end);
 
+/// The text of the snapshot's file.
 std::string ToJson(const Snapshot& snapshot);
 /// Raises Damage or ForeignVersion. Names of files in what is answered are no paths.
 Snapshot SnapshotOf(Number number, std::string_view json);
@@ -62,6 +63,7 @@ struct Pending {
   Number target = 0;
 };
 
+/// The text of the file that says so.
 std::string ToJson(const Pending& pending);
 /// Raises Damage or ForeignVersion.
 Pending PendingOf(std::string_view json);

@@ -17,11 +17,13 @@ class Store {
   /// Reads what is there, and notes what is damaged. Failure for a history of another version.
   explicit Store(const std::string& directory);
 
+  /// As it was given.
   const std::string& Directory() const { return m_directory; }
   /// By number; those that can be read.
   const std::map<Number, Snapshot>& Snapshots() const { return m_snapshots; }
   /// The snapshot that the directory was brought to last; null where there is none.
   const Snapshot* Head() const;
+  /// A change that was begun and not ended: its process was killed, or works still.
   const std::optional<Pending>& InProgress() const { return m_pending; }
   /// True when nothing was recorded yet.
   bool IsEmpty() const { return m_snapshots.empty() && m_damage.empty(); }
@@ -43,6 +45,7 @@ class Store {
   /// True when these are the snapshot's files, which are checked as well; fails as Read does.
   bool Holds(const Snapshot& snapshot, const FileSet& files) const;
 
+  /// The number that the next snapshot gets.
   Number NextNumber() const { return m_last + 1; }
   /// Writes a snapshot, whose file comes last. Copies of files that are those of `parentFiles` are
   /// shared with it. Failure: nothing of it is left.
@@ -50,7 +53,9 @@ class Store {
                         const std::string& by);
   /// Says what is about to be done, and that it was.
   void Begin(const Pending& pending);
+  /// Says at which snapshot the directory is.
   void SetHead(Number number);
+  /// Takes back what Begin said.
   void End();
   /// Removes a snapshot, not the copies of its files. False when that did not work.
   bool Remove(Number number);

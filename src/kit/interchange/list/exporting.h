@@ -5,6 +5,7 @@
 
 namespace zortunedex::kit::interchange {
 
+/// What an export made, and what it left behind.
 struct Export {
   Output output;
   Losses losses;

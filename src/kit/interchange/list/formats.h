@@ -7,6 +7,7 @@
 
 namespace zortunedex::kit::interchange {
 
+/// All of them.
 std::span<const Format> Formats();
 /// By its name; null when there is none.
 const Format* FindFormat(std::string_view name);

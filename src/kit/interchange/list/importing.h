@@ -5,6 +5,7 @@
 
 namespace zortunedex::kit::interchange {
 
+/// Where the channels of a file come to stand.
 enum class Into {
   Empty,    ///< the list has no channels
   Append,   ///< behind its last channel
@@ -14,6 +15,7 @@ enum class Into {
 /// A file of many lines may lose more than memory holds: what is beyond this is counted.
 inline constexpr std::size_t kMostTold = 1'000'000;
 
+/// What an import makes of a list. Nothing is saved.
 struct Import {
   ChannelTable table;  ///< the list as it is to be
   std::size_t read = 0;

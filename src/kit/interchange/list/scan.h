@@ -9,6 +9,7 @@ namespace zortunedex::kit::interchange {
 /// where they do not.
 const Format* RecogniseFormat(const Input& input);
 
+/// The channels of a scan's file.
 struct Scan {
   ChannelTable table;
   std::size_t read = 0;  ///< channels that stand in the file, also those left out

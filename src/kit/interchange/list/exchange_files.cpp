@@ -1,21 +1,16 @@
-#include "tool/commands/running/exchange_files.h"
-
-#include <iostream>
+#include "kit/interchange/list/exchange_files.h"
 
 #include "kit/failure.h"
 #include "kit/files/data_files.h"
 #include "kit/files/folder.h"
 #include "kit/files/whole_file.h"
 #include "platform/host.h"
-#include "tool/printing/output.h"
 
-namespace zortunedex::kit::tool {
+namespace zortunedex::kit {
 
 namespace fs = std::filesystem;
 
-using interchange::Input;
-using interchange::Output;
-using interchange::OutputFile;
+namespace interchange {
 
 Input ReadInput(const std::string& path) {
   Input input;
@@ -34,7 +29,7 @@ Input ReadInput(const std::string& path) {
   return input;
 }
 
-void RequireFile(const Input& input, const interchange::Format& format, const std::string& path) {
+void RequireFile(const Input& input, const Format& format, const std::string& path) {
   if (input.isFolder && !format.isFolder) throw Failure{E_INVALIDARG, path + " is a folder"};
 }
 
@@ -54,24 +49,21 @@ void PutBack(const Replaced& file) {
   }
 }
 
-void PutBackAll(const std::vector<Replaced>& files) {
+void PutBackAll(const std::vector<Replaced>& files, const TakeNote& note) {
   for (const Replaced& file : files) {
     try {
       PutBack(file);
     } catch (const Failure& failure) {
-      PrintNote(file.path +
-                " is the new one, the old one could not be put back: " + failure.what());
+      Tell(note,
+           file.path + " is the new one, the old one could not be put back: " + failure.what());
     }
   }
 }
 
 }  // namespace
 
-void WriteOutputFiles(const Output& output, const std::string& path, bool isFolder) {
-  if (path.empty()) {
-    for (const OutputFile& file : output.files) std::cout << file.bytes;
-    return;
-  }
+void WriteFiles(const Output& output, const std::string& path, bool isFolder,
+                const TakeNote& note) {
   std::string cause;
   if (isFolder && !host::MakeFolder(path, cause)) {
     throw Failure{E_FAIL, path + " cannot be made: " + cause};
@@ -85,9 +77,11 @@ void WriteOutputFiles(const Output& output, const std::string& path, bool isFold
       replaced.push_back(std::move(old));
     }
   } catch (const Failure&) {
-    PutBackAll(replaced);
+    PutBackAll(replaced, note);
     throw;
   }
 }
 
-}  // namespace zortunedex::kit::tool
+}  // namespace interchange
+
+}  // namespace zortunedex::kit

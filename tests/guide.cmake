@@ -1,7 +1,8 @@
-# Runs an example of docs/cpp.md in a directory that has a copy of the samples, and holds what it prints
+# Runs an example of a guide in a directory that has a copy of the samples, and holds what it prints
 # against what stands there.
 #
-# PROGRAM: the program with what starts it. PRINTED: the file with the text. SAMPLES, WORK: directories.
+# PROGRAM: the program with what starts it. PRINTED: the file with the text. SAMPLES: the samples, WORK:
+# a directory.
 # LINES: the most lines that the example at SOURCE may have; 0 for any number.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${SAMPLES} DESTINATION ${WORK})

@@ -1,24 +1,19 @@
-#include "tool/commands/running/list_in_exchange.h"
+#include "kit/interchange/list/list_in_exchange.h"
 
 #include <filesystem>
 
 #include "kit/files/whole_file.h"
 #include "kit/satellites/catalogue.h"
 #include "kit/satellites/dish_settings.h"
-#include "tool/options/location.h"
 
-namespace zortunedex::kit::tool {
-
-using interchange::DishPosition;
-
+namespace zortunedex::kit::interchange {
 namespace {
 
 /// What the dishes of the directory are turned to, as far as it has a catalogue that says so.
-std::vector<DishPosition> DishPositions(const Options& options) {
+std::vector<DishPosition> DishPositions(const Location& location) {
   std::vector<DishPosition> positions;
-  const Location location = SatelliteLocation(options);
   std::error_code error;
-  const auto folder = whole_file::PathOf(options.directory);
+  const auto folder = whole_file::PathOf(location.directory);
   for (const char* file : {"SatelliteInfo.xml", "UserSettings.xml"}) {
     if (!std::filesystem::exists(folder / file, error)) return positions;
   }
@@ -37,13 +32,14 @@ std::vector<DishPosition> DishPositions(const Options& options) {
 
 }  // namespace
 
-ListInExchange::ListInExchange(const Options& options, const interchange::Format* format)
-    : m_list(LocationOf(options), options.unreadable),
+ListInExchange::ListInExchange(const Location& location, const Format* format,
+                               Unreadable unreadable, std::optional<UINT> codePage)
+    : m_list(location, unreadable),
       m_narrow(m_list.Source()),
-      m_context{*options.country, *options.signal, m_list.Source(), m_narrow, options.codePage} {
-  if (format != nullptr && format->usesDishes && *options.signal == InputSignalDVBSatellite) {
-    m_context.dishes = DishPositions(options);
+      m_context{location.country, location.signal, m_list.Source(), m_narrow, codePage} {
+  if (format != nullptr && format->usesDishes && location.signal == InputSignalDVBSatellite) {
+    m_context.dishes = DishPositions(location);
   }
 }
 
-}  // namespace zortunedex::kit::tool
+}  // namespace zortunedex::kit::interchange
