@@ -62,12 +62,13 @@ std::unique_ptr<LibraryLists> ListsOf(const Files& files, const Settings& settin
 }
 
 /// A check of files on a thread of its own, where there is a processor for it and a thread is to be
-/// had; else once it is asked for.
-std::future<Checked> CheckBeside(Files files, const Settings& settings) {
+/// had; else once it is asked for. Takes the bytes out of the files, which have to stay until then:
+/// what cannot be started on a thread is started again, and must not have been moved before.
+std::future<Checked> CheckBeside(Files& files, const Settings& settings) {
   const bool isAlone = std::thread::hardware_concurrency() == 1;
   const auto inTurn = std::launch::deferred;
   return std::async(isAlone ? inTurn : std::launch::async | inTurn,
-                    [files = std::move(files), &settings, locale = ThreadLocale()]() mutable {
+                    [&files, &settings, locale = ThreadLocale()] {
                       locale.TakeOver();
                       [[maybe_unused]] const Component component;
                       return Checker(settings).Check(std::move(files));
@@ -186,7 +187,7 @@ std::vector<Finding> CheckDirectory(const std::string& directory, const Settings
   Checker checker(capped);
   Files files = ReadFiles(directory);
   const std::unique_ptr<LibraryLists> lists = ListsOf(files, capped);
-  std::future<Checked> checking = CheckBeside(std::move(files), capped);
+  std::future<Checked> checking = CheckBeside(files, capped);
   if (lists != nullptr) lists->OpenFirst();
   Checked checked = checking.get();
   MoveInto(checker.Compare(checked.documents, lists.get()), checked.findings);
