@@ -1,5 +1,7 @@
 #include "kit/interchange/list/exchange_files.h"
 
+#include <algorithm>
+
 #include "kit/failure.h"
 #include "kit/files/data_files.h"
 #include "kit/files/folder.h"
@@ -18,6 +20,7 @@ Input ReadInput(const std::string& path) {
   if (fs::is_directory(whole_file::PathOf(path), error)) {
     input.isFolder = true;
     input.names = NamesIn(path);
+    std::ranges::sort(input.names);
     input.read = [path](const std::string& name) {
       return whole_file::Read(whole_file::PathOf(data_files::PathOf(path, name)));
     };
