@@ -167,6 +167,13 @@ TEST(Dishes, WrongUsageIsNamed) {
   refuse("--low: '4294967296' is no number of 32 bits", {"--low", "4294967296"});
 }
 
+TEST(Dishes, AnIdMayBeEmpty) {
+  const Home home(kEmpty);
+  home.Files().Write("SatelliteInfo.xml", CatalogueFile("<Satellite id='' name='Odd'/>"));
+  EXPECT_EQ("1\n", home.Run({"dishes", "assign", "2", "Odd", "--band", "c", "--low", "1"}).out);
+  EXPECT_EQ(std::vector<std::string>{"2.1  C-Band 1/1/0"}, home.List());
+}
+
 TEST(Dishes, IdsWithQuotesAreWrittenOnce) {
   const Home home;
   ExpectStatus(0, home.Assign("1", "Odd"));

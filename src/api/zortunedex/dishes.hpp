@@ -62,18 +62,7 @@ class dish_list {
       const char* reason = text.empty() ? "a text is empty" : detail::WhyRefused(text);
       if (reason != nullptr) throw error(E_INVALIDARG, "assign a satellite to", Name(dish), reason);
     }
-    const auto isOlder = [&](const dish_satellite& other) {
-      return other.id == entry.id && other.band == entry.band;
-    };
-    const auto first = std::find_if(entries.begin(), entries.end(), isOlder);
-    const auto place = static_cast<unsigned>(first - entries.begin()) + 1;
-    if (first == entries.end()) {
-      entries.push_back(entry);
-    } else {
-      *first = entry;
-      entries.erase(std::remove_if(first + 1, entries.end(), isOlder), entries.end());
-    }
-    return place;
+    return Put(entries, entry);
   }
   /// Takes away what stands at a place of a dish. Raises an error where nothing does.
   void remove(unsigned dish, unsigned place) {
@@ -93,6 +82,20 @@ class dish_list {
  private:
   friend struct detail::DishAccess;
 
+  static unsigned Put(std::vector<dish_satellite>& entries, const dish_satellite& entry) {
+    const auto isOlder = [&](const dish_satellite& other) {
+      return other.id == entry.id && other.band == entry.band;
+    };
+    const auto first = std::find_if(entries.begin(), entries.end(), isOlder);
+    const auto place = static_cast<unsigned>(first - entries.begin()) + 1;
+    if (first == entries.end()) {
+      entries.push_back(entry);
+    } else {
+      *first = entry;
+      entries.erase(std::remove_if(first + 1, entries.end(), isOlder), entries.end());
+    }
+    return place;
+  }
   static std::string Name(unsigned dish) { return "dish " + std::to_string(dish); }
   static std::size_t PlaceOf(unsigned dish) {
     if (dish >= 1 && dish <= count) return dish - 1;
@@ -121,6 +124,10 @@ using DishTable = std::array<std::vector<dish_satellite>, dish_list::count>;
 struct DishAccess {
   static DishTable& Of(dish_list& list) { return list.m_dishes; }
   static const DishTable& Of(const dish_list& list) { return list.m_dishes; }
+  /// dish_list::assign for a dish from 1 to 4 and texts that somebody else judges.
+  static unsigned Put(dish_list& list, unsigned dish, const dish_satellite& entry) {
+    return dish_list::Put(list.m_dishes[dish - 1], entry);
+  }
 };
 
 inline ComPtr<IDishSatInfoMgr> DishesOf(const Opened& database, const std::string& file) {

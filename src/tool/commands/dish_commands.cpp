@@ -91,7 +91,7 @@ void AssignSatellite(const Options& options) {
   const Location location = SatelliteLocation(options);
   const DishSatellite entry = MakeAssignment(ReadCatalogue(location), options);
   Dishes dishes = ReadDishes(location, options.unreadable);
-  const unsigned index = dishes.assign(options.dish, entry);
+  const unsigned index = detail::DishAccess::Put(dishes, options.dish, entry);
   Save(std::move(dishes), options);
   if (!options.json) std::cout << index << '\n';
 }
