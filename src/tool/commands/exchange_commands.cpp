@@ -1,5 +1,6 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
@@ -12,6 +13,7 @@
 #include "tool/commands/commands.h"
 #include "tool/commands/running/exchange_files.h"
 #include "tool/commands/running/exit_status.h"
+#include "tool/commands/running/file_units.h"
 #include "tool/commands/running/list_in_exchange.h"
 #include "tool/printing/losses.h"
 #include "tool/printing/output.h"
@@ -52,7 +54,8 @@ void ExportChannels(const Options& options) {
   const ExchangeOptions& exchange = options.exchange;
   const ChannelMatcher matcher(options.filter, *options.signal);
   const ListInExchange list(options, options.exchange.format);
-  const std::vector<Channel> channels = matcher.Matching(list.List().Channels(), list.Narrow());
+  const std::vector<Channel> channels = FromFileUnit(
+      matcher.Matching(list.List().Channels(), list.Narrow()), *options.signal, exchange.fileUnit);
   interchange::ExportRequest request{list.Context(), channels};
   request.names = exchange.names;
   if (!exchange.tables.empty()) request.tuning = interchange::ReadTuningTables(exchange.tables);
@@ -73,14 +76,32 @@ void ImportChannels(const Options& options) {
   const ExchangeOptions& exchange = options.exchange;
   const interchange::Input input = ReadInput(exchange.file);
   RequireFile(input, *exchange.format, exchange.file);
+  // A format without a head would take it for a list without channels.
+  if (!input.isFolder && input.bytes.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw Failure{E_INVALIDARG, exchange.file + " is empty"};
+  }
   const ListInExchange list(options, options.exchange.format);
   const Into into = IntoWhat(options, list.List());
-  const interchange::Import made = interchange::ImportChannels(
+  interchange::Import made = interchange::ImportChannels(
       *exchange.format, input, {list.Context(), list.List().Channels(), exchange.position}, into);
+  // An order brings no channels.
+  if (exchange.format->readBack == nullptr) {
+    const std::size_t first = made.table.channels.size() - made.taken;
+    for (std::size_t i = first; i < made.table.channels.size(); ++i) {
+      Channel& channel = made.table.channels[i];
+      channel = ToFileUnit(std::move(channel), *options.signal, exchange.fileUnit, made.losses);
+    }
+  }
+  const LossReport report{interchange::Direction::Import, exchange.format->name, made.read,
+                          made.taken, made.losses};
+  // A file of other signals would leave an empty list.
+  if (into == Into::Replace && made.read != 0 && made.taken == 0) {
+    Report(report, options);
+    throw Failure{E_INVALIDARG,
+                  exchange.file + " has no channel for this list, which stays as it is"};
+  }
   SaveTable(options.directory, made.table, {options.format, PrintNote, options.unreadable});
-  Report(
-      {interchange::Direction::Import, exchange.format->name, made.read, made.taken, made.losses},
-      options);
+  Report(report, options);
   if (!options.json) {
     std::cout << CountText(made.read) << " read, " << made.taken << " imported\n";
   }

@@ -1,6 +1,7 @@
 // A scan into the list, and a list against another one.
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "kit/failure.h"
@@ -16,6 +17,7 @@
 #include "tool/commands/commands.h"
 #include "tool/commands/running/exchange_files.h"
 #include "tool/commands/running/exit_status.h"
+#include "tool/commands/running/file_units.h"
 #include "tool/commands/running/list_in_exchange.h"
 #include "tool/options/groups/exchange_options.h"
 #include "tool/options/location.h"
@@ -98,9 +100,10 @@ class Merging {
     }
     if (!isDirectory) m_file = ReadScanFile(options);
     m_list.emplace(options, m_file.format);
-    m_table = {*options.country, *options.signal, m_list->List().Channels()};
+    m_table = {*options.country, *options.signal, Ours(m_list->List().Channels())};
     m_scan = isDirectory ? ReadScannedDirectory({path, *options.country, *options.signal})
                          : ReadFromFile();
+    if (isDirectory) m_scan.channels = Ours(m_scan.channels);
     m_policy = options.merging.policy;
     m_policy.utf8 = [this](std::string_view narrow) {
       return utf::FromWide(m_list->Narrow().ToWide(narrow));
@@ -116,11 +119,40 @@ class Merging {
     return merge::PlanMerge(m_table, base, m_scan, m_policy);
   }
 
+  /// The list as it is to be, as the directory has it.
+  ChannelTable ToSave(const MergePlan& plan) const {
+    std::map<UINT, std::size_t> places;
+    for (const merge::Change& change : plan.changes) {
+      if (change.inList && change.resultIndex != 0) places[change.resultIndex] = *change.inList;
+    }
+    ChannelTable table = merge::Apply(plan);
+    interchange::Losses none;
+    for (Channel& channel : table.channels) {
+      const auto place = places.find(channel.index);
+      channel = place == places.end()
+                    ? ToFileUnit(channel, *m_options.signal, Unit(), none)
+                    : ToFileUnit(channel, m_list->List().Channels()[place->second],
+                                 *m_options.signal, Unit());
+    }
+    return table;
+  }
+
  private:
+  FileUnit Unit() const { return m_options.exchange.fileUnit; }
+
+  std::vector<Channel> Ours(const std::vector<Channel>& channels) const {
+    return FromFileUnit(channels, *m_options.signal, Unit());
+  }
+
   ChannelTable ReadFromFile() const {
     const std::vector<Channel> none;
     interchange::Scan scan = interchange::ReadScan(*m_file.format, m_file.input,
                                                    {Context(), none, m_options.exchange.position});
+    // What the directory cannot hold is no change of the broadcaster's.
+    for (Channel& channel : scan.table.channels) {
+      channel = ToFileUnit(std::move(channel), *m_options.signal, Unit(), scan.losses);
+    }
+    scan.table.channels = Ours(scan.table.channels);
     PrintLosses({interchange::Direction::Import, m_file.format->name, scan.read,
                  scan.table.channels.size(), scan.losses});
     return std::move(scan.table);
@@ -184,7 +216,7 @@ void MergeChannels(const Options& options) {
   const std::optional<MergeBase> base = BaseOf(options, merging);
   const MergePlan plan = merging.Plan(base ? &*base : nullptr);
   if (plan.changesList) {
-    SaveTable(options.directory, merge::Apply(plan),
+    SaveTable(options.directory, merging.ToSave(plan),
               {options.format, PrintNote, options.unreadable});
   }
   whole_file::Replace(history::PathOf(options.directory, NameOfBase(options)),

@@ -10,7 +10,12 @@
 
 namespace zortunedex::kit::tool {
 
+/// The unit of all frequencies of a directory. Symbol rates are in symbols where it is the hertz,
+/// else in thousands.
+enum class FileUnit { Hertz, Kilohertz, Megahertz };
+
 struct ExchangeOptions {
+  FileUnit fileUnit = FileUnit::Kilohertz;
   const interchange::Format* format = nullptr;
   std::set<std::string> given;  ///< options that not every format takes
   interchange::Names names = interchange::Names::Shown;
