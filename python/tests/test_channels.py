@@ -144,6 +144,14 @@ class Values(HomeTest):
             self.assertEqual(e[1].favorite_mark, 7)
             e[1].favorite = False
             self.assertEqual((e[1].favorite_mark, e[1]["favor"]), (0, 0))
+            e[1].lock = 1
+            self.assertIs(e[1].lock, True)
+
+    def test_an_attribute_that_is_spelt_wrong_is_refused(self) -> None:
+        with self.open() as db, db.edit() as e:
+            for channel in (db.channels[1], e[1], e.new()):
+                with self.assertRaisesRegex(AttributeError, "favourite"):
+                    channel.favourite = True  # type: ignore[attr-defined]
 
 
 class Refused(HomeTest):
@@ -179,6 +187,12 @@ class Refused(HomeTest):
                 ("modulation", 20, "not 20"), ("polarisation", "H", "LinearH, ")):
             self.refused(zt.InvalidValue, message, name, value)
         self.refused(zt.InvalidValue, "from 0 to 65535", "CNI0", 65536, 49, "AnalogCable")
+
+    def test_marks_are_refused_where_they_enter(self) -> None:
+        for name in ("favorite", "lock"):
+            for value in ("no", "", None, 0.0):
+                self.refused(zt.InvalidValue, f"channel 1, {name}: takes True or False, not",
+                             name, value)
 
     def test_what_the_file_does_not_keep_is_refused(self) -> None:
         self.refused(zt.InvalidValue, "length of its list", "numOfVideoStreams", 3)

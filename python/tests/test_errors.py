@@ -37,6 +37,12 @@ class Opening(HomeTest):
             with self.assertRaisesRegex(zt.InvalidValue, "country: takes a number from 0"):
                 self.open(country)  # type: ignore[arg-type]
 
+    def test_a_time_to_wait_that_is_none(self) -> None:
+        for wait in (-1, float("nan"), "10", None):
+            with self.assertRaisesRegex(zt.InvalidValue, "wait: takes seconds, 0 or more"):
+                self.open(wait=wait)
+        self.assertEqual(58, len(self.open(wait=0).channels))
+
     def test_what_errors_are_beside(self) -> None:
         self.assertTrue(issubclass(zt.InvalidValue, ValueError))
         self.assertTrue(issubclass(zt.UnknownField, LookupError))

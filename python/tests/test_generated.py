@@ -1,8 +1,10 @@
 """The module of slots and tables is what the headers say."""
 import ctypes
+import os
 import re
 import subprocess
 import sys
+import tempfile
 import unittest
 
 from support import ROOT
@@ -20,6 +22,14 @@ class Generated(unittest.TestCase):
                               check=True, capture_output=True).stdout.decode("utf-8")
         committed = (ROOT / "python" / "zortunedex" / "_generated.py").read_text(encoding="utf-8")
         self.assertEqual(made, committed, "run scripts/generate-python")
+
+    def test_the_generator_makes_no_files_of_options(self) -> None:
+        script = str(ROOT / "scripts" / "generate-python")
+        with tempfile.TemporaryDirectory() as folder:
+            for words, status in ((["--help"], 0), (["--check"], 1), (["a", "b"], 1)):
+                ended = subprocess.run([sys.executable, script, *words], cwd=folder, check=False,
+                                       capture_output=True)
+                self.assertEqual((ended.returncode, os.listdir(folder)), (status, []), words)
 
     def test_slots_are_those_of_the_type_library(self) -> None:
         text = without_comments((ROOT / "src" / "module" / "ZorTunedex.idl").read_text())

@@ -12,7 +12,7 @@ from ._layout import ComponentTable, Field, Layout, StreamTable
 from ._streams import COMPONENTS, Streams
 from ._texts import check_text, text_limits, up_to_zero
 from ._values import read_value, write_value
-from ._words import WORDS, as_read, whole_number
+from ._words import WORDS, as_read, truth, whole_number
 
 if TYPE_CHECKING:
     from ._texts import Derived, Texts
@@ -81,6 +81,9 @@ class Channel:
     four tuning parameters of a satellite channel), or :class:`Streams`. ``fields()`` names them.
     Channels of ``db.channels`` cannot be changed; those of ``db.edit()`` and ``new()`` can.
     """
+
+    # An attribute that is spelt wrong is an error, and not one more attribute.
+    __slots__ = ("_signal", "_layout", "_texts", "_record", "_block", "_frozen", "_derived")
 
     def __init__(self, signal: Signal, texts: "Texts", record: Record = Record(),
                  block: Optional[bytes] = None) -> None:
@@ -168,8 +171,9 @@ class Channel:
 
     @favorite.setter
     def favorite(self, favorite: bool) -> None:
-        if bool(favorite) != self.favorite:
-            self._set_record("Favorite", int(bool(favorite)))
+        wanted = truth(favorite, self._where("favorite"))
+        if wanted != self.favorite:
+            self._set_record("Favorite", int(wanted))
 
     @property
     def favorite_mark(self) -> int:
@@ -187,7 +191,7 @@ class Channel:
 
     @lock.setter
     def lock(self, lock: bool) -> None:
-        self._set_record("Lock", int(bool(lock)))
+        self._set_record("Lock", int(truth(lock, self._where("lock"))))
 
     @property
     def service_type(self) -> Optional[Service]:

@@ -13,7 +13,7 @@ from ._library import PathLike, load
 from ._presets import PresetArea, PresetChange, PresetList, Presets, read_presets
 from ._satellites import (DishEdit, DishSatellite, Lnb, Satellite, read_catalogue, read_dishes)
 from ._session import scan
-from ._words import signal_of, whole_number
+from ._words import seconds, signal_of, whole_number
 
 _Result = TypeVar("_Result")
 
@@ -30,7 +30,7 @@ class Database:
         """The telephone country code of the list of channels."""
         self.directory = data_directory(directory)
         """Where the files are."""
-        self._wait = wait
+        self._wait = seconds(wait, "wait")
         self._library = load(library)
         channels, self._texts = scan(self._library, self.directory.resolve(), self.country,
                                      self.signal)

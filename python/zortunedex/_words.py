@@ -57,6 +57,20 @@ def whole_number(value: object, low: int, high: int, where: str) -> int:
     return number
 
 
+def truth(value: object, where: str) -> bool:
+    """True or False, or a number; a text such as "no" would be true."""
+    if not isinstance(value, int):
+        raise InvalidValue(f"takes True or False, not {value!r}", where)
+    return bool(value)
+
+
+def seconds(value: object, where: str) -> float:
+    """A time to wait."""
+    if not isinstance(value, (int, float)) or not value >= 0:
+        raise InvalidValue(f"takes seconds, 0 or more, not {value!r}", where)
+    return float(value)
+
+
 def signal_of(signal: Union[str, int]) -> Signal:
     """A signal type whose channels the file holds, by its name or number."""
     name = signal.lower() if isinstance(signal, str) else ""

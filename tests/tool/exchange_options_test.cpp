@@ -65,6 +65,16 @@ TEST_F(ExchangeOptions, TablesOfTranspondersFillWhatTheListLacks) {
   EXPECT_TRUE(Holds(Exported("64", "dvbv5", tables), "MODULATION = PSK/8"));
   EXPECT_TRUE(
       Holds(Exported("64", "m3u", {"--tuning-from", tables[1], "--url", "{msys}"}), "dvbs2"));
+  m_files.Write("tables/Astra-19.2E",
+                m_files.Read("tables/Astra-19.2E") + "\tROLLOFF = 20\n\tPILOT = OFF\n");
+  EXPECT_TRUE(Holds(Exported("64", "vdr", tables), ":HC23M5N0O20S1:"));
+  EXPECT_TRUE(Holds(Exported("64", "dvbv5", tables), "\tPILOT = OFF\n\tROLLOFF = 20\n"));
+  EXPECT_TRUE(
+      Holds(Exported("64", "m3u",
+                     {"--tuning-from", tables[1], "--target", "satip", "--host", "192.0.2.7"}),
+            "&msys=dvbs2&mtype=8psk&ro=0.20&plts=off&sr=22000&"));
+  Exported("64", "enigma2", {"--tuning-from", tables[1], "-o", m_files.File("receiver")});
+  EXPECT_TRUE(Holds(m_files.Read("receiver/lamedb5"), ":2:192:2:0:1:2:2:0\n"));
   const NothingWritten nothing(m_home);
   ExpectStatus(1, Export("64", "vdr", {"--tuning-from", m_files.File("none")}));
   fs::remove(m_files.File("tables/Astra-19.2E"));
@@ -191,6 +201,67 @@ TEST_F(ExchangeOptions, ABatchImports) {
       m_home.RunBatch(kGermany, "5", import + "--replace\n", {"--json"}).Json();
   EXPECT_EQ("loss", printed.at("commands")[0].at("result").at("tunedex"));
   EXPECT_EQ(2U, m_home.Channels(kGermany, "5").size());
+}
+
+/// Frequencies in hertz go out in the formats' own units, and stay what they are to the hertz.
+TEST_F(ExchangeOptions, DirectoriesMayBeInHertz) {
+  const DataDirectory hertz(DataDirectory::Start::Empty);
+  const auto run = [&](Arguments arguments) { return hertz.Run(kGermany, "80", arguments); };
+  m_files.Write("own.csv", "name,freq,serviceID,ONID\nOne,506166667,1,1\n");
+  ExpectStatus(0, run({"channels", "import", m_files.File("own.csv"), "--format", "csv"}));
+  const Outcome out = run({"channels", "export", "--format", "vdr", "--file-unit", "hz"});
+  EXPECT_TRUE(Holds(out.out, "One:506167:B8")) << out.out;
+  m_files.Write("scan.conf",
+                "One:506167:B8:T:0:7:0:0:0:1:1:0:0\nTwo:474000:B8:T:0:7:0:0:0:2:1:0:0\n");
+  const Outcome plan = run({"--json", "channels", "merge", m_files.File("scan.conf"), "--format",
+                            "vdr", "--file-unit", "hz"});
+  ExpectStatus(0, plan);
+  EXPECT_EQ((ordered_json{{"M105", 1}, {"M201", 1}}), plan.Json().at("summary"));
+  const auto frequencies = [&] {
+    std::vector<std::uint32_t> found;
+    for (const ordered_json& channel : hertz.Channels(kGermany, "80")) {
+      found.push_back(channel.at("frequency"));
+    }
+    return found;
+  };
+  EXPECT_EQ((std::vector<std::uint32_t>{506166667, 474000000}), frequencies());
+  m_files.Write("more.csv", "name,freq,serviceID\nThree,5000000,3\n");
+  const Outcome in = run({"channels", "import", m_files.File("more.csv"), "--format", "csv",
+                          "--append", "--file-unit", "hz"});
+  ExpectStatus(0, in);
+  EXPECT_TRUE(Holds(in.err, "L503 value out of range: left out, once: freq\n")) << in.err;
+  EXPECT_EQ((std::vector<std::uint32_t>{506166667, 474000000, 0}), frequencies());
+  ExpectStatus(2, run({"channels", "export", "--format", "vdr", "--file-unit", "ghz"}));
+}
+
+TEST_F(ExchangeOptions, DirectoriesMayBeInMegahertz) {
+  const DataDirectory mega(DataDirectory::Start::Empty);
+  const auto run = [&](Arguments arguments) {
+    arguments.insert(arguments.end(), {"--file-unit", "mhz"});
+    return mega.Run(kGermany, "64", arguments);
+  };
+  m_files.Write("list.csv",
+                "name,freq,symbolRate,serviceID,ONID,TSID,LNB_LowFreq,LNB_HighFreq,LNB_SwitchFreq\n"
+                "One,11493750,22000,1,1,5,9750000,10600000,11700000\n");
+  const Outcome in = run({"channels", "import", m_files.File("list.csv"), "--format", "csv"});
+  ExpectStatus(0, in);
+  EXPECT_EQ("L202 number rounded, once: freq\n", in.err);
+  const ordered_json stored = mega.Channels(kGermany, "64")[0];
+  EXPECT_EQ(11494, stored.at("frequency"));
+  EXPECT_EQ(22000, stored.at("block").at("SatelliteParams").at("symbolRate"));
+  const std::string out = run({"channels", "export", "--format", "dvbv5"}).out;
+  EXPECT_TRUE(Holds(out, "\tLNB = EXTENDED\n")) << out;
+  EXPECT_TRUE(Holds(out, "\tFREQUENCY = 11494000\n")) << out;
+  EXPECT_TRUE(Holds(out, "\tSYMBOL_RATE = 22000000\n")) << out;
+  for (int time = 0; time < 2; ++time) {
+    const Outcome plan = run({"--json", "channels", "merge", m_files.File("list.csv")});
+    ExpectStatus(0, plan);
+    EXPECT_EQ((ordered_json{{"M100", 1}}), plan.Json().at("summary")) << plan.out;
+  }
+  EXPECT_EQ(stored, mega.Channels(kGermany, "64")[0]);
+  // Read in thousands as they stand these would be beyond 32 bits.
+  ExpectStatus(1, m_home.Run(kGermany, "64",
+                             {"channels", "export", "--format", "vdr", "--file-unit", "mhz"}));
 }
 
 TEST_F(ExchangeOptions, ABatchThatCannotImportChangesNothing) {

@@ -176,6 +176,49 @@ TEST(Exchange, EscapesWhatFilesHold) {
   EXPECT_NE(std::string::npos, in.err.find("a\\x1B[2J"));
 }
 
+TEST(Exchange, RefusesEmptyFiles) {
+  const Samples directory;
+  const std::string file = directory.Files().File("list");
+  for (const char* bytes : {"", "\r\n \n"}) {
+    directory.Files().Write("list", bytes);
+    const NothingWritten watch(directory);
+    for (const char* format : {"csv", "json", "dvbv5", "vdr", "enigma2", "m3u"}) {
+      SCOPED_TRACE(format);
+      const Outcome refused =
+          directory.Run("49", "64", {"channels", "import", file, "--format", format, "--replace"});
+      ExpectStatus(1, refused);
+      EXPECT_NE(std::string::npos, refused.err.find("is empty")) << refused.err;
+    }
+  }
+}
+
+TEST(Exchange, ReplacesNoListByNothing) {
+  const Samples directory;
+  directory.Files().Write("t.conf", "One:474000:B8:T:0:1:2:0:0:5:1:2:0\n");
+  const std::vector<std::string> words = {"channels", "import", directory.Files().File("t.conf"),
+                                          "--format", "vdr",    "--replace"};
+  {
+    const NothingWritten watch(directory);
+    const Outcome refused = directory.Run("49", "64", words);
+    ExpectStatus(1, refused);
+    EXPECT_NE(std::string::npos, refused.err.find("L402")) << refused.err;
+    EXPECT_NE(std::string::npos, refused.err.find("no channel for this list")) << refused.err;
+  }
+  ExpectStatus(0, directory.Run("49", "80", words));
+  EXPECT_EQ(1U, directory.Channels("49", "80").size());
+}
+
+TEST(Exchange, ReportsBytesThatAreNoText) {
+  const Samples directory;
+  directory.Files().Write("list.csv", "name,k\xFF,freq\n\xE4,1,5\n");
+  const Outcome done =
+      directory.Run("49", "5",
+                    {"--json", "channels", "import", directory.Files().File("list.csv"), "--format",
+                     "csv", "--append"});
+  ExpectStatus(0, done);
+  EXPECT_EQ(2U, done.Json().at("losses").size());
+}
+
 TEST(Exchange, RefusesFilesThatAreNothingOfTheKind) {
   const Samples directory;
   const std::string file = directory.Files().File("list");

@@ -15,13 +15,24 @@ using nlohmann::ordered_json;
 namespace interchange {
 namespace {
 
+/// Files may hold bytes that are no text, and a document nothing else.
+ordered_json TextJson(const std::string& bytes) {
+  constexpr auto kReplace = ordered_json::error_handler_t::replace;
+  return ordered_json::parse(ordered_json(bytes).dump(-1, ' ', false, kReplace));
+}
+
+ordered_json ValueJson(const FieldValue& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  return text != nullptr ? TextJson(*text) : channel_json::ToJson(value);
+}
+
 ordered_json ChannelJson(const Loss& loss) {
   ordered_json channel = ordered_json::object();
   channel["index"] = loss.place.index ? ordered_json(*loss.place.index) : ordered_json(nullptr);
-  channel["name"] = loss.place.name;
+  channel["name"] = TextJson(loss.place.name);
   channel["line"] = loss.place.line != 0 ? ordered_json(loss.place.line) : ordered_json(nullptr);
-  channel["value"] = channel_json::ToJson(loss.value);
-  channel["became"] = channel_json::ToJson(loss.became);
+  channel["value"] = ValueJson(loss.value);
+  channel["became"] = ValueJson(loss.became);
   return channel;
 }
 
@@ -69,7 +80,7 @@ ordered_json LossDocument(const LossReport& report) {
   for (const auto& [key, group] : groups) {
     ordered_json loss = ordered_json::object();
     loss["code"] = CodeName(key.first);
-    loss["field"] = key.second;
+    loss["field"] = TextJson(key.second);
     const auto more = key.second.empty() ? beyond.find(key.first) : beyond.end();
     loss["count"] = group.size() + (more == beyond.end() ? 0 : more->second);
     ordered_json& channels = loss["channels"] = ordered_json::array();

@@ -35,6 +35,8 @@ struct Tuning {
   System system = System::Unknown;
   ModulationType modulation = BDA_MOD_NOT_SET;
   SpectralInversion inversion = BDA_SPECTRAL_INVERSION_NOT_SET;
+  std::uint32_t rollOff = 0;    ///< of the second generation, in percent; 0: not known
+  std::optional<bool> pilot;    ///< of the second generation
   std::uint32_t bandwidth = 0;  ///< MHz; 0: not known
   std::uint32_t rfChannel = 0;  ///< 0: not known
   std::uint32_t dish = 0;       ///< 1 to 4; 0: not known

@@ -1,4 +1,5 @@
 #include <iostream>
+#include <utility>
 
 #include "kit/failure.h"
 #include "kit/files/whole_file.h"
@@ -63,7 +64,8 @@ void ExportChannels(const Options& options) {
   const ChannelMatcher matcher(options.filter, *options.signal);
   const ListInExchange list(LocationOf(options), exchange.format, options.unreadable,
                             options.codePage);
-  const std::vector<Channel> channels = matcher.Matching(list.List().Channels(), list.Narrow());
+  const std::vector<Channel> channels = interchange::FromFileUnit(
+      matcher.Matching(list.List().Channels(), list.Narrow()), *options.signal, exchange.fileUnit);
   interchange::ExportRequest request{list.Context(), channels};
   request.names = exchange.names;
   if (!exchange.tables.empty()) request.tuning = interchange::ReadTuningTables(exchange.tables);
@@ -84,15 +86,34 @@ void ImportChannels(const Options& options) {
   const ExchangeOptions& exchange = options.exchange;
   const interchange::Input input = interchange::ReadInput(exchange.file);
   interchange::RequireFile(input, *exchange.format, exchange.file);
+  // A format without a head would take it for a list without channels.
+  if (!input.isFolder && input.bytes.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw Failure{E_INVALIDARG, exchange.file + " is empty"};
+  }
   const ListInExchange list(LocationOf(options), exchange.format, options.unreadable,
                             options.codePage);
   const Into into = IntoWhat(options, list.List());
-  const interchange::Import made = interchange::ImportChannels(
+  interchange::Import made = interchange::ImportChannels(
       *exchange.format, input, {list.Context(), list.List().Channels(), exchange.position}, into);
+  // An order brings no channels.
+  if (exchange.format->readBack == nullptr) {
+    const std::size_t first = made.table.channels.size() - made.taken;
+    for (std::size_t i = first; i < made.table.channels.size(); ++i) {
+      Channel& channel = made.table.channels[i];
+      channel = interchange::ToFileUnit(std::move(channel), *options.signal, exchange.fileUnit,
+                                        made.losses);
+    }
+  }
+  const LossReport report{interchange::Direction::Import, exchange.format->name, made.read,
+                          made.taken, made.losses};
+  // A file of other signals would leave an empty list.
+  if (into == Into::Replace && made.read != 0 && made.taken == 0) {
+    Report(report, options);
+    throw Failure{E_INVALIDARG,
+                  exchange.file + " has no channel for this list, which stays as it is"};
+  }
   SaveTable(options.directory, made.table, {options.format, PrintNote, options.unreadable});
-  Report(
-      {interchange::Direction::Import, exchange.format->name, made.read, made.taken, made.losses},
-      options);
+  Report(report, options);
   if (!options.json) {
     std::cout << CountText(made.read) << " read, " << made.taken << " imported\n";
   }

@@ -51,7 +51,8 @@ ScanSource OpenScan(const Options& options) {
 class Merging {
  public:
   explicit Merging(const Options& options)
-      : m_merge({LocationOf(options), options.merging.policy, options.unreadable, options.codePage},
+      : m_merge({LocationOf(options), options.merging.policy, options.unreadable, options.codePage,
+                 options.exchange.fileUnit},
                 OpenScan(options)) {
     if (const auto losses = m_merge.Losses()) PrintLosses(*losses);
   }

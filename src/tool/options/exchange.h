@@ -7,10 +7,12 @@
 #include <string>
 
 #include "kit/interchange/format.h"
+#include "kit/interchange/services/file_units.h"
 
 namespace zortunedex::kit::tool {
 
 struct ExchangeOptions {
+  interchange::FileUnit fileUnit = interchange::FileUnit::Kilohertz;
   const interchange::Format* format = nullptr;
   std::set<std::string> given;  ///< options that not every format takes
   interchange::Names names = interchange::Names::Shown;

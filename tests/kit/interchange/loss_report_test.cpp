@@ -71,6 +71,20 @@ TEST(LossReport, ShortensWhatFilesCallTheirKeys) {
             interchange::LossText({Direction::Import, "csv", 1, 1, losses}));
 }
 
+TEST(LossReport, IsADocumentOfBytesThatAreNoText) {
+  Losses losses;
+  losses.Add(Code::KeyUnknown, "k\xFF", {std::nullopt, "n\xC3", 3}, std::string("v\xE4u"),
+             std::string("b\x80"));
+  const ordered_json document = interchange::LossJson({Direction::Import, "csv", 1, 1, losses});
+  EXPECT_NE("", document.dump());
+  const ordered_json& loss = document.at("losses").at(0);
+  EXPECT_EQ("k\uFFFD", loss.at("field"));
+  const ordered_json& channel = loss.at("channels").at(0);
+  EXPECT_EQ("n\uFFFD", channel.at("name"));
+  EXPECT_EQ("v\uFFFDu", channel.at("value"));
+  EXPECT_EQ("b\uFFFD", channel.at("became"));
+}
+
 TEST(LossReport, CountsWhatWasTakenFromAnother) {
   Losses losses = Some();
   losses.Take(Some());

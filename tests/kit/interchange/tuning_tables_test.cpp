@@ -15,9 +15,10 @@ using interchange::Tuning;
 
 constexpr const char* kTable =
     "[CHANNEL]\n\tDELIVERY_SYSTEM = DVBS2\n\tFREQUENCY = 11493750\n\tPOLARIZATION = HORIZONTAL\n"
-    "\tSYMBOL_RATE = 22000000\n\tINNER_FEC = 8/9\n\tMODULATION = PSK/8\n"
+    "\tSYMBOL_RATE = 22000000\n\tINNER_FEC = 8/9\n\tMODULATION = PSK/8\n\tROLLOFF = 20\n"
+    "\tPILOT = ON\n"
     "[CHANNEL]\n\tDELIVERY_SYSTEM = DVBS\n\tFREQUENCY = 12545000\n\tPOLARIZATION = VERTICAL\n"
-    "\tSYMBOL_RATE = 22000000\n\tINNER_FEC = 5/6\n"
+    "\tSYMBOL_RATE = 22000000\n\tINNER_FEC = 5/6\n\tROLLOFF = AUTO\n\tPILOT = AUTO\n"
     "[CHANNEL]\n\tDELIVERY_SYSTEM = DVBS2\n\tPOLARIZATION = VERTICAL\n";
 
 TEST(TuningTables, KnowWhatTheCatalogueHasNoWordsFor) {
@@ -33,6 +34,10 @@ TEST(TuningTables, KnowWhatTheCatalogueHasNoWordsFor) {
   EXPECT_EQ(BDA_BCC_RATE_8_9, tunings[0].fec);
   EXPECT_EQ(BDA_MOD_8PSK, tunings[0].modulation);
   EXPECT_EQ(System::Second, tunings[0].system);
+  EXPECT_EQ(20U, tunings[0].rollOff);
+  EXPECT_EQ(true, tunings[0].pilot);
+  EXPECT_EQ(0U, tunings[1].rollOff);
+  EXPECT_EQ(std::nullopt, tunings[1].pilot);
   EXPECT_EQ(System::First, tunings[1].system);
   EXPECT_EQ(BDA_MOD_QPSK, tunings[1].modulation);
   EXPECT_EQ(BDA_BCC_RATE_5_6, tunings[1].fec);

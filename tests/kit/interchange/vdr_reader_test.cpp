@@ -116,22 +116,24 @@ TEST(VdrReader, TakesParametersOfSatellites) {
   EXPECT_EQ("polarisation=LinearV innerFECRate=7/8 modulation=QPSK spectralInversion=normal",
             read("vc78i0m2s0"));
   // Without a modulation it is QPSK, without a system the first one.
-  EXPECT_EQ("polarisation=CircularR innerFECRate=NotSet modulation=QPSK spectralInversion=NotSet",
-            read("RC999I999"));
-  EXPECT_EQ("polarisation=CircularL innerFECRate=NotSet modulation=NotSet spectralInversion=NotSet",
-            read("LC999M999S1"));
   EXPECT_EQ(
-      "polarisation=LinearH innerFECRate=NotSet modulation=NotSet spectralInversion=NotSet "
+      "polarisation=CircularR innerFECRate=NotSet modulation=QPSK spectralInversion=automatic",
+      read("RC999I999"));
+  EXPECT_EQ(
+      "polarisation=CircularL innerFECRate=NotSet modulation=NotSet spectralInversion=automatic",
+      read("LC999M999S1"));
+  EXPECT_EQ(
+      "polarisation=LinearH innerFECRate=NotSet modulation=NotSet spectralInversion=automatic "
       "L310 modulation",
       read("HC999M999S0"));
   EXPECT_EQ(
-      "polarisation=LinearH innerFECRate=NotSet modulation=NotSet spectralInversion=NotSet "
+      "polarisation=LinearH innerFECRate=NotSet modulation=NotSet spectralInversion=automatic "
       "L110 innerFECRate, L110 modulation, L111 pilot, L111 rollOff, L111 streamId",
       read("HC910M5N1O20P3S1"));
-  EXPECT_EQ("polarisation=LinearH innerFECRate=2/3 modulation=QPSK spectralInversion=NotSet",
+  EXPECT_EQ("polarisation=LinearH innerFECRate=2/3 modulation=QPSK spectralInversion=automatic",
             read("HC23M2O35S0"));
   EXPECT_EQ(
-      "polarisation=LinearH innerFECRate=NotSet modulation=NotSet spectralInversion=NotSet "
+      "polarisation=LinearH innerFECRate=NotSet modulation=NotSet spectralInversion=automatic "
       "L110 innerFECRate, L110 modulation, L502 parameter, L503 spectralInversion, "
       "L503 system",
       read("HC0I7M12S2Z4#"));

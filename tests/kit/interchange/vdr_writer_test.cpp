@@ -142,7 +142,8 @@ TEST(VdrWriter, WritesParametersOfSatellites) {
 TEST(VdrWriter, SaysWhatItAssumesOfSatellites) {
   Exchange exchange(999, InputSignalDVBSatellite);
   AddChannel(exchange, 1, "serviceID=5 ONID=1 orbitalPosition=192 innerFECRate=5/11");
-  EXPECT_EQ("L202 innerFECRate, L310 modulation", CodesOf(exchange.Out("vdr").losses));
+  EXPECT_EQ("L202 innerFECRate, L310 modulation, L310 spectralInversion",
+            CodesOf(exchange.Out("vdr").losses));
 }
 
 TEST(VdrWriter, TakesFromTablesWhatTheListLacks) {
@@ -157,9 +158,20 @@ TEST(VdrWriter, TakesFromTablesWhatTheListLacks) {
   tuning.modulation = BDA_MOD_8PSK;
   tuning.system = interchange::System::Second;
   tuning.fec = BDA_BCC_RATE_9_10;
-  request.tuning.push_back(tuning);
-  Export out = interchange::ExportChannels(*interchange::FindFormat("vdr"), request);
-  EXPECT_EQ("Name:11494:HC910M5S1:S19.2E:0:0:0:0:0:5:1:0:0\n", out.output.Bytes());
+  const auto written = [&] {
+    request.tuning = {tuning};
+    return interchange::ExportChannels(*interchange::FindFormat("vdr"), request).output.Bytes();
+  };
+  EXPECT_EQ("Name:11494:HC910M5S1:S19.2E:0:0:0:0:0:5:1:0:0\n", written());
+  tuning.rollOff = 20;
+  tuning.pilot = true;
+  EXPECT_EQ("Name:11494:HC910M5N1O20S1:S19.2E:0:0:0:0:0:5:1:0:0\n", written());
+  tuning.modulation = BDA_MOD_NOT_SET;
+  EXPECT_EQ("Name:11494:HC910M999N1O20S1:S19.2E:0:0:0:0:0:5:1:0:0\n", written());
+  // Of the first generation there is one roll-off, and no pilot.
+  tuning.modulation = BDA_MOD_QPSK;
+  tuning.system = interchange::System::First;
+  EXPECT_EQ("Name:11494:HC910M2S0:S19.2E:0:0:0:0:0:5:1:0:0\n", written());
 }
 
 TEST(VdrWriter, WritesParametersOfOtherSignals) {
@@ -210,8 +222,10 @@ TEST(VdrWriter, WritesStreams) {
              "serviceID=5 ONID=1 modulation=QPSK serviceType=1 VideoStream[1].pid=33 "
              "VideoStream[2].pid=34 TeletextStream[1].pid=40 TeletextStream[1].type=6 "
              "TeletextStream[2].pid=41 DsmccStream[1].pid=50 PcrPID=33");
-  EXPECT_EQ("L101 DsmccStream, L102 TeletextStream, L102 VideoStream, L312 VideoStream.type",
-            CodesOf(exchange.Out("vdr").losses));
+  EXPECT_EQ(
+      "L101 DsmccStream, L102 TeletextStream, L102 VideoStream, L310 spectralInversion, "
+      "L312 VideoStream.type",
+      CodesOf(exchange.Out("vdr").losses));
 }
 
 TEST(VdrWriter, WritesIdentifiersOfCaSystemsAndNoFlags) {
@@ -220,7 +234,7 @@ TEST(VdrWriter, WritesIdentifiersOfCaSystemsAndNoFlags) {
   EXPECT_EQ("0", SatelliteField(kCa, "CA=255"));
   EXPECT_EQ("0", SatelliteField(kCa, "CA=1"));
   Exchange exchange(999, InputSignalDVBSatellite);
-  AddChannel(exchange, 1, "serviceID=5 ONID=1 modulation=QPSK CA=1");
+  AddChannel(exchange, 1, "serviceID=5 ONID=1 modulation=QPSK spectralInversion=automatic CA=1");
   EXPECT_EQ("L203 CA", CodesOf(exchange.Out("vdr").losses));
 }
 
@@ -246,7 +260,7 @@ TEST(VdrWriter, LeavesOutWhatTheProgramWouldRefuse) {
   AddChannel(exchange, 5, common + "ONID=65536 serviceID=9");
   Export out = exchange.Out("vdr");
   EXPECT_EQ((std::vector<std::size_t>{1}), out.output.written);
-  EXPECT_EQ("L403 channel, L404 channel, L503 ONID", CodesOf(out.losses));
+  EXPECT_EQ("L310 spectralInversion, L403 channel, L404 channel, L503 ONID", CodesOf(out.losses));
 }
 
 }  // namespace

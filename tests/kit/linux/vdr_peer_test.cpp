@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <sstream>
 
+#include "kit/interchange/list/exporting.h"
+#include "kit/interchange/list/formats.h"
 #include "kit/interchange/vdr_channels.h"
 
 namespace zortunedex::kit {
@@ -63,6 +65,28 @@ TEST_F(VdrProgram, TakesWhatChannelsMadeAtRandomBecome) {
     Export out = exchange.Out("vdr");
     EXPECT_LT(100U, out.output.written.size());
     EXPECT_EQ("", FirstDifferentLines(out.output.Bytes(), Peer().Printed(out.output.Bytes())));
+  }
+}
+
+TEST_F(VdrProgram, PrintsBackWhatTablesOfTranspondersFill) {
+  Exchange exchange(999, InputSignalDVBSatellite);
+  AddChannel(exchange, 1,
+             "serviceID=5 ONID=1 TSID=2 freq=11493000 polarisation=LinearH orbitalPosition=192");
+  interchange::ExportRequest request = exchange.Request();
+  interchange::Tuning tuning;
+  tuning.frequency = 11'493'000;
+  tuning.polarisation = BDA_POLARISATION_LINEAR_H;
+  tuning.position = 192;
+  tuning.system = interchange::System::Second;
+  for (const ModulationType modulation : {BDA_MOD_QPSK, BDA_MOD_8PSK, BDA_MOD_16APSK}) {
+    for (const std::uint32_t rollOff : {20U, 25U, 35U}) {
+      tuning.modulation = modulation;
+      tuning.rollOff = rollOff;
+      tuning.pilot = rollOff != 25;
+      request.tuning = {tuning};
+      Export out = interchange::ExportChannels(*interchange::FindFormat("vdr"), request);
+      EXPECT_EQ("", FirstDifferentLines(out.output.Bytes(), Peer().Printed(out.output.Bytes())));
+    }
   }
 }
 

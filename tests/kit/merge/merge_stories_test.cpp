@@ -408,6 +408,35 @@ TEST_F(MergeStory, RepackOfAtsc) {
   EXPECT_EQ("A21-7.1", plan.changes[0].identity);
 }
 
+/// As playlists do.
+TEST_F(MergeStory, NamesWhatServicesAre) {
+  const auto identity = [this](InputSignalType signal, Attributes attributes) {
+    m_world.list = TableOf({}, signal);
+    m_world.scan = TableOf({MakeStation(signal, 0, "N", attributes)}, signal);
+    return m_world.Plan().changes.at(0).identity;
+  };
+  EXPECT_EQ("S19.2E-1-2-3",
+            identity(kSat, {{"orbitalPosition", 192}, {"ONID", 1}, {"TSID", 2}, {"serviceID", 3}}));
+  EXPECT_EQ("S30.0W-1-2-3", identity(kSat, {{"orbitalPosition", 300},
+                                            {"westPosition", 1},
+                                            {"ONID", 1},
+                                            {"TSID", 2},
+                                            {"serviceID", 3}}));
+  EXPECT_EQ("T-8468-770-1",
+            identity(InputSignalDVBTerrestrial, {{"ONID", 8468}, {"TSID", 770}, {"serviceID", 1}}));
+  EXPECT_EQ("H-1-2-3",
+            identity(InputSignalDVBHandheld, {{"ONID", 1}, {"TSID", 2}, {"serviceID", 3}}));
+  EXPECT_EQ("C79-2.1",
+            identity(InputSignalATSCCable,
+                     {{"physicalChannel", 79}, {"majorChannel", 2}, {"minorChannel", 1}}));
+  EXPECT_EQ("1SEG-32736-1024", identity(InputSignalISDBTerrestrialOneSeg,
+                                        {{"NetworkID", 32736}, {"ServiceID", 1024}}));
+  EXPECT_EQ("DMB-e1234567-181280",
+            identity(InputSignalTDMBMobile, {{"ServiceID", 3777185127}, {"freq", 181280}}));
+  EXPECT_EQ("FM-88800", identity(InputSignalFMRadio, {{"freq", 88800}}));
+  EXPECT_EQ("TV-224250", identity(InputSignalAnalogCable, {{"freq", 224250}}));
+}
+
 TEST_F(MergeStory, PlanAsJson) {
   Start({Astra(3, "A", 10), Astra(4, "B", 11)});
   SetValueIn(Scan()[0], kSat, "CA", 1);

@@ -51,7 +51,7 @@ class SectionReader {
     Place place;
     place.name = m_section.name;
     place.line = line.number;
-    m_losses.Add(Code::LineNotUnderstood, "", place, Excerpt(line.text));
+    m_losses.Add(Code::LineNotUnderstood, "line", place, Excerpt(line.text));
   }
 
   void TakeLine(const TextLine& line) {

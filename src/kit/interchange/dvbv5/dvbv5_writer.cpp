@@ -142,8 +142,8 @@ class Entry {
     }
     if (system != System::Second) return;
     // Without them the tools take the pilot for switched off.
-    Put("PILOT", "AUTO");
-    Put("ROLLOFF", "AUTO");
+    Put("PILOT", !tuning.pilot ? "AUTO" : *tuning.pilot ? "ON" : "OFF");
+    Put("ROLLOFF", tuning.rollOff == 0 ? "AUTO" : std::to_string(tuning.rollOff));
   }
 
   void WriteTerrestrial(DWORD country) {

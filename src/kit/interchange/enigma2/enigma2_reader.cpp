@@ -199,7 +199,7 @@ class ServiceImport {
       } else if (part.starts_with("f:")) {
         if (!IsOpen(part.substr(2))) Lose(Code::NoPlace, "f", Excerpt(part.substr(2)));
       } else if (!part.empty()) {
-        Lose(Code::KeyUnknown, "", Excerpt(part));
+        Lose(Code::KeyUnknown, "data", Excerpt(part));
       }
     }
     // Nothing is said of the first kind that there was.

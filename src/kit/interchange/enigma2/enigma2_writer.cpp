@@ -57,11 +57,16 @@ struct Parameters {
   bool operator==(const Parameters&) const = default;
 };
 
+/// The first one is that of the first generation, too.
+std::uint32_t RollOffNumber(std::uint32_t percent) {
+  constexpr std::uint32_t kAutomatic = 3;
+  return percent == 35 ? 0 : percent == 25 ? 1 : percent == 20 ? 2 : kAutomatic;
+}
+
 Parameters SatelliteParameters(const Tuning& tuning) {
   // What has no number is tuned to like everything that is not known.
   std::optional<std::uint32_t> modulation = NumberOf(Modulations(), tuning.modulation);
   const bool isSecond = tuning.system == System::Second || !modulation || *modulation == 0;
-  constexpr std::uint32_t kAutomaticRollOff = 3;
   constexpr std::uint32_t kAutomaticPilot = 2;
   constexpr std::uint32_t kAutomaticInversion = 2;
   const std::uint32_t polarisation =
@@ -72,7 +77,8 @@ Parameters SatelliteParameters(const Tuning& tuning) {
                    ':' + std::to_string(PositionOf(tuning)) + ':' +
                    Joined({NumberOf(Inversions(), tuning.inversion).value_or(kAutomaticInversion),
                            0, isSecond ? 1U : 0U, modulation.value_or(0),
-                           isSecond ? kAutomaticRollOff : 0, kAutomaticPilot})};
+                           isSecond ? RollOffNumber(tuning.rollOff) : 0,
+                           tuning.pilot ? std::uint32_t{*tuning.pilot} : kAutomaticPilot})};
 }
 
 /// Everything but frequency and bandwidth is for the receiver to find out.

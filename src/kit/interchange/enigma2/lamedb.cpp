@@ -48,7 +48,7 @@ class LamedbReader {
   void Refuse(const TextLine& line) {
     Place place;
     place.line = line.number;
-    m_losses.Add(Code::LineNotUnderstood, "", place, Excerpt(line.text));
+    m_losses.Add(Code::LineNotUnderstood, "line", place, Excerpt(line.text));
   }
 
   void TakeLine(const TextLine& line) {

@@ -144,6 +144,8 @@ std::string SatipAddress(const Service& service, const std::string& host) {
          Parameter("pol", TextOf(kPolarisations, tuning.polarisation)) +
          "&msys=" + SystemText(service) +
          Parameter("mtype", TextOf(kModulations, tuning.modulation)) +
+         (tuning.rollOff == 0 ? "" : "&ro=0." + std::to_string(tuning.rollOff)) +
+         (tuning.pilot ? *tuning.pilot ? "&plts=on" : "&plts=off" : "") +
          "&sr=" + std::to_string(tuning.symbolRate) + Parameter("fec", TextOf(kRates, tuning.fec)) +
          "&pids=all";
 }

@@ -122,6 +122,9 @@ class Leaving {
                     : best->modulation == BDA_MOD_QPSK ? System::First
                                                        : System::Second;
     if (tuning.fec == BDA_BCC_RATE_NOT_SET) tuning.fec = best->fec;
+    if (tuning.system != System::Second) return true;
+    tuning.rollOff = best->rollOff;
+    tuning.pilot = best->pilot;
     return true;
   }
 

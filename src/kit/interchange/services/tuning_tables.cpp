@@ -46,6 +46,22 @@ System SystemOf(const Entry& entry) {
   return EqualIgnoringCase(system->substr(0, 5), "DVBS2") ? System::Second : System::Unknown;
 }
 
+/// 20, 25 or 35 percent; 0 for everything else.
+std::uint32_t RollOffOf(const Entry& entry) {
+  const std::string* text = entry.Find("ROLLOFF");
+  for (const std::uint32_t known : {20U, 25U, 35U}) {
+    if (text != nullptr && *text == std::to_string(known)) return known;
+  }
+  return 0;
+}
+
+std::optional<bool> PilotOf(const Entry& entry) {
+  const std::string* text = entry.Find("PILOT");
+  if (text == nullptr) return std::nullopt;
+  if (EqualIgnoringCase(*text, "ON")) return true;
+  return EqualIgnoringCase(*text, "OFF") ? std::optional(false) : std::nullopt;
+}
+
 Tuning TuningOf(const Entry& entry, std::int32_t position) {
   const Transponder known = ReadTableEntry(entry).transponder;
   Tuning tuning;
@@ -57,6 +73,8 @@ Tuning TuningOf(const Entry& entry, std::int32_t position) {
   tuning.modulation = ValueOf(entry, "MODULATION", kTableModulations, known.modulation);
   tuning.inversion = known.inversion;
   tuning.system = SystemOf(entry);
+  tuning.rollOff = RollOffOf(entry);
+  tuning.pilot = PilotOf(entry);
   return tuning;
 }
 

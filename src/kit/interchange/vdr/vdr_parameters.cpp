@@ -50,6 +50,9 @@ class Taker {
       : m_place(place), m_service(service), m_losses(losses) {}
 
   void Take(std::string_view text) {
+    const bool isSatellite = m_service.delivery == InputSignalDVBSatellite;
+    // Without a word on it the program has it found out.
+    if (isSatellite) m_service.tuning.inversion = BDA_SPECTRAL_INVERSION_AUTOMATIC;
     while (!text.empty()) {
       char letter = text.front();
       if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
@@ -58,7 +61,7 @@ class Taker {
       TakeOne(letter, DigitsOf(text.substr(0, digits)));
       text.remove_prefix(digits);
     }
-    if (m_service.delivery == InputSignalDVBSatellite) Finish();
+    if (isSatellite) Finish();
   }
 
  private:

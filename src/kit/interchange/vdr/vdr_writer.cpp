@@ -47,10 +47,12 @@ std::string SatelliteParameters(const Tuning& tuning) {
   text += "C" + std::to_string(FecNumber(tuning.fec));
   if (tuning.inversion == BDA_SPECTRAL_INVERSION_NORMAL) text += "I0";
   if (tuning.inversion == BDA_SPECTRAL_INVERSION_INVERTED) text += "I1";
-  const std::optional<std::uint32_t> modulation = ModulationNumber(tuning.modulation);
+  const std::uint32_t modulation = ModulationNumber(tuning.modulation).value_or(kAutomatic);
+  text += "M" + std::to_string(modulation);
+  if (tuning.pilot) text += *tuning.pilot ? "N1" : "N0";
+  if (tuning.rollOff != 0) text += "O" + std::to_string(tuning.rollOff);
   // What has no number here is found out like what is not set: both are second generation.
-  if (!modulation || *modulation == kAutomatic) return text + "M999S1";
-  return text + "M" + std::to_string(*modulation) + (tuning.system == System::Second ? "S1" : "S0");
+  return text + (modulation == kAutomatic || tuning.system == System::Second ? "S1" : "S0");
 }
 
 std::string Parameters(const Service& service) {

@@ -1,6 +1,7 @@
 #include "kit/merge/directory/directory_merge.h"
 
 #include <filesystem>
+#include <map>
 
 #include "kit/failure.h"
 #include "kit/files/file_scan.h"
@@ -63,9 +64,10 @@ ScanSource OpenScan(const std::string& path, const interchange::Format* format) 
 
 DirectoryMerge::DirectoryMerge(const MergeSettings& settings, ScanSource scan)
     : m_location(settings.list),
+      m_fileUnit(settings.fileUnit),
       m_source(std::move(scan)),
       m_list(m_location, m_source.format, settings.unreadable, settings.codePage),
-      m_table{m_location.country, m_location.signal, m_list.List().Channels()},
+      m_table{m_location.country, m_location.signal, Ours(m_list.List().Channels())},
       m_scan(ReadScan()),
       m_policy(settings.policy) {
   m_policy.utf8 = [this](std::string_view narrow) {
@@ -75,14 +77,43 @@ DirectoryMerge::DirectoryMerge(const MergeSettings& settings, ScanSource scan)
 
 ChannelTable DirectoryMerge::ReadScan() {
   if (m_source.format == nullptr) {
-    return ReadScannedDirectory({m_source.path, m_location.country, m_location.signal});
+    ChannelTable scanned =
+        ReadScannedDirectory({m_source.path, m_location.country, m_location.signal});
+    scanned.channels = Ours(scanned.channels);
+    return scanned;
   }
   const std::vector<Channel> none;
   interchange::Scan scan =
       interchange::ReadScan(*m_source.format, m_source.input, {Context(), none, m_source.position});
+  // What the directory cannot hold is no change of the broadcaster's.
+  for (Channel& channel : scan.table.channels) {
+    channel = ToFileUnit(std::move(channel), m_location.signal, m_fileUnit, scan.losses);
+  }
+  scan.table.channels = Ours(scan.table.channels);
   m_read = scan.read;
   m_losses = std::move(scan.losses);
   return std::move(scan.table);
+}
+
+std::vector<Channel> DirectoryMerge::Ours(const std::vector<Channel>& channels) const {
+  return interchange::FromFileUnit(channels, m_location.signal, m_fileUnit);
+}
+
+/// The list as it is to be, as the directory has it.
+ChannelTable DirectoryMerge::ToSave(const MergePlan& plan) const {
+  std::map<UINT, std::size_t> places;
+  for (const Change& change : plan.changes) {
+    if (change.inList && change.resultIndex != 0) places[change.resultIndex] = *change.inList;
+  }
+  ChannelTable table = Apply(plan);
+  interchange::Losses none;
+  for (Channel& channel : table.channels) {
+    const auto place = places.find(channel.index);
+    channel = place == places.end() ? ToFileUnit(channel, m_location.signal, m_fileUnit, none)
+                                    : ToFileUnit(channel, m_list.List().Channels()[place->second],
+                                                 m_location.signal, m_fileUnit);
+  }
+  return table;
 }
 
 std::optional<interchange::LossReport> DirectoryMerge::Losses() const {
@@ -104,7 +135,7 @@ MergePlan DirectoryMerge::Plan(const MergeBase* base) {
 }
 
 void DirectoryMerge::Save(const MergePlan& plan, const SaveOptions& options) const {
-  if (plan.changesList) SaveTable(m_location.directory, Apply(plan), options);
+  if (plan.changesList) SaveTable(m_location.directory, ToSave(plan), options);
   const std::string name = BaseFileName(m_location.country, m_location.signal);
   whole_file::Replace(history::PathOf(m_location.directory, name), WriteBase(plan.base, Context()));
 }

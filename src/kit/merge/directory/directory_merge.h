@@ -9,6 +9,7 @@
 #include "kit/interchange/format.h"
 #include "kit/interchange/list/list_in_exchange.h"
 #include "kit/interchange/loss_report.h"
+#include "kit/interchange/services/file_units.h"
 #include "kit/merge/merge.h"
 #include "kit/model/database.h"
 #include "kit/saving/save_options.h"
@@ -38,6 +39,8 @@ struct MergeSettings {
   MergePolicy policy = {};
   Unreadable unreadable = Unreadable::Refuse;  ///< of the list, not of the scan
   std::optional<UINT> codePage = {};           ///< of the list's texts; nothing: the system's
+  /// Of the list, and of a directory that is scanned into.
+  interchange::FileUnit fileUnit = interchange::FileUnit::Kilohertz;
 };
 
 /// What a merge holds against each other, read once.
@@ -67,10 +70,13 @@ class DirectoryMerge {
 
  private:
   ChannelTable ReadScan();
+  std::vector<Channel> Ours(const std::vector<Channel>& channels) const;
+  ChannelTable ToSave(const MergePlan& plan) const;
   void TellByFormat(const MergeBase* base);
   std::vector<Channel> AsTold(const std::vector<Channel>& channels) const;
 
   Location m_location;
+  interchange::FileUnit m_fileUnit;
   ScanSource m_source;
   interchange::ListInExchange m_list;
   ChannelTable m_table;

@@ -108,7 +108,7 @@ std::string PositionText(std::uint32_t position) {
 
 std::string Hexadecimal(std::uint32_t number) {
   char text[9];
-  std::snprintf(text, sizeof(text), "%X", number);
+  std::snprintf(text, sizeof(text), "%x", number);
   return text;
 }
 

@@ -117,6 +117,7 @@ void AddExport(CLI::App* channels, Options& options) {
   app->add_flag("--favorites", options.filter.favorites, "favourites only");
   AddWriting(app, options);
   app->add_flag("--strict", options.exchange.strict, "end with status 3 when anything is lost");
+  AddFileUnit(app, options);
 }
 
 void AddImport(CLI::App* channels, Options& options) {
@@ -131,6 +132,7 @@ void AddImport(CLI::App* channels, Options& options) {
                 "in the place of the channels that there are")
       ->excludes(append);
   AddPosition(app, options);
+  AddFileUnit(app, options);
 }
 
 bool Takes(const interchange::Format& format, const std::string& option) {
@@ -138,6 +140,18 @@ bool Takes(const interchange::Format& format, const std::string& option) {
 }
 
 }  // namespace
+
+void AddFileUnit(CLI::App* app, Options& options) {
+  AddWord(app, "--file-unit",
+          "hz, khz (default) or mhz: what the frequencies of the directory are in; with hz its "
+          "symbol\nrates are in symbols, else in thousands",
+          [&options](const std::string& text) {
+            interchange::FileUnit& unit = options.exchange.fileUnit;
+            unit = text == "hz" ? interchange::FileUnit::Hertz : interchange::FileUnit::Kilohertz;
+            if (text == "mhz") unit = interchange::FileUnit::Megahertz;
+            return text == "hz" || text == "khz" || text == "mhz";
+          });
+}
 
 void AddScanFormat(CLI::App* app, Options& options) { AddFormatName(app, options); }
 

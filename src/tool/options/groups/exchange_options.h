@@ -13,6 +13,8 @@ void CompleteExchangeOptions(const Options& options);
 /// --format with the name of a format, and --position, for a file that is read as a scan.
 void AddScanFormat(CLI::App* app, Options& options);
 void AddPosition(CLI::App* app, Options& options);
+/// --file-unit.
+void AddFileUnit(CLI::App* app, Options& options);
 /// UsageError for an option that was given and that the format does not take.
 void RequireTaken(const Options& options, const interchange::Format& format);
 

@@ -75,6 +75,7 @@ void AddScan(CLI::App* app, Options& options, const std::string& name, const std
                 "compare names without case, blanks and a final HD");
   app->add_flag("--exit-code", options.merging.exitCode,
                 "end with status 3 when something would change");
+  AddFileUnit(app, options);
   app->footer(kScanHelp);
 }
 

@@ -34,6 +34,7 @@ Words WordsOf(const std::string& option) {
       {"FORM", {"plain", "preformatted"}},
       {"--names", {"shown", "broadcast"}},
       {"--target", {"satip"}},
+      {"--file-unit", {"hz", "khz", "mhz"}},
       {"--new", {"end", "transponder", "none"}},
       {"--scope", {"transponders", "full", "none"}},
       {"--gone", {"keep", "mark", "remove", "remove=3"}},

@@ -243,7 +243,7 @@ TEST(Dvbv5Reader, AccountsForEveryLine) {
       "SERVICE_ID = 6\nSERVICE_ID = 7\nHUMIDITY = 40\nNETWORK_ID = 65536\n"
       "VIDEO_PID = 33 x 8192 34\n[not closed\nSERVICE_ID = 8\n");
   EXPECT_EQ(
-      "L312 serviceType, L313 orbitalPosition, L501 , L502 HUMIDITY, L503 NETWORK_ID,"
+      "L312 serviceType, L313 orbitalPosition, L501 line, L502 HUMIDITY, L503 NETWORK_ID,"
       " L503 VIDEO_PID",
       file.Codes());
   std::vector<std::size_t> lines;

@@ -186,7 +186,7 @@ TEST(Enigma2Reader, ReadsData) {
   EXPECT_EQ("L112 CA", DataCodes("p:,C:1702,C:098c,C:1702,C:0000"));
   EXPECT_EQ("L101 f", DataCodes("p:,f:40"));
   EXPECT_EQ("", DataCodes("p:,f:0,"));
-  EXPECT_EQ("L502 , L502 c", DataCodes("p:,c:060001,x:9"));
+  EXPECT_EQ("L502 c, L502 data", DataCodes("p:,c:060001,x:9"));
   EXPECT_EQ("L503 C, L503 c", DataCodes("p:,c:002000,c:00zz,c:,c:0,C:12345,C:1,C:x"));
   EXPECT_EQ("L110 VideoStream.type, L312 VideoStream.type", DataCodes("p:,c:000021,c:050009"));
 }
@@ -206,7 +206,7 @@ TEST(Enigma2Reader, LeavesOutOtherSignalsAndWhatHasNoTransponder) {
 TEST(Enigma2Reader, AccountsForEveryLine) {
   const Enigma2Folder folder(
       {{"lamedb", Four("nothing\n" + Service("1", "A"), "what\n" + kTransponder + "\ts 1:2\n")}});
-  EXPECT_EQ("L501 ", folder.Codes());
+  EXPECT_EQ("L501 line", folder.Codes());
   ASSERT_EQ(3U, folder.Result().losses.All().size());
   EXPECT_EQ(3U, folder.Result().losses.All()[0].place.line);
   EXPECT_EQ(7U, folder.Result().losses.All()[1].place.line);
@@ -214,7 +214,7 @@ TEST(Enigma2Reader, AccountsForEveryLine) {
   const Enigma2Folder five(
       Files{{"lamedb5", "eDVB services /5/\nt:0,s:\nx\ns:1:2:3:4:1:0,name\n"}});
   EXPECT_EQ(3U, five.Result().losses.All().size());
-  EXPECT_EQ("L501 ", five.Codes());
+  EXPECT_EQ("L501 line", five.Codes());
 }
 
 TEST(Enigma2Reader, RefusesWhatIsNothingOfTheKind) {
