@@ -15,7 +15,7 @@ set(count 0)
 set(slips "")
 foreach(line IN LISTS listed)
   # A name, its kind, and numbers; of a function without its parameters.
-  if(NOT line MATCHES "^(.+) [A-Zuv]( [0-9a-f]+)*$")
+  if(NOT line MATCHES "^(.+) [A-Zuv]( [0-9a-f]+)* *$")
     continue()
   endif()
   math(EXPR count "${count} + 1")
