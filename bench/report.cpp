@@ -284,7 +284,7 @@ bool Report::PrintToolRatios() const {
   const Key open("Tool/Open", kMiddle);
   good &= PrintWorks("check / load", check, open, 3);
   // Of two threads; where other work keeps the second processor it is the same as above.
-  good &= PrintRatio("check / load, by the clock", RatioOf(m_times, check, open), 3);
+  good &= PrintRatio("check / load, by the clock", RatioOf(m_times, check, open), 4);
   good &= PrintWorks("check, 40000 / 10000", {check.first, kToolMost}, check, 10);
   const Key hostile("Tool/CheckHostile", kMiddle);
   good &=
