@@ -1,6 +1,8 @@
 // Channels of directories whose host counts in other units than ours.
 #pragma once
 
+#include <vector>
+
 #include "kit/interchange/loss.h"
 #include "kit/model/channel.h"
 #include "tool/options/exchange.h"
