@@ -108,8 +108,11 @@ TEST_F(Batch, IsDoneWholeOrNotAtAll) {
                 "batch: E_INVALIDARG (0x80070057): line 1: channels move: channel 2 cannot be "
                 "moved to 2",
                 Run("channels move 2 2\n"));
-  ExpectRefused(2, "line 2: channels set: channels of DVBSatellite have no foo",
-                Run("channels favor 2\nchannels set 1 --set foo=1\n"));
+  const Outcome noField = Run("channels favor 2\nchannels set 900 --set foo=1\n");
+  ExpectStatus(2, noField);
+  EXPECT_TRUE(noField.err.starts_with(
+      "tunedex: line 2: channels of DVBSatellite have no field 'foo'; the fields are index, "))
+      << noField.err;
   ExpectRefused(1,
                 "batch: E_INVALIDARG (0x80070057): line 2: channels rename: channel 2: name holds "
                 "U+0001, which the file "

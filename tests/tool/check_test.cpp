@@ -97,6 +97,12 @@ TEST(ToolCheck, RefusesWhatMakesNoSense) {
   const CheckHome home;
   ExpectStatus(2, home.Run({"check", "--level", "all"}));
   ExpectStatus(2, home.Run({"repair", "--code", "ZT999"}));
+  ExpectRefused(2,
+                "--file: 'Chaninfo.xml' is not known; the nearest is ChanInfo.xml; known are "
+                "ChanInfo.xml, PreSetChannelInfo.xml, SatelliteInfo.xml, UserSettings.xml",
+                home.Run({"check", "--file", "Chaninfo.xml"}));
+  home.Files().Write("ChanInfo.xml.unreadable", home.Channels());
+  ExpectStatus(0, home.Run({"check", "--file", "ChanInfo.xml.unreadable"}));
   ExpectStatus(2, home.Run({"check", "--dry-run"}));
 }
 

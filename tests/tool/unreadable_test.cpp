@@ -62,6 +62,9 @@ TEST(Unreadable, EveryCommandThatNeedsTheChannelsFails) {
     ExpectUnread(command[0] + " " + command[1] + ": " + kFault, directory->Run("49", "64", command),
                  *directory);
   }
+  ExpectUnread("batch: E_FAIL (0x80004005): line 2: channels favor: " +
+                   std::string(kFault).substr(std::string_view("E_FAIL (0x80004005): ").size()),
+               directory->RunBatch("49", "64", "#\nchannels favor 1\n"), *directory);
   ExpectUnread("info: " + std::string(kFault), directory->Run({"info"}), *directory);
   ExpectUnread("format: " + std::string(kFault), directory->Run({"format", "plain"}), *directory);
 }

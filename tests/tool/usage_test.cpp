@@ -93,8 +93,17 @@ TEST(Usage, FieldsAreCheckedAgainstTheSignalType) {
   const auto expect = [&](const char* signal, const std::string& set, const std::string& message) {
     ExpectRefused(2, message, directory.Run("49", signal, {"channels", "add", "--set", set}));
   };
-  expect("64", "foo=1", "channels of DVBSatellite have no foo");
-  expect("5", "serviceID=1", "channels of FMRadio have no serviceID");
+  const auto expectNoField = [&](const char* signal, const std::string& name,
+                                 const std::string& nearest = "") {
+    const Outcome outcome = directory.Run("49", signal, {"channels", "add", "--set", name + "=1"});
+    ExpectStatus(2, outcome);
+    EXPECT_NE(std::string::npos, outcome.err.find(" have no field '" + name + "'" + nearest +
+                                                  "; the fields are index,"))
+        << outcome.err;
+  };
+  expectNoField("64", "foo");
+  expectNoField("5", "serviceID");
+  expectNoField("64", "symbolRat", "; the nearest is symbolRate");
   expect("64", "TSID=x", "TSID takes a number from -2147483648 to 4294967295, not 'x'");
   expect("64", "TSID=", "TSID takes a number from -2147483648 to 4294967295, not ''");
   expect("64", "TSID=4294967296",
@@ -108,18 +117,18 @@ TEST(Usage, FieldsAreCheckedAgainstTheSignalType) {
   expect("64", "numOfAudioStreams=17", "numOfAudioStreams takes a number from 0 to 16, not '17'");
   expect("64", "numOfAudioStreams=-1", "numOfAudioStreams takes a number from 0 to 16, not '-1'");
   expect("160", "numOfComponents=9", "numOfComponents takes a number from 0 to 8, not '9'");
-  expect("64", "AudioStream[0].pid=1", "AudioStream[0].pid is not AudioStream[1..16].ATTRIBUTE");
-  expect("64", "AudioStream[17].pid=1", "AudioStream[17].pid is not AudioStream[1..16].ATTRIBUTE");
-  expect("64", "AudioStream[1=1", "AudioStream[1 is not AudioStream[1..16].ATTRIBUTE");
-  expect("64", "AudioStream[1].name=1", "AudioStream has no name");
+  expectNoField("64", "AudioStream[0].pid");
+  expectNoField("64", "AudioStream[17].pid");
+  expectNoField("64", "AudioStream[1");
+  expectNoField("64", "AudioStream[1].name");
   expect("64", "AudioStream[1].pid=65536",
          "AudioStream[1].pid takes a number from 0 to 65535, not '65536'");
   expect("64", "AudioStream[1].type=256",
          "AudioStream[1].type takes a number from 0 to 255, not '256'");
   expect("64", "AudioStream[1].lang=4096",
          "AudioStream[1].lang takes a number from 0 to 4095, not '4096'");
-  expect("64", "Components[1].name=x", "channels of DVBSatellite have no list Components");
-  expect("160", "Components[1].pid=1", "Components has no pid");
+  expectNoField("64", "Components[1].name");
+  expectNoField("160", "Components[1].pid");
   expect("64", "index=3", "an index is changed by channels move");
   ExpectRefused(2, "channels of FMRadio have no --number",
                 directory.Run("49", "5", {"channels", "add", "--number", "3"}));

@@ -83,7 +83,12 @@ const Field& FieldSetter::Find(const Assignment& assignment) const {
   throw InvalidArgument{"channels of " + SignalTypeName(m_signal) + " have no " + assignment.field};
 }
 
-void FieldSetter::Set(Channel& channel, const Assignment& assignment) const {
+void FieldSetter::Set(Channel& channel, const Assignment& named) const {
+  // As the value is shown: below its element, too.
+  Assignment assignment = named;
+  for (const std::string_view element : {"block.", "SatelliteParams."}) {
+    if (assignment.field.starts_with(element)) assignment.field.erase(0, element.size());
+  }
   const std::size_t bracket = assignment.field.find('[');
   if (bracket != std::string::npos) return SetEntry(channel, assignment, bracket);
   const Field& field = Find(assignment);
@@ -94,7 +99,10 @@ void FieldSetter::Set(Channel& channel, const Assignment& assignment) const {
     return;
   }
   if (field.source != Source::Block && field.source != Source::Name) {
-    SetSourceValue(channel, field.source, Number(assignment.field, assignment.value, 4));
+    const std::optional<bool> mark =
+        field.source == Source::Lock ? ParseMark(assignment.value) : std::nullopt;
+    SetSourceValue(channel, field.source,
+                   mark ? *mark : Number(assignment.field, assignment.value, 4));
   }
   if (field.width == 0) return;
   SetValue(channel.block.data() + field.offset, field, assignment);

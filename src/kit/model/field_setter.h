@@ -15,8 +15,8 @@ struct Assignment {
 };
 
 /// Gives the attributes of a channel values that are texts. FIELD is a name as the file has it or
-/// as the record's values are shown (freq or frequency), LIST[N].FIELD one of an entry; a list
-/// grows as far as it has to.
+/// as the record's values are shown (freq or frequency, block.serviceType), LIST[N].FIELD one of an
+/// entry; a list grows as far as it has to. A lock is taken as a mark is given, too.
 class FieldSetter {
  public:
   FieldSetter(InputSignalType signal, const NarrowText& narrow);

@@ -1,5 +1,6 @@
 #include "kit/model/field_value.h"
 
+#include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
 
@@ -68,6 +69,16 @@ const RecordField* FindRecordField(std::string_view name) {
     if (field.name == name) return &field;
   }
   return nullptr;
+}
+
+std::optional<bool> ParseMark(std::string_view text) {
+  for (const char* word : {"yes", "true", "on", "1"}) {
+    if (EqualIgnoringCase(word, text)) return true;
+  }
+  for (const char* word : {"no", "false", "off", "0"}) {
+    if (EqualIgnoringCase(word, text)) return false;
+  }
+  return std::nullopt;
 }
 
 }  // namespace zortunedex::kit

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,5 +37,8 @@ struct RecordField {
 std::span<const RecordField> RecordFields();
 /// Null for a name that is none of theirs.
 const RecordField* FindRecordField(std::string_view name);
+
+/// A mark as it may be given: yes, true, on or 1, and no, false, off or 0, in any letter case.
+std::optional<bool> ParseMark(std::string_view text);
 
 }  // namespace zortunedex::kit

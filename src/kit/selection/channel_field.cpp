@@ -2,6 +2,7 @@
 
 #include "kit/failure.h"
 #include "kit/text/ascii.h"
+#include "kit/text/nearest.h"
 #include "kit/text/printable.h"
 #include "kit/text/signal_types.h"
 
@@ -81,6 +82,19 @@ std::string Joined(const std::vector<std::string>& names) {
   return text;
 }
 
+/// "; the nearest is ...", where one is near: of a list the entry that is meant.
+std::string NearestOf(std::string_view name, std::vector<std::string> known) {
+  const std::optional<EntryName> entry = SplitEntry(name);
+  for (std::string& one : known) {
+    const std::optional<EntryName> range = SplitEntry(one);
+    if (!entry || !range) continue;
+    one = std::string(range->list) + "[" + std::string(entry->number) + "]." +
+          std::string(range->attribute);
+  }
+  const std::optional<std::string> nearest = Nearest(name, known);
+  return nearest && *nearest != name ? "; the nearest is " + *nearest : "";
+}
+
 std::string OfEntries(std::string_view list, std::size_t capacity, const char* attribute) {
   return std::string(list) + "[1.." + std::to_string(capacity) + "]." + attribute;
 }
@@ -93,8 +107,9 @@ ChannelField::ChannelField(InputSignalType signal, std::string_view name) : m_na
   const bool ofBlock = RemovePrefix(inBlock, kBlock);
   if (!ofBlock && FindInRecord(layout, name)) return;
   if (layout != nullptr && (FindInBlock(*layout, inBlock) || FindEntry(*layout, inBlock))) return;
+  const std::vector<std::string> names = Names(signal);
   throw InvalidArgument{"channels of " + SignalTypeName(signal) + " have no field '" + m_name +
-                        "'; the fields are " + Joined(Names(signal))};
+                        "'" + NearestOf(name, names) + "; the fields are " + Joined(names)};
 }
 
 bool ChannelField::FindInRecord(const Layout* layout, std::string_view name) {

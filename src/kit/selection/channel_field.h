@@ -14,7 +14,8 @@ namespace zortunedex::kit {
 /// ("AudioStream[2].pid"). The file's names of the record's values ("freq") are taken as well.
 class ChannelField {
  public:
-  /// InvalidArgument that lists the names there are for one that is none of them.
+  /// InvalidArgument that lists the names there are, the nearest first, for one that is none of
+  /// them.
   ChannelField(InputSignalType signal, std::string_view name);
 
   /// All names, in the order of the JSON; the entries of a list as one, "AudioStream[1..16].pid".

@@ -14,16 +14,6 @@ using station_blocks::Form;
 
 namespace {
 
-std::optional<bool> ParseMark(std::string_view text) {
-  for (const char* word : {"yes", "true", "on", "1"}) {
-    if (EqualIgnoringCase(word, text)) return true;
-  }
-  for (const char* word : {"no", "false", "off", "0"}) {
-    if (EqualIgnoringCase(word, text)) return false;
-  }
-  return std::nullopt;
-}
-
 InvalidArgument NotTaken(const std::string& field, const std::string& choices,
                          const std::string& value) {
   return InvalidArgument{field + " takes " + choices + ", not '" + value + "'"};

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "kit/failure.h"
+#include "kit/reading/readable.h"
 #include "tool/commands/channel_edits.h"
 #include "tool/commands/commands.h"
 #include "tool/options/location.h"
@@ -107,6 +107,8 @@ void RunBatch(const Options& options) {
     const std::string place = "line " + std::to_string(line.line) + ": " + line.command + ": ";
     try {
       batch.Run(line);
+    } catch (const UnreadableFile& failure) {
+      throw UnreadableFile{failure.Result(), place + failure.what()};
     } catch (const Failure& failure) {
       throw Failure{failure.Result(), place + failure.what()};
     } catch (const InvalidArgument& error) {

@@ -4,9 +4,13 @@
 #include "kit/check/check_json.h"
 #include "kit/check/directory_repair.h"
 #include "kit/check/known_countries.h"
+#include "kit/files/data_files.h"
+#include "kit/files/folder.h"
 #include "tool/commands/commands.h"
 #include "tool/commands/running/change.h"
 #include "tool/commands/running/exit_status.h"
+#include "tool/options/typing/words.h"
+#include "tool/options/usage_error.h"
 #include "tool/printing/findings.h"
 #include "tool/printing/output.h"
 
@@ -43,9 +47,22 @@ bool IsClean(const std::vector<Finding>& findings) {
   });
 }
 
+/// A mistyped name would find nothing, as if all were well. Names of files that only a check knows,
+/// such as those that were put aside, are taken where they stand in the directory.
+void RequireKnownFile(const Options& options) {
+  if (options.file.empty()) return;
+  const std::vector<std::string> known(std::begin(data_files::kDataFiles),
+                                       std::end(data_files::kDataFiles));
+  const std::vector<std::string> there = NamesIn(options.directory);
+  if (std::ranges::count(known, options.file) != 0) return;
+  if (std::ranges::count(there, options.file) != 0) return;
+  throw UsageError{"--file: " + UnknownWord(options.file, known)};
+}
+
 }  // namespace
 
 void CheckFiles(const Options& options) {
+  RequireKnownFile(options);
   std::vector<Finding> findings = check::CheckDirectory(
       options.directory, {check::IsCountry, options.file, check::kMostOfACode});
   const check::Severity level = options.level.value_or(check::Severity::Warning);

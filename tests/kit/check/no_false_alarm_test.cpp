@@ -9,6 +9,7 @@
 #include "kit/presets/customer_lists.h"
 #include "kit/satellites/catalogue.h"
 #include "kit/satellites/dish_settings.h"
+#include "kit/saving/list_editor.h"
 #include "kit/saving/save_table.h"
 #include "kit/text/signal_types.h"
 #include "kit/text/tuning_words.h"
@@ -195,6 +196,24 @@ TEST(CheckNoFalseAlarm, RandomRecordsOfAllTypesInBothForms) {
       EXPECT_EQ("[]", Complaints(home.Path(), Severity::Warning))
           << SignalTypeName(signal) << " " << form;
     }
+  }
+}
+
+// A plain save puts a new element behind the last one of its kind, on the same line.
+TEST(CheckNoFalseAlarm, ChannelsAddedToAFileOfLines) {
+  Random random(16);
+  for (const InputSignalType signal : StorableSignalTypes()) {
+    const Home home(Home::Start::Empty);
+    RandomChannels channels(signal, random);
+    ChannelTable table{49, signal, {}};
+    for (UINT index = 1; index <= 3; ++index) table.channels.push_back(channels.Next(index));
+    SaveTable(home.Path(), table, {StoragePreFmtXML, {}});
+    for (UINT index = 4; index <= 6; ++index) {
+      ListEditor editor(home.At(49, signal), {});
+      editor.Add(channels.Next(index));
+      editor.Save();
+    }
+    EXPECT_EQ("[]", Complaints(home.Path(), Severity::Warning)) << SignalTypeName(signal);
   }
 }
 

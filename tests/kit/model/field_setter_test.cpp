@@ -50,6 +50,31 @@ TEST_F(FieldSetters, TakeTheNamesOfTheRecord) {
   ExpectRaised<InvalidArgument>("channels of DVBSatellite have no mhp", [&] { Set("mhp", "1"); });
 }
 
+TEST_F(FieldSetters, TakeTheNamesOfTheBlockAndItsElements) {
+  Set("block.serviceType", "25");
+  Set("SatelliteParams.symbolRate", "22000");
+  Set("block.SatelliteParams.orbitalPosition", "192");
+  Set("block.AudioStream[1].pid", "257");
+  EXPECT_EQ(25U, Value("serviceType"));
+  EXPECT_EQ(22000U, Value("symbolRate"));
+  EXPECT_EQ(192U, Value("orbitalPosition"));
+  EXPECT_EQ(1U, Value("numOfAudioStreams"));
+}
+
+TEST_F(FieldSetters, TakeALockAsItIsShown) {
+  for (const char* word : {"true", "Yes", "on", "1"}) {
+    m_channel.lock = 0;
+    Set("lock", word);
+    EXPECT_EQ(1, m_channel.lock) << word;
+  }
+  for (const char* word : {"false", "no", "OFF", "0"}) {
+    m_channel.lock = 1;
+    Set("lock", word);
+    EXPECT_EQ(0, m_channel.lock) << word;
+  }
+  EXPECT_THROW(Set("lock", "maybe"), InvalidArgument);
+}
+
 TEST_F(FieldSetters, StoreNumbersWordsAndTexts) {
   EXPECT_EQ(UINT32_MAX, Value("polarisation"));
   Set("serviceID", "0x65");

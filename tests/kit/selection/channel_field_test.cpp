@@ -104,6 +104,24 @@ TEST_F(ChannelFields, AreEverythingThatJsonHas) {
   }
 }
 
+TEST_F(ChannelFields, ThatAreMistypedNameTheNearest) {
+  const auto expect = [](const std::string& nearest, const char* name) {
+    try {
+      ChannelField(InputSignalDVBSatellite, name);
+      ADD_FAILURE() << name << " is no field";
+    } catch (const InvalidArgument& error) {
+      const std::string message = "channels of DVBSatellite have no field '" + std::string(name) +
+                                  "'" + nearest + "; the fields are index, number, ";
+      EXPECT_TRUE(std::string(error.what()).starts_with(message)) << error.what();
+    }
+  };
+  expect("; the nearest is symbolRate", "symbolRat");
+  expect("; the nearest is symbolRate", "symbolrate");
+  expect("; the nearest is AudioStream[2].pid", "AudioStrem[2].pid");
+  expect("", "foo");
+  expect("", "AudioStream[17].pid");
+}
+
 TEST_F(ChannelFields, OfOtherTypesAreRefused) {
   ExpectRaised<InvalidArgument>(
       "channels of FMRadio have no field 'serviceID'; the fields are index, number, name, "

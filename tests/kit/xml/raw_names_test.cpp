@@ -306,6 +306,14 @@ TEST(RawNames, AreNotMadeOfTextBetweenElements) {
   }
 }
 
+// A plain save puts a new element behind the last one of its kind, without a line break.
+TEST(RawNames, AreNotSearchedForInElementsInARow) {
+  std::string inARow = TwoChannels("");
+  const std::size_t second = inARow.find("<Channel name=\"b\"");
+  const std::size_t lineBreak = inARow.rfind("\r\n", second);
+  EXPECT_EQ("a|b|", NamesAndCodes(inARow.erase(lineBreak, second - lineBreak)));
+}
+
 // Once a part is put right the rest of it looks like raw markup.
 TEST(RawNames, ThatAMendMakesDoubtfulAreTold) {
   std::string bytes = TwoChannels("");

@@ -13,6 +13,23 @@ namespace {
 /// A value may hold line breaks, but not without end.
 constexpr int kMostLines = 4;
 
+/// Takes an empty element with the attributes of the table from the front of the text, as saving in
+/// the plain form writes it. False where none stands there.
+bool TakePlain(std::string_view& text, std::string_view element, RawTable table) {
+  const auto take = [&text](std::string_view part) {
+    if (!text.starts_with(part)) return false;
+    text.remove_prefix(part.size());
+    return true;
+  };
+  if (!take("<") || !take(element)) return false;
+  for (const RawAttribute& row : table) {
+    if (!take(" ") || !take(row.name) || !take("=\"")) return false;
+    text.remove_prefix(std::min(text.find_first_of("\"<"), text.size()));
+    if (!take("\"")) return false;
+  }
+  return take("/>");
+}
+
 }  // namespace
 
 bool IsPreFormatted(std::string_view bytes) {
@@ -31,7 +48,7 @@ TagChoice::Way TagChoice::Choose(Tag& tag, RawTable table) {
   m_repeated.clear();
   // Whatever is written in this form is a line of its own.
   const bool mayBeLine = m_isPreFormatted && BeginsLine(tag.span.begin);
-  const bool isWhole = !mayBeLine || EndsLine(tag.span.end);
+  const bool isWhole = !mayBeLine || EndsLine(EndOfRow(tag, table));
   if (!tag.isGuessed && isWhole && FollowsTable(tag, table)) return Way::AsRead;
   FindRepeated(tag);
   const bool isSound = !tag.isGuessed && m_repeated.empty();
@@ -60,6 +77,15 @@ bool TagChoice::FollowsTable(const Tag& tag, RawTable table) const {
 bool TagChoice::BeginsLine(std::size_t place) const {
   while (place > 0 && m_bytes[place - 1] == '\t') --place;
   return place == 0 || m_bytes[place - 1] == '\n';
+}
+
+/// Behind the elements that follow the tag directly: saving in the plain form puts a new one behind
+/// the last one of its kind, without a line break.
+std::size_t TagChoice::EndOfRow(const Tag& tag, RawTable table) const {
+  std::string_view text = m_bytes.substr(tag.span.end);
+  std::string_view rest = text;
+  while (!table.empty() && TakePlain(rest, tag.name.In(m_bytes), table)) text = rest;
+  return m_bytes.size() - text.size();
 }
 
 bool TagChoice::EndsLine(std::size_t place) const {

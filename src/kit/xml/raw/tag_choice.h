@@ -39,6 +39,7 @@ class TagChoice {
  private:
   bool FollowsTable(const Tag& tag, RawTable table) const;
   bool BeginsLine(std::size_t place) const;
+  std::size_t EndOfRow(const Tag& tag, RawTable table) const;
   bool EndsLine(std::size_t place) const;
   bool IsLineOfElement(std::size_t begin) const;
   bool BeginsElement(std::size_t begin) const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "kit/model/channel_layout.h"
 #include "kit/text/ascii.h"
 #include "kit/text/signal_types.h"
 #include "tool/options/groups/exchange_options.h"
@@ -253,6 +254,15 @@ void RequireChoice(const Options& options) {
   }
 }
 
+/// FIELD of --set: what can be shown, or another spelling of an attribute.
+void RequireField(InputSignalType signal, const std::string& name) {
+  const station_blocks::Layout& layout = LayoutOf(signal);
+  for (const auto& rows : {layout.channel, layout.elementStreams, layout.satelliteParams}) {
+    if (station_blocks::FindField(rows, name) != nullptr) return;
+  }
+  ChannelField(signal, name);
+}
+
 }  // namespace
 
 void AddChannelCommands(CLI::App& app, Options& options) {
@@ -287,6 +297,9 @@ void RequireFieldsOfSignal(const Options& options) {
   RequireGiven(options.signal.has_value(), "--signal");
   for (const std::string& column : options.columns) ChannelField(*options.signal, column);
   ChannelMatcher(options.filter, *options.signal);
+  for (const Assignment& assignment : options.assignments) {
+    if (assignment.source == Source::Block) RequireField(*options.signal, assignment.field);
+  }
 }
 
 }  // namespace zortunedex::kit::tool
