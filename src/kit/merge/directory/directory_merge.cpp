@@ -101,6 +101,7 @@ std::vector<Channel> DirectoryMerge::Ours(const std::vector<Channel>& channels) 
 
 /// The list as it is to be, as the directory has it.
 ChannelTable DirectoryMerge::ToSave(const MergePlan& plan) const {
+  if (m_fileUnit == interchange::FileUnit::Kilohertz) return Apply(plan);
   std::map<UINT, std::size_t> places;
   for (const Change& change : plan.changes) {
     if (change.inList && change.resultIndex != 0) places[change.resultIndex] = *change.inList;
