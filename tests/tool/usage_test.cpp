@@ -80,11 +80,11 @@ TEST(Usage, WhatDependsOnTheListIsJudgedAfterReadingIt) {
   const DataDirectory directory;
   const NothingWritten nothing(directory);
   ExpectRefused(1, "channels set: E_FAIL (0x80004005): no channel with index 4000",
-                directory.Run("49", "64", {"channels", "set", "4000", "--set", "foo=1"}));
+                directory.Run("49", "64", {"channels", "set", "4000", "--set", "TSID=1"}));
   const DataDirectory missing(DataDirectory::Start::Empty);
   std::filesystem::remove_all(missing.Files().Path());
   ExpectRefused(2, "--dir: " + missing.Files().Path() + " is not there",
-                missing.Run("49", "64", {"channels", "add", "--set", "foo=1"}));
+                missing.Run("49", "64", {"channels", "add", "--set", "TSID=1"}));
 }
 
 TEST(Usage, FieldsAreCheckedAgainstTheSignalType) {
