@@ -101,6 +101,18 @@ class StandIn(HomeTest):
             self.assertEqual(moved.fields, (zt.FieldChange("freq", 12544750, 12544750, 12663750,
                                                            12663750),))
             self.assertEqual((new.index, new.fields), (None, ()))
+        self.assertEqual((moved.became, moved.absent, moved.candidates), (5, 0, ()))
+
+    def test_what_a_plan_says_of_some_channels_alone(self) -> None:
+        row = {"index": 5, "identity": None, "name": "n", "fields": []}
+        self.answer({**PLAN, "changes": [
+            {"code": "M100", **row, "became": 4}, {"code": "M303", **row, "became": None},
+            {"code": "M301", **row, "absent": 2},
+            {"code": "M401", **row, "candidates": [{"identity": "A33-2.1", "name": "WXYZ"}]}]})
+        renumbered, removed, gone, unclear = self.plan().changes
+        self.assertEqual((renumbered.became, removed.became, gone.became), (4, None, 5))
+        self.assertEqual((removed.absent, gone.absent), (0, 2))
+        self.assertEqual(unclear.candidates, (zt.Candidate("A33-2.1", "WXYZ"),))
 
     def test_a_failure_is_told_in_the_words_of_the_tool(self) -> None:
         for status, result in ((1, 0x80004005), (2, 0x80070057)):

@@ -20,12 +20,12 @@ from ._library import set_code_page
 from ._presets import PresetArea, PresetList, Presets
 from ._satellites import DishEdit, DishSatellite, Lnb, Satellite, Transponder
 from ._streams import Entry, Streams
-from ._tool import FieldChange, Finding, MergeChange, MergePlan, check, merge_plan
+from ._tool import Candidate, FieldChange, Finding, MergeChange, MergePlan, check, merge_plan
 
 __all__ = [
-    "Channel", "ChannelList", "Database", "DishEdit", "DishSatellite", "Division", "Edit", "Entry",
-    "Error", "FieldChange", "Finding", "InvalidValue", "LibraryNotFound", "Lnb", "MergeChange",
-    "MergePlan", "NotFound", "PresetArea", "PresetList", "Presets", "Region", "Satellite",
-    "Service", "Signal", "Streams", "Transponder", "Unreadable", "UnknownField", "__version__",
-    "check", "merge_plan", "open", "set_code_page",
+    "Candidate", "Channel", "ChannelList", "Database", "DishEdit", "DishSatellite", "Division",
+    "Edit", "Entry", "Error", "FieldChange", "Finding", "InvalidValue", "LibraryNotFound",
+    "Lnb", "MergeChange", "MergePlan", "NotFound", "PresetArea", "PresetList", "Presets",
+    "Region", "Satellite", "Service", "Signal", "Streams", "Transponder", "UnknownField",
+    "Unreadable", "__version__", "check", "merge_plan", "open", "set_code_page",
 ]

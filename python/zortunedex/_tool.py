@@ -55,6 +55,14 @@ class FieldChange:
 
 
 @dataclass(frozen=True)
+class Candidate:
+    """A service of the scan that an ambiguous channel may be."""
+
+    identity: str
+    name: str
+
+
+@dataclass(frozen=True)
 class MergeChange:
     """What a merge makes of one channel."""
 
@@ -65,6 +73,12 @@ class MergeChange:
     identity: Optional[str]
     name: Optional[str]
     fields: Tuple[FieldChange, ...]
+    became: Optional[int]
+    """The index after the merge; None for a channel that is removed, or does not come in."""
+    absent: int
+    """How many scans in a row lacked it."""
+    candidates: Tuple[Candidate, ...]
+    """Of an ambiguous channel, which is left alone."""
 
 
 @dataclass(frozen=True)
@@ -162,7 +176,16 @@ def merge_plan(directory: PathLike, scan: PathLike, *, country: int, signal: Uni
     for name, value in policies.items():
         arguments += _option(name, value)
     document = _run(tool, directory, arguments, "merge")
-    return MergePlan(dict(document["summary"]), tuple(
-        _dated(MergeChange, row, fields=tuple(_dated(FieldChange, field)
-                                              for field in row.get("fields") or ()))
-        for row in document["changes"]))
+    return MergePlan(dict(document["summary"]), tuple(_change(row) for row in document["changes"]))
+
+
+def _change(row: Mapping[str, Any]) -> MergeChange:
+    def values(kind: Any, key: str) -> Tuple[Any, ...]:
+        return tuple(_dated(kind, value) for value in row.get(key) or ())
+
+    # What is not said of a channel did not come about.
+    became, absent = row.get("became", row.get("index")), row.get("absent", 0)
+    change: MergeChange = _dated(MergeChange, row, fields=values(FieldChange, "fields"),
+                                 became=became, absent=absent,
+                                 candidates=values(Candidate, "candidates"))
+    return change
