@@ -296,7 +296,7 @@ void RequireFieldsOfSignal(const Options& options) {
   RequireGiven(options.country.has_value(), "--country");
   RequireGiven(options.signal.has_value(), "--signal");
   for (const std::string& column : options.columns) ChannelField(*options.signal, column);
-  ChannelMatcher(options.filter, *options.signal);
+  [[maybe_unused]] const ChannelMatcher filter(options.filter, *options.signal);
   for (const Assignment& assignment : options.assignments) {
     if (assignment.source == Source::Block) RequireField(*options.signal, assignment.field);
   }
