@@ -4,7 +4,7 @@ namespace zortunedex::kit::tool {
 
 namespace {
 
-std::vector<std::string> Names(const nlohmann::ordered_json& channels) {
+std::vector<std::string> NamesIn(const nlohmann::ordered_json& channels) {
   std::vector<std::string> names;
   for (const auto& channel : channels) names.push_back(channel["name"]);
   return names;
@@ -51,7 +51,7 @@ TEST(List, TakesGlobalOptionsBehindTheCommand) {
 TEST(List, FiltersByService) {
   const DataDirectory directory;
   const auto list = [&](const char* service) {
-    return Names(
+    return NamesIn(
         directory
             .Run(kGermany, "DVBSatellite", {"channels", "list", "--json", "--service", service})
             .Json());
@@ -69,7 +69,7 @@ TEST(List, FiltersByService) {
 TEST(List, OfOneChannelFiltersByServiceToo) {
   const DataDirectory directory;
   const auto list = [&](const char* service) {
-    return Names(
+    return NamesIn(
         directory.Run("82", "TDMBMobile", {"channels", "list", "--json", "--service", service})
             .Json());
   };
@@ -81,7 +81,7 @@ TEST(List, ShowsWhatAHandEditedFileHolds) {
   const DataDirectory directory;
   const nlohmann::ordered_json channels = directory.Channels("44", "FMRadio");
   // The second channel with an index goes in front of the first one.
-  EXPECT_EQ((Texts{"Five", "Nine again", "Nine"}), Names(channels));
+  EXPECT_EQ((Texts{"Five", "Nine again", "Nine"}), NamesIn(channels));
   EXPECT_EQ(5, channels[0]["index"]);
   EXPECT_EQ(9, channels[1]["index"]);
   EXPECT_EQ(9, channels[2]["index"]);
@@ -126,7 +126,7 @@ TEST(Navigation, GoesForwards) {
   const NothingWritten nothing(directory);
   const auto next = [&](Arguments arguments) {
     arguments.insert(arguments.begin(), {"channels", "next", "--json"});
-    return Names(directory.Run(kGermany, "64", arguments).Json());
+    return NamesIn(directory.Run(kGermany, "64", arguments).Json());
   };
   EXPECT_EQ((Texts{"BAYERN 1"}), next({"1"}));
   EXPECT_EQ((Texts{"Das Erste"}), next({"0"}));
@@ -141,7 +141,7 @@ TEST(Navigation, GoesBackwards) {
   const DataDirectory directory;
   const auto previous = [&](Arguments arguments) {
     arguments.insert(arguments.begin(), {"channels", "previous", "--json"});
-    return Names(directory.Run(kGermany, "64", arguments).Json());
+    return NamesIn(directory.Run(kGermany, "64", arguments).Json());
   };
   EXPECT_EQ((Texts{"Sky"}), previous({"4"}));
   EXPECT_EQ((Texts{"Das Erste"}), previous({"3", "--favorites"}));
@@ -171,13 +171,13 @@ TEST(Navigation, EndsAtTheEnds) {
 TEST(Navigation, WalksOneSegmentListsThatNameNoServiceType) {
   const DataDirectory directory;
   EXPECT_EQ((Texts{"NTV"}),
-            Names(directory.Run("81", "176", {"channels", "next", "1", "--json"}).Json()));
+            NamesIn(directory.Run("81", "176", {"channels", "next", "1", "--json"}).Json()));
 }
 
 TEST(Navigation, TakesTheStoredIndexesOfAHandEditedFile) {
   const DataDirectory directory;
   const auto found = directory.Run("44", "5", {"channels", "next", "5", "--json"}).Json();
-  EXPECT_EQ((Texts{"Nine again"}), Names(found));
+  EXPECT_EQ((Texts{"Nine again"}), NamesIn(found));
   EXPECT_EQ(9, found[0]["index"]);
 }
 
@@ -186,7 +186,8 @@ TEST(Find, FindsNumbersAndStations) {
   const NothingWritten nothing(directory);
   ExpectPrints("find.txt", directory.Run(kGermany, "64", {"channels", "find", "--number", "20"}));
   const auto like = [&](const char* index) {
-    return Names(directory.Run("44", "5", {"channels", "find", "--json", "--like", index}).Json());
+    return NamesIn(
+        directory.Run("44", "5", {"channels", "find", "--json", "--like", index}).Json());
   };
   EXPECT_EQ((Texts{"Five"}), like("5"));
   EXPECT_EQ((Texts{"Nine again"}), like("9"));
@@ -203,7 +204,7 @@ TEST(Find, AnswersTheFirstChannelOfAStation) {
                                  "ONID=1", "--set", "serviceID=12"}));
   EXPECT_EQ(
       (Texts{"Data"}),
-      Names(directory.Run(kGermany, "64", {"channels", "find", "--like", "5", "--json"}).Json()));
+      NamesIn(directory.Run(kGermany, "64", {"channels", "find", "--like", "5", "--json"}).Json()));
 }
 
 TEST(Info, CountsCountriesAndSets) {

@@ -8,20 +8,20 @@ namespace zortunedex::kit {
 
 namespace {
 
-std::string Wide(OLECHAR unit) { return Printable(WideView(&unit, 1)); }
+std::string PrintableUnit(OLECHAR unit) { return Printable(WideView(&unit, 1)); }
 
 TEST(Printable, EscapesEveryControlCharacterAndNoOther) {
-  EXPECT_EQ("\\x00", Wide(0));
-  EXPECT_EQ("\\x1B", Wide(0x1B));
-  EXPECT_EQ("\\x1F", Wide(0x1F));
-  EXPECT_EQ(" ", Wide(0x20));
-  EXPECT_EQ("~", Wide(0x7E));
-  EXPECT_EQ("\\x7F", Wide(0x7F));
-  EXPECT_EQ("\\x80", Wide(0x80));
-  EXPECT_EQ("\\x9F", Wide(0x9F));
-  EXPECT_EQ("\xC2\xA0", Wide(0xA0));
-  EXPECT_EQ("\xEF\xBF\xBE", Wide(0xFFFE));
-  EXPECT_EQ("\xEF\xBF\xBD", Wide(0xD800));
+  EXPECT_EQ("\\x00", PrintableUnit(0));
+  EXPECT_EQ("\\x1B", PrintableUnit(0x1B));
+  EXPECT_EQ("\\x1F", PrintableUnit(0x1F));
+  EXPECT_EQ(" ", PrintableUnit(0x20));
+  EXPECT_EQ("~", PrintableUnit(0x7E));
+  EXPECT_EQ("\\x7F", PrintableUnit(0x7F));
+  EXPECT_EQ("\\x80", PrintableUnit(0x80));
+  EXPECT_EQ("\\x9F", PrintableUnit(0x9F));
+  EXPECT_EQ("\xC2\xA0", PrintableUnit(0xA0));
+  EXPECT_EQ("\xEF\xBF\xBE", PrintableUnit(0xFFFE));
+  EXPECT_EQ("\xEF\xBF\xBD", PrintableUnit(0xD800));
 }
 
 TEST(Printable, TakesUtf8Alike) {
