@@ -1,23 +1,15 @@
 #include "tool/tool_run.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 
+#include "support/program.h"
+
 namespace zortunedex::kit::tool {
 
 namespace {
-
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char letter : text) {
-    if (letter == '"') quoted += '\\';
-    quoted += letter;
-  }
-  return quoted + "\"";
-}
 
 /// Text files of either platform look alike.
 std::string WithoutReturns(std::string text) {
@@ -48,34 +40,16 @@ std::string Described(const Outcome& outcome) {
          outcome.err;
 }
 
-/// A busy system now and then starts no shell, or its shell finds no program: then nothing was run.
-bool WasRun(int status, const TempDir& output) {
-  if (!std::filesystem::exists(output.File("out"))) return status != -1;
-  return !output.Read("err").starts_with("Can't recognize '");
-}
-
 }  // namespace
 
-// Nobody answers a question.
 Outcome RunTool(const Arguments& arguments) { return RunTool(arguments, ""); }
 
 Outcome RunTool(const Arguments& arguments, const std::string& input) {
-  const TempDir output;
-  std::string command = Quoted(ToolPath());
-  for (const std::string& argument : arguments) command += " " + Quoted(argument);
-  output.Write("in", input);
-  command += " < " + Quoted(output.File("in"));
-  command += " > " + Quoted(output.File("out")) + " 2> " + Quoted(output.File("err"));
-  // One shell wants the whole line in quotes again.
-  const std::string quotes(ZORTUNEDEX_SHELL_QUOTES, '"');
-  command = quotes + command + quotes;
-  int status = std::system(command.c_str());
-  for (int more = 0; more < 3 && !WasRun(status, output); ++more) {
-    status = std::system(command.c_str());
-  }
-  // A status stands in the low byte on one platform and in the next one on the other.
-  return {status > 0xFF ? status >> 8 : status, WithoutReturns(output.Read("out")),
-          WithoutReturns(output.Read("err"))};
+  const TempDir files;
+  files.Write("in", input);
+  const int status = StatusOfProgram(ToolPath(), arguments,
+                                     {files.File("in"), files.File("out"), files.File("err")});
+  return {status, WithoutReturns(files.Read("out")), WithoutReturns(files.Read("err"))};
 }
 
 std::string ToolData(const std::string& name) {

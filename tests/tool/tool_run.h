@@ -1,4 +1,4 @@
-// Runs the built tunedex as a shell does, and looks at what it printed, answered and wrote.
+// Runs the built tunedex, and looks at what it printed, answered and wrote.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -25,8 +25,7 @@ struct Outcome {
   nlohmann::ordered_json Json(std::source_location where = std::source_location::current()) const;
 };
 
-/// Runs the program with these arguments alone. They may hold neither $ nor ` nor a backslash in
-/// front of a quote; quotes come in pairs.
+/// Runs the program with these arguments alone; nobody answers a question.
 Outcome RunTool(const Arguments& arguments);
 /// The same with a text on standard input.
 Outcome RunTool(const Arguments& arguments, const std::string& input);

@@ -39,6 +39,14 @@ TEST(Typing, CommandsAreNamed) {
   ExpectTyped("channels next does not take '2'", "channels next", {"channels", "next", "1", "2"});
 }
 
+// What it was given is what it says, whatever a shell would make of it.
+TEST(Typing, WordsComeBackAsTheyAre) {
+  for (const std::string word : {R"(a "b\" c)", R"(\\"\)", "$HOME `c` %PATH%", "a\\", "a'b ^&|"}) {
+    EXPECT_TRUE(RunTool({word}).err.starts_with("tunedex: there is no command '" + word + "'"))
+        << word;
+  }
+}
+
 TEST(Typing, OptionsAreNamed) {
   ExpectTyped("there is no option '--jsn'; the nearest is --json; known are --help, -h, --dir,", "",
               {"--jsn", "--version2"});
