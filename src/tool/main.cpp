@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "kit/failure.h"
+#include "kit/history/directory_lock.h"
 #include "platform/com_error.h"
 #include "platform/host.h"
 #include "tool/commands/commands.h"
@@ -148,6 +149,9 @@ int RunGuarded(const Options& options) {
     return commands::ExitStatus();
   } catch (const UnreadableFile& failure) {
     return FailUnread(options, failure);
+  } catch (const history::DirectoryBusy& failure) {
+    return Fail(options.command, failure.Result(),
+                std::string(failure.what()) + ", --wait SECONDS waits longer");
   } catch (const UnwrittenOutput& failure) {
     return FailLate(options, before, failure.Result(), failure.what());
   } catch (const Failure& failure) {

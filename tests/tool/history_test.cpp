@@ -3,6 +3,7 @@
 #include <fstream>
 #include <thread>
 
+#include "platform/host.h"
 #include "tool/tool_run.h"
 
 namespace zortunedex::kit::tool {
@@ -77,6 +78,18 @@ TEST(History, ListsWhatWasEditedByHand) {
   EXPECT_EQ('Z', time[19]);
   ExpectStatus(0, home.Run({"redo"}));
   EXPECT_EQ(edited, home.Channels());
+}
+
+TEST(History, TellsHowToWaitLongerForAnother) {
+  const SampleHome home;
+  ExpectStatus(0, home.Run({"channels", "lock", "1"}));
+  std::string cause;
+  host::FileLock lock(home.Files().File("tunedex-history/lock"), cause);
+  ASSERT_TRUE(lock.IsOpen() && lock.Take()) << cause;
+  ExpectRefused(1,
+                "channels lock: E_FAIL (0x80004005): another command is changing the directory; "
+                "nothing was changed. Waited 0 s, --wait SECONDS waits longer",
+                home.Run({"--wait", "0", "channels", "lock", "2"}));
 }
 
 TEST(History, TellsChannelsApart) {

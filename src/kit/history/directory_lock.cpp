@@ -2,7 +2,6 @@
 
 #include <thread>
 
-#include "kit/failure.h"
 #include "kit/history/snapshots/file_set.h"
 #include "platform/host.h"
 
@@ -28,9 +27,9 @@ DirectoryLock::DirectoryLock(const std::string& directory, std::chrono::seconds 
   const auto end = std::chrono::steady_clock::now() + wait;
   while (!m_lock->Take()) {
     if (std::chrono::steady_clock::now() >= end) {
-      throw Failure{E_FAIL,
-                    "another command is changing the directory; nothing was changed. Waited " +
-                        std::to_string(wait.count()) + " s, --wait SECONDS waits longer"};
+      throw DirectoryBusy{
+          E_FAIL, "another command is changing the directory; nothing was changed. Waited " +
+                      std::to_string(wait.count()) + " s"};
     }
     std::this_thread::sleep_for(kPause);
   }
