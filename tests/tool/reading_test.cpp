@@ -247,6 +247,11 @@ TEST(Countries, AreListed) {
   EXPECT_EQ("CODE  ISO  NAME\n34    ESP  Spain\n", RunTool({"countries", "34"}).out);
   ExpectRefused(1, "countries: E_FAIL (0x80004005): no country with code 999",
                 RunTool({"countries", "999"}));
+  for (const char* name : {"ESP", "es", "spain"}) {
+    EXPECT_EQ("CODE  ISO  NAME\n34    ESP  Spain\n", RunTool({"countries", name}).out);
+  }
+  ExpectRefused(2, "CODE: no country is called 'Germny'; the nearest is Germany (49)",
+                RunTool({"countries", "Germny"}));
 }
 
 TEST(SignalType, WithoutAListIsRefused) {

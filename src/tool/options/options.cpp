@@ -75,7 +75,14 @@ void AddCommands(CLI::App& app, Options& options) {
           [&options](const std::string& text) { return TakeFormat(text, options.rewriteAs); });
   format->get_option("FORM")->required();
   CLI::App* countries = app.add_subcommand("countries", "List the country codes");
-  AddNumber(countries, "CODE", options.countryRow, "this code alone");
+  const auto takeRow = [&options](const std::string& text) {
+    options.countryRow = ParseCountry(text);
+    if (!options.countryRow) throw CLI::ValidationError("CODE", UnknownCountry(text));
+  };
+  countries
+      ->add_option_function<std::string>("CODE", takeRow,
+                                         "this one alone: its telephone code, ISO code or name")
+      ->type_name("");
   CLI::App* completion =
       app.add_subcommand("completion", "Print what completes command lines in a shell");
   AddWord(completion, "SHELL", "bash or zsh", [&options](const std::string& text) {
